@@ -1,0 +1,14 @@
+# Compiler options for everything built here; nothing of it reaches a consumer.
+add_library(orvex_options INTERFACE)
+# Contraction off: an optimiser must never change a coordinate.
+target_compile_options(orvex_options INTERFACE -ffp-contract=off -fno-math-errno -Wall -Wextra -Wpedantic -Wshadow
+                                               -Wconversion -Wsign-conversion -Wold-style-cast -Wnon-virtual-dtor)
+if(ORVEX_WERROR)
+  target_compile_options(orvex_options INTERFACE -Werror)
+endif()
+if(ORVEX_SANITIZE)
+  # Divisions by zero are left to the output screening on purpose, so float-divide-by-zero stays off.
+  target_compile_options(orvex_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+                                                 -fno-omit-frame-pointer)
+  target_link_options(orvex_options INTERFACE -fsanitize=address,undefined)
+endif()

@@ -1,0 +1,93 @@
+// Platform on POSIX systems (Linux first).
+#include "platform/Platform.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cfenv>
+#include <cstring>
+#include <new>
+
+namespace orvex::platform {
+
+namespace {
+
+__attribute__((constructor)) void OnLoad() {
+  OnProcessEvent(nullptr, kAttach);
+}
+
+__attribute__((destructor)) void OnUnload() {
+  OnProcessEvent(nullptr, kDetach);
+}
+
+}  // namespace
+
+std::string ExecutableDirectory() {
+  char path[4096];
+  const ssize_t length = readlink("/proc/self/exe", path, sizeof path);
+  if (length <= 0 || static_cast<std::size_t>(length) == sizeof path) return {};
+  const std::string file(path, static_cast<std::size_t>(length));
+  return file.substr(0, file.rfind('/') + 1);
+}
+
+const char* DefaultLogFile() {
+  return "talven.log";
+}
+
+void AppendToFile(const char* fileName, const char* text, std::size_t length) {
+  const int file = open(fileName, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644);
+  if (file < 0) return;
+  while (length > 0) {
+    const ssize_t written = write(file, text, length);
+    if (written <= 0) break;
+    text += written;
+    length -= static_cast<std::size_t>(written);
+  }
+  close(file);
+}
+
+bool LoadMessage(void* /*instance*/, int id, char* buffer, int capacity) {
+  static constexpr struct {
+    int id;
+    const char* text;
+  } kMessages[] = {
+#define ORVEX_MESSAGE(messageId, messageText) {messageId, messageText},
+#include "messages.def"
+#undef ORVEX_MESSAGE
+  };
+  for (const auto& message : kMessages) {
+    if (message.id != id || capacity < 1) continue;
+    const std::size_t length = std::min(std::strlen(message.text), static_cast<std::size_t>(capacity - 1));
+    std::memcpy(buffer, message.text, length);
+    buffer[length] = '\0';
+    return true;
+  }
+  return false;
+}
+
+FpEnvironment::FpEnvironment() noexcept : m_saved{}, m_hostTraps(0) {
+  static_assert(sizeof(std::fenv_t) <= sizeof m_saved && alignof(std::fenv_t) <= 16);
+  m_hostTraps = static_cast<unsigned>(fegetexcept());
+  std::feholdexcept(new (m_saved) std::fenv_t);
+}
+
+FpEnvironment::~FpEnvironment() {
+  std::fesetenv(std::launder(reinterpret_cast<const std::fenv_t*>(m_saved)));
+}
+
+unsigned FpEnvironment::RaisedFault() const noexcept {
+  const unsigned raised = static_cast<unsigned>(std::fetestexcept(FE_ALL_EXCEPT)) & m_hostTraps;
+  if (raised & FE_INVALID) return 0xC0000090;
+  if (raised & FE_DIVBYZERO) return 0xC000008E;
+  if (raised & FE_OVERFLOW) return 0xC0000091;
+  if (raised & FE_UNDERFLOW) return 0xC0000093;
+  if (raised & FE_INEXACT) return 0xC000008F;
+  return 0;
+}
+
+void FpEnvironment::ClearStatus() noexcept {
+  std::feclearexcept(FE_ALL_EXCEPT);
+}
+
+}  // namespace orvex::platform

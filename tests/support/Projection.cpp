@@ -1,0 +1,162 @@
+// Helpers of the projection tests.
+#include "support/Projection.h"
+
+#include <fstream>
+#include <map>
+#include <sstream>
+
+namespace orvex::test {
+
+namespace {
+
+std::vector<std::string> Split(std::string_view text, char separator) {
+  std::vector<std::string> fields;
+  for (std::size_t begin = 0;;) {
+    const std::size_t end = text.find(separator, begin);
+    fields.emplace_back(text.substr(begin, end - begin));
+    if (end == std::string_view::npos) return fields;
+    begin = end + 1;
+  }
+}
+
+}  // namespace
+
+PROJDATA Record(ProjType type, std::string_view parameters) {
+  PROJDATA rec{};
+  rec.Type = type;
+  rec.Ellipsoid = ET_WGS_84;
+  const std::map<std::string, double PROJDATA::*> numbers{
+      {"Scale", &PROJDATA::Scale}, {"xOrg", &PROJDATA::xOrg}, {"yOrg", &PROJDATA::yOrg}, {"Lat0", &PROJDATA::Lat0},
+      {"Lon0", &PROJDATA::Lon0},   {"Lat1", &PROJDATA::Lat1}, {"Lat2", &PROJDATA::Lat2}, {"Lat3", &PROJDATA::Lat3},
+      {"Lon1", &PROJDATA::Lon1},   {"Lon2", &PROJDATA::Lon2}, {"Lon3", &PROJDATA::Lon3}, {"K0", &PROJDATA::K0},
+      {"Alpha", &PROJDATA::Alpha}};
+  const std::map<std::string, bool PROJDATA::*> flags{{"bSouth", &PROJDATA::bSouth},
+                                                      {"bUseAlpha", &PROJDATA::bUseAlpha},
+                                                      {"bRotate", &PROJDATA::bRotate},
+                                                      {"bUOffset", &PROJDATA::bUOffset},
+                                                      {"wrap", &PROJDATA::bWrapLon}};
+  for (const std::string& item : Split(parameters, ';')) {
+    if (item.empty()) continue;
+    const std::size_t equals = item.find('=');
+    const std::string name = item.substr(0, equals);
+    const double value = std::stod(item.substr(equals + 1));
+    if (const auto number = numbers.find(name); number != numbers.end()) {
+      rec.*(number->second) = value;
+    } else if (const auto flag = flags.find(name); flag != flags.end()) {
+      rec.*(flag->second) = value != 0;
+    } else if (name == "R" || name == "a") {
+      rec.Ellipsoid = ET_USER_DEFINED;
+      rec.MajorRadius = value;
+    } else if (name == "f") {
+      rec.Flattening = value;
+    } else if (name == "e2") {
+      rec.Flattening = 1 - std::sqrt(1 - value);
+    } else if (name == "Ellipsoid") {
+      rec.Ellipsoid = static_cast<EllipsoidType>(static_cast<int>(value));
+    } else if (name == "Zone") {
+      rec.Zone = static_cast<int>(value);
+    } else {
+      ADD_FAILURE() << "unknown parameter " << name;
+    }
+  }
+  return rec;
+}
+
+ProjType TypeOf(const std::string& displayName) {
+  for (int type = 0; type < ProjNumProjections(); ++type) {
+    char name[64];
+    ProjGetProjectionInfo(static_cast<ProjType>(type), name);
+    if (displayName == name) return static_cast<ProjType>(type);
+  }
+  ADD_FAILURE() << "no projection named " << displayName;
+  return PT_UNDEFINED;
+}
+
+CsvFile::CsvFile(const std::string& name) {
+  std::ifstream file(std::string(ORVEX_TEST_DATA) + "/" + name);
+  EXPECT_TRUE(file) << name;
+  for (std::string line; std::getline(file, line);) {
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    if (line.empty() || line[0] == '#') continue;
+    if (m_columns.empty()) {
+      m_columns = Split(line, ',');
+    } else {
+      m_rows.push_back(Split(line, ','));
+      m_rows.back().resize(m_columns.size());
+    }
+  }
+  EXPECT_FALSE(m_rows.empty()) << name;
+}
+
+const std::string& CsvFile::Text(std::size_t row, const std::string& column) const {
+  for (std::size_t i = 0; i < m_columns.size(); ++i) {
+    if (m_columns[i] == column) return m_rows[row][i];
+  }
+  throw std::out_of_range("no column " + column);
+}
+
+void CheckGolden(const std::string& file) {
+  const CsvFile csv(file);
+  for (std::size_t row = 0; row < csv.Rows(); ++row) {
+    PROJDATA rec = Record(TypeOf(csv.Text(row, "projection")), csv.Text(row, "parameters"));
+    const PROJPOINT geographic{csv.Number(row, "lon"), csv.Number(row, "lat")};
+    const PROJPOINT projected{csv.Number(row, "x"), csv.Number(row, "y")};
+    SCOPED_TRACE(file + ": " + csv.Text(row, "projection") + " " + csv.Text(row, "parameters") + " at " +
+                 csv.Text(row, "lon") + ", " + csv.Text(row, "lat") + " (" + csv.Text(row, "origin") + ")");
+    CProjector projector(&rec);
+    if (!csv.Text(row, "tol_xy").empty()) {
+      const PROJPOINT p = Forward(projector, geographic.x, geographic.y);
+      EXPECT_NEAR(p.x, projected.x, csv.Number(row, "tol_xy"));
+      EXPECT_NEAR(p.y, projected.y, csv.Number(row, "tol_xy"));
+    }
+    if (!csv.Text(row, "tol_deg").empty()) {
+      const PROJPOINT p = Inverse(projector, projected.x, projected.y);
+      EXPECT_LE(ArcDegrees(p, geographic), csv.Number(row, "tol_deg")) << p.x << ", " << p.y;
+    }
+  }
+}
+
+PROJPOINT Forward(CProjector& projector, double lon, double lat) {
+  PROJPOINT p{lon, lat};
+  EXPECT_TRUE(projector.Forward(&p, 1));
+  return p;
+}
+
+PROJPOINT Inverse(CProjector& projector, double x, double y) {
+  PROJPOINT p{x, y};
+  EXPECT_TRUE(projector.Inverse(&p, 1));
+  return p;
+}
+
+Jacobian JacobianAt(CProjector& projector, double lon, double lat, double stepDeg) {
+  const auto derivative = [&](double dLon, double dLat) {
+    const auto at = [&](double n) { return Forward(projector, lon + n * dLon, lat + n * dLat); };
+    const PROJPOINT a = at(-2), b = at(-1), c = at(1), d = at(2);
+    const double unit = 12 * stepDeg * kRadiansPerDegree;
+    return PROJPOINT{(a.x - 8 * b.x + 8 * c.x - d.x) / unit, (a.y - 8 * b.y + 8 * c.y - d.y) / unit};
+  };
+  const PROJPOINT byLon = derivative(stepDeg, 0), byLat = derivative(0, stepDeg);
+  return {byLon.x, byLon.y, byLat.x, byLat.y};
+}
+
+LocalScale ScaleAt(CProjector& projector, double lon, double lat, double stepDeg) {
+  PROJDATA rec{};
+  projector.GetInfo(&rec);
+  const double a = rec.MajorRadius, f = rec.Flattening, e2 = 2 * f - f * f;
+  const double sinLat = std::sin(lat * kRadiansPerDegree), w = 1 - e2 * sinLat * sinLat;
+  const double parallel = a * std::cos(lat * kRadiansPerDegree) / std::sqrt(w);  // ground metres per radian of longitude
+  const double meridian = a * (1 - e2) / (w * std::sqrt(w));                     // and of latitude
+  const Jacobian j = JacobianAt(projector, lon, lat, stepDeg);
+  const double k = std::hypot(j.xLon, j.yLon) / parallel, h = std::hypot(j.xLat, j.yLat) / meridian;
+  return {k, h, (j.xLon * j.xLat + j.yLon * j.yLat) / (k * h * parallel * meridian),
+          (j.xLon * j.yLat - j.xLat * j.yLon) / (parallel * meridian)};
+}
+
+double ArcDegrees(const PROJPOINT& a, const PROJPOINT& b) {
+  const double dLon = std::remainder(a.x - b.x, 360.0) * kRadiansPerDegree, dLat = (a.y - b.y) * kRadiansPerDegree;
+  const double u = std::sin(dLat / 2), v = std::sin(dLon / 2);
+  const double chord = u * u + std::cos(a.y * kRadiansPerDegree) * std::cos(b.y * kRadiansPerDegree) * v * v;
+  return 2 * std::asin(std::sqrt(std::min(1.0, chord))) / kRadiansPerDegree;
+}
+
+}  // namespace orvex::test
