@@ -1,0 +1,15 @@
+// Ntv2 - shifts by the NTv2 grid file "NTV2_0.GSB" beside the host's executable.
+#pragma once
+
+#include <orvex/datum.h>
+
+namespace orvex::detail {
+
+enum class Ntv2Direction { Forward, Inverse };
+
+/// Shifts n points (degrees) in place, from the grid's own datum to WGS 84 or back; points that hold DBL_MAX stay as
+/// they are. Returns 0, or 5 when the file cannot be opened, 6 or 7 when its content is not to be trusted, another
+/// number for any other failure. Raises nothing: the caller turns the code into the message.
+int ConvertNtv2(DATUMPOINT* pts, int n, Ntv2Direction direction);
+
+}  // namespace orvex::detail
