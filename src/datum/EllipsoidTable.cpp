@@ -3,7 +3,8 @@
 
 namespace orvex::detail {
 
-// Names and codes: POSC Epicentre / EPSG ellipsoid codes. The flattenings are stored as they are used, to the last digit.
+// Codes: POSC Epicentre / EPSG ellipsoid codes. The flattenings are stored as they are used, to the last digit.
+// clang-format off
 constexpr std::array<EllipsoidRow, 56> kEllipsoidRows{{
     {   0, 0,          0.0,                    0.0, "User Defined"                          },  //  0
     {   0, 0,    6378137.0,  0.0033528131778969143, "MERIT 1983"                            },  //  1
@@ -62,6 +63,7 @@ constexpr std::array<EllipsoidRow, 56> kEllipsoidRows{{
     {   0, 0,    6378249.2,   0.003407549999492275, "Clarke 1800 SGA 1922"                  },  // 54
     {   0, 0, 6377492.0176,  0.0033427731816160996, "Bessel NGO 1948"                       },  // 55
 }};
+// clang-format on
 
 namespace {
 
@@ -82,6 +84,8 @@ static_assert(CodesUniqueAndFlatteningInRange());
 static_assert(kEllipsoidRows[ET_WGS_84].posc == 7030 && kEllipsoidRows[ET_STATE_PLANE_1927_MICHIGAN].posc == 7009);
 static_assert(kEllipsoidRows[ET_STANDARD_SPHERE_OF_ONE_UNIT].radius == 1.0);
 
-std::span<const EllipsoidRow, 56> Ellipsoids() { return kEllipsoidRows; }
+std::span<const EllipsoidRow, 56> Ellipsoids() {
+  return kEllipsoidRows;
+}
 
 }  // namespace orvex::detail

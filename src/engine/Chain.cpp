@@ -1,0 +1,42 @@
+// Chain - storage and value semantics of CPROJCHAIN.
+#include <new>
+
+#include "orvex/projection.h"
+#include "support/Errors.h"
+
+namespace orvex {
+
+namespace {
+
+constexpr int kCopyLine = 40;  // reported when memory for a copy runs out
+
+void CopyChain(CPROJCHAIN& to, const CPROJCHAIN& from) {
+  try {
+    to.Points = from.Points;
+    to.iValue = from.iValue;
+    to.Counts = from.Counts;
+  } catch (const std::bad_alloc&) {
+    detail::ThrowError("Orvex", kCopyLine, detail::kMsgOutOfMemory);
+  }
+}
+
+}  // namespace
+
+CPROJCHAIN::CPROJCHAIN() : iValue(0) {}
+
+CPROJCHAIN::CPROJCHAIN(const CPROJCHAIN& other) : iValue(0) {
+  CopyChain(*this, other);
+}
+
+CPROJCHAIN& CPROJCHAIN::operator=(const CPROJCHAIN& other) {
+  if (this != &other) CopyChain(*this, other);
+  return *this;
+}
+
+CPROJCHAIN::~CPROJCHAIN() {
+  iValue = 0;
+  Counts = {};
+  Points = {};
+}
+
+}  // namespace orvex

@@ -1,0 +1,73 @@
+// StateZones - lookups in the catalogue of state plane zones.
+#include "support/Log.h"
+#include "support/Text.h"
+#include "zones/ExpandStatePlane.h"
+#include "zones/StateZoneTable.h"
+
+namespace orvex {
+
+namespace detail {
+namespace {
+
+constexpr std::size_t kNameCapacity = 64;
+
+/// First zone whose row meets the condition, in catalogue order; SZ_NONE when there is none.
+template <class Condition>
+StateZoneType FirstMatch(Condition condition) {
+  for (const StateZoneRow& row : StateZones()) {
+    if (condition(row)) return static_cast<StateZoneType>(row.zone);
+  }
+  return SZ_NONE;
+}
+
+}  // namespace
+}  // namespace detail
+
+using detail::StateZoneRow;
+
+void ProjGetStateZoneInfo(StateZoneType zone, char* name, int* usgsCode) {
+  const StateZoneRow* row = detail::FindStateZone(zone);
+  if (name != nullptr) detail::CopyText(name, row != nullptr ? row->name : "", detail::kNameCapacity);
+  if (usgsCode != nullptr) *usgsCode = row != nullptr ? row->usgs : 0;
+}
+
+bool ProjGetStateZoneFromName(StateZoneType* zone, const char* name) {
+  if (zone == nullptr || name == nullptr || *name == '\0') return false;
+  *zone = detail::FirstMatch([name](const StateZoneRow& row) { return detail::EqualIgnoringCase(row.name, name); });
+  return *zone != SZ_NONE;
+}
+
+bool ProjGetStateZoneFromUSGSCode(StateZoneType* zone, int code) {
+  if (zone == nullptr || code < 0) return false;
+  *zone = detail::FirstMatch([code](const StateZoneRow& row) { return row.usgs == code; });
+  return *zone != SZ_NONE;
+}
+
+bool ProjGetStateZoneFromPOSCNumber(int posc, ProjType* type, StateZoneType* zone) {
+  if (posc == 0) return false;
+  const StateZoneType found =
+      detail::FirstMatch([posc](const StateZoneRow& row) { return row.posc1927 == posc || row.posc1983 == posc; });
+  const StateZoneRow* row = detail::FindStateZone(found);
+  if (row == nullptr) return false;
+  if (type != nullptr) *type = row->posc1927 == posc ? PT_STATEPLANE27 : PT_STATEPLANE83;
+  if (zone != nullptr) *zone = found;
+  return true;
+}
+
+bool ProjStateZoneToPOSCNumber(ProjType type, StateZoneType zone, int* posc) {
+  const StateZoneRow* row = detail::FindStateZone(zone);
+  if (row == nullptr || (type != PT_STATEPLANE27 && type != PT_STATEPLANE83)) return false;
+  const int number = type == PT_STATEPLANE27 ? row->posc1927 : row->posc1983;
+  if (number == 0) return false;
+  if (posc != nullptr) *posc = number;
+  return true;
+}
+
+void ProjGetStateZoneParams(PROJDATA* pData) {
+  detail::LogPrintf("ProjGetStateZoneParams(pData=%p)\n", static_cast<void*>(pData));
+  if (pData == nullptr) return;
+  const bool inCatalogue = detail::FindStateZone(pData->Zone) != nullptr;
+  if (!inCatalogue || !detail::ExpandStatePlane(pData)) pData->Zone = SZ_NONE;
+}
+
+}  // namespace orvex
