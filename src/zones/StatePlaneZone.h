@@ -11,13 +11,13 @@
 namespace orvex::detail {
 
 /// An angle given as degree-minute-second text and read by the compiler, as LatLonToDegrees reads it: bad text does not
-/// compile, and expanding a zone costs no parsing. Empty text is 0.
+/// compile, and expanding a zone costs no parsing.
 struct DegreeText {
   double degrees = 0;
 
   constexpr DegreeText() = default;
   constexpr DegreeText(const char* text) {
-    if (*text != '\0' && !ReadAngle(text, degrees, 'd')) throw std::invalid_argument("not an angle");
+    if (!ReadAngle(text, degrees, 'd')) throw std::invalid_argument("not an angle");
   }
 };
 
@@ -29,6 +29,33 @@ struct StatePlaneZone {
   double xOrg = 0;  // metres
   double yOrg = 0;
 };
+
+// One function for each kind of row. TransMerc stands for PT_UTM, which takes meridian, K0 and false origin as they are
+// given.
+
+constexpr StatePlaneZone TransMerc(EllipsoidType ellipsoid, DegreeText lon0, DegreeText lat0, double k0, double xOrg,
+                                   double yOrg = 0) {
+  return {PT_UTM, ellipsoid, lon0, lat0, {}, {}, {}, k0, xOrg, yOrg};
+}
+
+constexpr StatePlaneZone Lambert(EllipsoidType ellipsoid, DegreeText lon0, DegreeText lat0, DegreeText lat1,
+                                 DegreeText lat2, double xOrg, double yOrg = 0) {
+  return {PT_LAMBERT, ellipsoid, lon0, lat0, lat1, lat2, {}, 0, xOrg, yOrg};
+}
+
+constexpr StatePlaneZone Oblique(EllipsoidType ellipsoid, DegreeText lon0, DegreeText lat0, DegreeText alpha, double k0,
+                                 double xOrg, double yOrg) {
+  return {PT_HOTINE, ellipsoid, lon0, lat0, {}, {}, alpha, k0, xOrg, yOrg};
+}
+
+constexpr StatePlaneZone Polyconic(EllipsoidType ellipsoid, DegreeText lon0, DegreeText lat0, double xOrg,
+                                   double yOrg) {
+  return {PT_POLYCONIC, ellipsoid, lon0, lat0, {}, {}, {}, 0, xOrg, yOrg};
+}
+
+constexpr StatePlaneZone Undefined() {
+  return {};
+}
 
 /// The definitions of a set, indexed by StateZoneType.
 using StatePlaneSet = std::span<const StatePlaneZone, SZ_NONE>;
