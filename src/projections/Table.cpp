@@ -21,8 +21,8 @@ constexpr std::array<ProjectionRow, 29> kRows{{
     {"Mollweide",                           0x3F, nullptr, nullptr, nullptr, nullptr},  //  8
     {"State Plane 1927",                    0x3B, nullptr, nullptr, nullptr, nullptr},  //  9
     {"State Plane 1983",                    0x3B, nullptr, nullptr, nullptr, nullptr},  // 10
-    {"Polyconic",                           0x1B, nullptr, nullptr, nullptr, nullptr},  // 11
-    {"Hotine Oblique Mercator",             0x03, nullptr, nullptr, nullptr, nullptr},  // 12
+    {"Polyconic",                           0x1B, ROW(PrjPolycon)},                     // 11
+    {"Hotine Oblique Mercator",             0x03, ROW(PrjHotine)},                      // 12
     {"Equidistant Cylindrical",             0x2F, nullptr, nullptr, nullptr, nullptr},  // 13
     {"Robinson",                            0x3F, nullptr, nullptr, nullptr, nullptr},  // 14
     {"Van Der Grinten",                     0x3F, nullptr, nullptr, nullptr, nullptr},  // 15
@@ -35,7 +35,7 @@ constexpr std::array<ProjectionRow, 29> kRows{{
     {"Robinson-Sterling",                   0x3F, nullptr, nullptr, nullptr, nullptr},  // 22
     {"Eckert IV",                           0x3F, nullptr, nullptr, nullptr, nullptr},  // 23
     {"Eckert VI",                           0x3F, nullptr, nullptr, nullptr, nullptr},  // 24
-    {"Oblique Mercator",                    0x03, nullptr, nullptr, nullptr, nullptr},  // 25
+    {"Oblique Mercator",                    0x03, ROW(PrjOblMerc)},                     // 25
     {"Equidistant Conic",                   0x2F, nullptr, nullptr, nullptr, nullptr},  // 26
     {"Gnomonic",                            0x1B, nullptr, nullptr, nullptr, nullptr},  // 27
     {"Azimuthal Equidistant",               0x3F, nullptr, nullptr, nullptr, nullptr},  // 28

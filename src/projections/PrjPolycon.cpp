@@ -1,0 +1,147 @@
+// PrjPolycon - Polyconic (American polyconic), sphere and ellipsoid. Lat0 is the latitude of origin.
+// Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987). Sphere 18-1 to 18-5, 18-7 to 18-11;
+// ellipsoid
+//   18-12 to 18-15, 18-17 to 18-21. Every parallel is true to scale, as is the central meridian.
+// Fixed on purpose: the sphere's inverse delivers the estimate before the last one, and compares its first one with y.
+#include "math/Iteration.h"
+#include "math/MeridianArc.h"
+#include "projections/Modules.h"
+
+namespace orvex::detail::PrjPolycon {
+
+namespace {
+
+constexpr Site kForwardSite{"PrjPolycon", 222, 224};
+constexpr Site kInverseSite{"PrjPolycon", 453, 455};
+constexpr double kSphereTolerance = kFloatEpsilon;          // radians
+constexpr double kEllipsoidTolerance = 10 * kFloatEpsilon;  // radians
+
+struct Constants {
+  double a, e2, lat0, lon0, M0;
+  MeridianArc arc;
+  bool sphere, wrap;
+};
+
+Constants Prepare(const PROJDATA& work) {
+  const double a = work.MajorRadius, e2 = EccentricitySquared(work.Flattening);
+  const MeridianArc arc(a, e2);
+  return {a, e2, work.Lat0, work.Lon0, arc(work.Lat0), arc, work.Flattening == 0, work.bWrapLon};
+}
+
+double LongitudeDifference(const Constants& c, double lon) {
+  return c.wrap ? WrapOnce(lon - c.lon0) : lon - c.lon0;
+}
+
+/// 1 - cos E without cancellation: near the equator it is multiplied by a cotangent without bound.
+double Versine(double E) {
+  return 2 * Square(std::sin(E / 2));
+}
+
+Plot ForwardSphere(const Constants& c, PROJPOINT& p) {
+  const double phi = p.y, dLon = LongitudeDifference(c, p.x);
+  if (phi == 0) {
+    p = {c.a * dLon, -c.a * c.lat0};
+    return Plot::Ok;
+  }
+  const double E = dLon * std::sin(phi), cotPhi = 1 / std::tan(phi);             // 18-2
+  p = {c.a * cotPhi * std::sin(E), c.a * (phi - c.lat0 + cotPhi * Versine(E))};  // 18-3, 18-4
+  return Plot::Ok;
+}
+
+Plot ForwardEllipsoid(const Constants& c, PROJPOINT& p) {
+  const double phi = p.y, dLon = LongitudeDifference(c, p.x), sinPhi = std::sin(phi), cosPhi = std::cos(phi);
+  const double w = 1 - c.e2 * sinPhi * sinPhi;
+  if (w < 0 || std::sqrt(w) == 0) return Plot::Unplottable;
+  if (phi == 0) {
+    p = {c.a * dLon, -c.M0};
+    return Plot::Ok;
+  }
+  const double E = dLon * sinPhi, NcotPhi = c.a / std::sqrt(w) * cosPhi / sinPhi;                // 18-2, 4-20
+  p = {NcotPhi * std::sin(E), c.arc.Length(phi, sinPhi, cosPhi) - c.M0 + NcotPhi * Versine(E)};  // 18-13, 18-14
+  return Plot::Ok;
+}
+
+Plot InverseSphere(const Constants& c, PROJPOINT& p) {
+  if (p.y == -c.lat0 * c.a) {
+    p = {p.x / c.a + c.lon0, 0};
+    return Plot::Ok;
+  }
+  const double A = p.y / c.a + c.lat0, B = Square(p.x / c.a) + A * A;  // 18-7, 18-8
+  double newest = A, lat = 0;
+  const auto step = [&newest, A, B](double phi, double& next) {
+    const double T = std::tan(phi);
+    if (T == 0) return false;
+    next = newest = phi - (A * (phi * T + 1) - phi - 0.5 * (phi * phi + B) * T) / ((phi - A) / T - 1);  // 18-10
+    return true;
+  };
+  // The slot of the previous estimate starts with the northing, and the previous estimate is delivered: deliberate.
+  if (!PreviousEstimate(A, p.y, kSphereTolerance, step, lat)) return Plot::Unplottable;
+  const double sinPhi = std::sin(newest);
+  if (sinPhi == 0) return Plot::Unplottable;
+  p = {std::asin(p.x * std::tan(newest) / c.a) / sinPhi + c.lon0, lat};  // 18-11
+  return Plot::Ok;
+}
+
+/// C of 18-18.
+double FactorC(const Constants& c, double phi) {
+  return std::sqrt(1 - c.e2 * Square(std::sin(phi))) * std::tan(phi);
+}
+
+/// One Newton step, 18-17 to 18-21.
+double NextLatitude(const Constants& c, double A, double B, double phi) {
+  const double sin2Phi = std::sin(2 * phi), cos2Phi = std::cos(2 * phi);
+  const double cos4Phi = 2 * cos2Phi * cos2Phi - 1, cos6Phi = cos2Phi * (2 * cos4Phi - 1);
+  const double C = FactorC(c, phi), Ma = c.arc(phi) / c.a;
+  const double dMa = c.arc.A0 - 2 * c.arc.A2 * cos2Phi + 4 * c.arc.A4 * cos4Phi - 6 * c.arc.A6 * cos6Phi;
+  const double numerator = A * (C * Ma + 1) - Ma - 0.5 * (Ma * Ma + B) * C;
+  const double denominator =
+      c.e2 * sin2Phi * (Ma * Ma + B - 2 * A * Ma) / (4 * C) + (A - Ma) * (C * dMa - 2 / sin2Phi) - dMa;
+  return phi - numerator / denominator;
+}
+
+Plot InverseEllipsoid(const Constants& c, PROJPOINT& p) {
+  if (p.y == -c.M0) {
+    p = {p.x / c.a + c.lon0, 0};
+    return Plot::Ok;
+  }
+  const double w0 = 1 - c.e2 * Square(std::sin(c.lat0));
+  if (w0 < 0 || std::sqrt(w0) == 0) return Plot::Unplottable;
+  const double A = (p.y + c.M0) / c.a, B = A * A + Square(p.x / c.a);  // 18-17
+  double phi = A;
+  for (int pass = 0; pass < kMaxPasses; ++pass) {
+    const double previous = phi;
+    phi = NextLatitude(c, A, B, phi);
+    if (!std::isfinite(phi)) return Plot::Unplottable;  // would run into the limit
+    if (std::abs(phi - previous) <= kEllipsoidTolerance) {
+      p = {std::asin(p.x * FactorC(c, phi) / c.a) / std::sin(phi) + c.lon0, phi};
+      return Plot::Ok;
+    }
+  }
+  return Plot::Unplottable;
+}
+
+}  // namespace
+
+bool Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
+  if (!Ready(work, pts, nPts, kForwardSite)) return false;
+  const Constants c = Prepare(*work);
+  return c.sphere ? ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return ForwardSphere(c, p); })
+                  : ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return ForwardEllipsoid(c, p); });
+}
+
+bool Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
+  if (!Ready(work, pts, nPts, kInverseSite)) return false;
+  const Constants c = Prepare(*work);
+  return c.sphere ? ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return InverseSphere(c, p); })
+                  : ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return InverseEllipsoid(c, p); });
+}
+
+bool InDomain(const PROJDATA* rec, const PROJPOINT* point) {
+  return InOpenBand(rec, point, 180);
+}
+
+bool OffsetSplit(const PROJDATA* rec, const PROJPOINT* pts, unsigned nPts, double* dx, double* dy) {
+  return CommonOffset(rec, pts, nPts, dx, dy);
+}
+
+}  // namespace orvex::detail::PrjPolycon
