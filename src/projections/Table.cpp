@@ -11,9 +11,9 @@ namespace {
 #define ROW(module) module::Forward, module::Inverse, module::InDomain, module::OffsetSplit
 constexpr std::array<ProjectionRow, 29> kRows{{
     {"Unprojected Lat/Long",                0x00, nullptr, nullptr, nullptr, nullptr},  //  0
-    {"Mercator",                            0x2F, nullptr, nullptr, nullptr, nullptr},  //  1
-    {"Albers Equal Area Conic",             0x2F, nullptr, nullptr, nullptr, nullptr},  //  2
-    {"Miller Cylindrical",                  0x2F, nullptr, nullptr, nullptr, nullptr},  //  3
+    {"Mercator",                            0x2F, ROW(PrjMerc)},                        //  1
+    {"Albers Equal Area Conic",             0x2F, ROW(PrjAlbers)},                      //  2
+    {"Miller Cylindrical",                  0x2F, ROW(PrjMiller)},                      //  3
     {"Universal Transverse Mercator (UTM)", 0x1B, ROW(PrjUTM)},                         //  4
     {"Lambert Conformal Conic",             0x2F, ROW(PrjLambert)},                     //  5
     {"Stereographic",                       0x1B, nullptr, nullptr, nullptr, nullptr},  //  6
@@ -23,7 +23,7 @@ constexpr std::array<ProjectionRow, 29> kRows{{
     {"State Plane 1983",                    0x3B, nullptr, nullptr, nullptr, nullptr},  // 10
     {"Polyconic",                           0x1B, ROW(PrjPolycon)},                     // 11
     {"Hotine Oblique Mercator",             0x03, ROW(PrjHotine)},                      // 12
-    {"Equidistant Cylindrical",             0x2F, nullptr, nullptr, nullptr, nullptr},  // 13
+    {"Equidistant Cylindrical",             0x2F, ROW(PrjEquiCyl)},                     // 13
     {"Robinson",                            0x3F, nullptr, nullptr, nullptr, nullptr},  // 14
     {"Van Der Grinten",                     0x3F, nullptr, nullptr, nullptr, nullptr},  // 15
     {"Cassini",                             0x3B, nullptr, nullptr, nullptr, nullptr},  // 16
@@ -36,7 +36,7 @@ constexpr std::array<ProjectionRow, 29> kRows{{
     {"Eckert IV",                           0x3F, nullptr, nullptr, nullptr, nullptr},  // 23
     {"Eckert VI",                           0x3F, nullptr, nullptr, nullptr, nullptr},  // 24
     {"Oblique Mercator",                    0x03, ROW(PrjOblMerc)},                     // 25
-    {"Equidistant Conic",                   0x2F, nullptr, nullptr, nullptr, nullptr},  // 26
+    {"Equidistant Conic",                   0x2F, ROW(PrjEquiCon)},                     // 26
     {"Gnomonic",                            0x1B, nullptr, nullptr, nullptr, nullptr},  // 27
     {"Azimuthal Equidistant",               0x3F, nullptr, nullptr, nullptr, nullptr},  // 28
 }};
