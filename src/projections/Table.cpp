@@ -26,12 +26,12 @@ constexpr std::array<ProjectionRow, 29> kRows{{
     {"Equidistant Cylindrical",             0x2F, ROW(PrjEquiCyl)},                     // 13
     {"Robinson",                            0x3F, nullptr, nullptr, nullptr, nullptr},  // 14
     {"Van Der Grinten",                     0x3F, nullptr, nullptr, nullptr, nullptr},  // 15
-    {"Cassini",                             0x3B, nullptr, nullptr, nullptr, nullptr},  // 16
+    {"Cassini",                             0x3B, ROW(PrjCassini)},                     // 16
     {"Transverse Mercator",                 0x1B, ROW(PrjTMerc)},                       // 17
     {"Gauss-Kruger / Gauss Conformal",      0x1B, ROW(PrjTMerc)},                       // 18
     {"Sinusoidal",                          0x3F, nullptr, nullptr, nullptr, nullptr},  // 19
     {"Lambert Azimuthal Equal Area",        0x3B, nullptr, nullptr, nullptr, nullptr},  // 20
-    {"Bonne",                               0x1B, nullptr, nullptr, nullptr, nullptr},  // 21
+    {"Bonne",                               0x1B, ROW(PrjBonne)},                       // 21
     {"Robinson-Sterling",                   0x3F, nullptr, nullptr, nullptr, nullptr},  // 22
     {"Eckert IV",                           0x3F, nullptr, nullptr, nullptr, nullptr},  // 23
     {"Eckert VI",                           0x3F, nullptr, nullptr, nullptr, nullptr},  // 24

@@ -1,0 +1,124 @@
+// PrjBonne - Bonne, sphere and ellipsoid. Lat1 is the standard parallel and the origin of y; the south has its own
+// signs. Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987). Sphere 19-1 to 19-6; ellipsoid 19-7
+// to 19-11 with
+//   14-15, 3-21, 3-24 and 3-26. Equal area; every parallel is true to scale.
+// Fixed on purpose: the meridian arc stops after three terms, 155 stands in its inverse where 3-26 has 151 (together up
+// to
+//   5 cm), and the longitude difference is wrapped whatever the record's flag says.
+#include "math/MeridianArc.h"
+#include "projections/Modules.h"
+
+namespace orvex::detail::PrjBonne {
+
+namespace {
+
+constexpr const char* kSource = "PrjBonne";
+constexpr Site kForwardSite{kSource, 221, 223};
+constexpr Site kInverseSite{kSource, 421, 423};
+constexpr int kApexSphere = 264;  // the forward formulas assert at the apex of the cone
+constexpr int kApexEllipsoid = 371;
+
+struct Constants {
+  double a, e2, lat1, lon0;
+  double cot1;         // sphere
+  double sin1, K, M1;  // ellipsoid: K is the radius of the standard parallel, M1 its distance from the equator
+  MeridianArc arc;
+  FootpointLatitude footpoint;
+  bool sphere;
+};
+
+/// cos(lat) / sqrt(1 - e2 sin^2 lat): radius of a parallel in units of a, 14-15.
+double RelativeParallel(double e2, double lat) {
+  return std::cos(lat) / std::sqrt(1 - e2 * Square(std::sin(lat)));
+}
+
+Constants Prepare(const PROJDATA& work) {
+  const double a = work.MajorRadius, e2 = EccentricitySquared(work.Flattening), lat1 = work.Lat1, sin1 = std::sin(lat1);
+  MeridianArc arc(a, e2);
+  arc.A6 = 0;  // deliberate, see above; so is 155
+  return {a,
+          e2,
+          lat1,
+          work.Lon0,
+          1 / std::tan(lat1),
+          sin1,
+          a * RelativeParallel(e2, lat1) / sin1,
+          arc(lat1),
+          arc,
+          FootpointLatitude(e2, 155),
+          work.Flattening == 0};
+}
+
+Plot ForwardSphere(const Constants& c, PROJPOINT& p) {
+  if (p.x == kHalfPi && c.lat1 == kHalfPi) return Plot::Unplottable;  // deliberate: it is the longitude that is tested
+  const double rho = c.a * (c.cot1 + c.lat1 - p.y);                   // 19-1
+  if (rho == 0) Assert(kSource, kApexSphere);
+  const double E = c.a * WrapOnce(p.x - c.lon0) * std::cos(p.y) / rho;  // 19-2
+  p = {rho * std::sin(E), c.a * c.cot1 - rho * std::cos(E)};            // 19-3, 19-4
+  return Plot::Ok;
+}
+
+Plot ForwardEllipsoid(const Constants& c, PROJPOINT& p) {
+  if (c.sin1 == 0) return Plot::Unplottable;
+  const double rho = c.K + c.M1 - c.arc(p.y);  // 19-7
+  if (rho == 0) Assert(kSource, kApexEllipsoid);
+  const double E = c.a * RelativeParallel(c.e2, p.y) * WrapOnce(p.x - c.lon0) / rho;  // 19-8
+  p = {rho * std::sin(E), c.K - rho * std::cos(E)};                                   // 19-9, 19-10
+  return Plot::Ok;
+}
+
+/// Radius and angle of a point about the apex, `below` being the distance of the apex above it; negative radii in the
+/// south.
+struct Polar {
+  double rho, angle;
+};
+Polar AboutApex(const Constants& c, double x, double below) {
+  const double rho = std::sqrt(x * x + below * below);
+  return c.lat1 < 0 ? Polar{-rho, std::atan2(-x, -below)} : Polar{rho, std::atan2(x, below)};
+}
+
+Plot InverseSphere(const Constants& c, PROJPOINT& p) {
+  const auto [rho, angle] = AboutApex(c, p.x, c.a * c.cot1 - p.y);
+  const double phi = c.cot1 + c.lat1 - rho / c.a, parallel = c.a * std::cos(phi);  // 19-5
+  if (parallel == 0) return Plot::Unplottable;
+  p = {WrapOnce(c.lon0 + rho * angle / parallel), phi};  // 19-6
+  return Plot::Ok;
+}
+
+Plot InverseEllipsoid(const Constants& c, PROJPOINT& p) {
+  if (c.sin1 == 0) return Plot::Unplottable;
+  const double below = c.K - p.y;
+  const auto [rho, angle] = AboutApex(c, p.x, below);
+  const double phi = c.footpoint(c.arc.Mu(c.K + c.M1 - rho));  // 3-26 of 19-11
+  if (1 - c.e2 * Square(std::sin(phi)) <= 0) return Plot::Unplottable;
+  const double m = RelativeParallel(c.e2, phi);
+  if (m == 0 || below == 0) return Plot::Unplottable;
+  p = {WrapOnce(c.lon0 + rho * angle / (c.a * m)), phi};
+  return Plot::Ok;
+}
+
+}  // namespace
+
+bool Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
+  if (!Ready(work, pts, nPts, kForwardSite)) return false;
+  const Constants c = Prepare(*work);
+  return c.sphere ? ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return ForwardSphere(c, p); })
+                  : ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return ForwardEllipsoid(c, p); });
+}
+
+bool Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
+  if (!Ready(work, pts, nPts, kInverseSite)) return false;
+  const Constants c = Prepare(*work);
+  return c.sphere ? ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return InverseSphere(c, p); })
+                  : ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return InverseEllipsoid(c, p); });
+}
+
+bool InDomain(const PROJDATA* rec, const PROJPOINT* point) {
+  return InOpenBand(rec, point, 180);
+}
+
+bool OffsetSplit(const PROJDATA* rec, const PROJPOINT* pts, unsigned nPts, double* dx, double* dy) {
+  return CommonOffset(rec, pts, nPts, dx, dy);
+}
+
+}  // namespace orvex::detail::PrjBonne

@@ -1,0 +1,68 @@
+// PrjCassini - Cassini, sphere only: flattening is not read. Lat0 and Lon0 are the origin.
+// Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987), 13-1 to 13-6. The central meridian and every
+// great
+//   circle at right angles to it are true to scale.
+// Fixed on purpose: the longitude difference is not wrapped; a quarter turn to either side counts as the pole's
+// meridian.
+#include "projections/Modules.h"
+
+namespace orvex::detail::PrjCassini {
+
+namespace {
+
+constexpr Site kForwardSite{"PrjCassini", 199, 201};
+constexpr Site kInverseSite{"PrjCassini", 310, 312};
+constexpr double kThreeHalvesPi = 4.71238898038469;
+
+struct Constants {
+  double a, lat0, lon0;
+};
+
+Constants Prepare(const PROJDATA& work) {
+  return {work.MajorRadius, work.Lat0, work.Lon0};
+}
+
+Plot ForwardSphere(const Constants& c, PROJPOINT& p) {
+  const double phi = p.y, dLon = p.x - c.lon0, quarter = std::abs(dLon);
+  const double B = std::cos(phi) * std::sin(dLon);  // 13-5
+  if (1 - B * B <= 0) return Plot::Unplottable;
+  double t = phi < 0 ? -kHalfPi : kHalfPi;
+  if (std::abs(phi) != kHalfPi && quarter != kHalfPi && quarter != kThreeHalvesPi) {
+    const double cosLon = std::cos(dLon);
+    if (cosLon == 0) return Plot::Unplottable;
+    t = std::atan2(std::tan(phi), cosLon);
+  }
+  p = {c.a * std::asin(B), c.a * (t - c.lat0)};  // 13-1, 13-2
+  return Plot::Ok;
+}
+
+Plot InverseSphere(const Constants& c, PROJPOINT& p) {
+  const double D = p.y / c.a + c.lat0, x = p.x / c.a;                // 13-6
+  const double lon = std::atan2(std::tan(x), std::cos(D)) + c.lon0;  // 13-4
+  p = {WrapOnce(lon), std::asin(std::sin(D) * std::cos(x))};         // 13-3
+  return Plot::Ok;
+}
+
+}  // namespace
+
+bool Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
+  if (!Ready(work, pts, nPts, kForwardSite)) return false;
+  const Constants c = Prepare(*work);
+  return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return ForwardSphere(c, p); });
+}
+
+bool Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
+  if (!Ready(work, pts, nPts, kInverseSite)) return false;
+  const Constants c = Prepare(*work);
+  return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return InverseSphere(c, p); });
+}
+
+bool InDomain(const PROJDATA* rec, const PROJPOINT* point) {
+  return rec != nullptr && point != nullptr && WithinArc(rec->Lat0, rec->Lon0, *point, 0);
+}
+
+bool OffsetSplit(const PROJDATA* rec, const PROJPOINT* pts, unsigned nPts, double* dx, double* dy) {
+  return NeverOffset(rec, pts, nPts, dx, dy);
+}
+
+}  // namespace orvex::detail::PrjCassini
