@@ -50,23 +50,24 @@ class ORVEX_API CSEGLIST {
 
 /// Whether a point (degrees) lies in the projection's domain. False for null pointers and outside +-360, +-90 degrees.
 ORVEX_API bool ORVEX_CALL ProjLLInProjection(void* hProj, const PROJPOINT* pPt);
-/// Whether an object lies wholly outside: true when no point is in the domain (or nPts is below 1), false as soon as one is.
+/// Whether an object lies wholly outside: true when no point is in the domain (or nPts is below 1), false as soon as
+/// one is.
 ORVEX_API bool ORVEX_CALL ProjLLInProjection(void* hProj, int nPts, const PROJPOINT* pPts);
-/// Whether the object must be drawn a second time, moved by (*pdx, *pdy) degrees, because it reaches over the edge of the map.
-/// False for null pointers or nPts 0.
+/// Whether the object must be drawn a second time, moved by (*pdx, *pdy) degrees, because it reaches over the edge of
+/// the map. False for null pointers or nPts 0.
 ORVEX_API bool ORVEX_CALL ProjLLOffsetSplitObject(void* hProj, const PROJPOINT* pPts, unsigned int nPts, double* pdx,
                                                   double* pdy);
 
-/// Cuts a polyline to the domain and hands each visible piece to pLine, in degrees, in order; then again moved by the offset
-/// of ProjLLOffsetSplitObject when that says so. The array given to the callback may be converted in place; pPts is never
-/// written. Throws shr::Exception 20205 for null arguments (pUser excepted) or nPts below 2. Returns false when clipping fails
-/// or the callback returns false; pieces already delivered stay delivered.
+/// Cuts a polyline to the domain and hands each visible piece to pLine, in degrees, in order; then again moved by the
+/// offset of ProjLLOffsetSplitObject when that says so. The array given to the callback may be converted in place; pPts
+/// is never written. Throws shr::Exception 20205 for null arguments (pUser excepted) or nPts below 2. Returns false
+/// when clipping fails or the callback returns false; pieces already delivered stay delivered.
 ORVEX_API bool ORVEX_CALL ProjLLPreclipPolyline(void* hProj, void* pUser, int nPts, const PROJPOINT* pPts,
                                                 PROJLINECALLBACK pLine);
-/// Cuts a polygon of nParts rings (pCounts[i] points each, one after the other) to the domain. pFill receives the closed
-/// rings that are left, all at once for each pass, first point equal to last; it is not called when nothing is left. pLine
-/// may be null; else it receives the visible runs of the outline without the pieces that follow the clip edge.
-/// Throws and returns as ProjLLPreclipPolyline.
+/// Cuts a polygon of nParts rings (pCounts[i] points each, one after the other) to the domain. pFill receives the
+/// closed rings that are left, all at once for each pass, first point equal to last; it is not called when nothing is
+/// left. pLine may be null; else it receives the visible runs of the outline without the pieces that follow the clip
+/// edge. Throws and returns as ProjLLPreclipPolyline.
 ORVEX_API bool ORVEX_CALL ProjLLPreclipPolygon(void* hProj, void* pUser, int nParts, const int* pCounts,
                                                const PROJPOINT* pPts, PROJFILLCALLBACK pFill, PROJLINECALLBACK pLine);
 

@@ -284,27 +284,27 @@ enum DatumType : std::int32_t {
 
 /// One step between a datum and WGS 84: byte-packed, 153 bytes.
 struct DATUM2WGS84 {
-  DatumMethod Method;           ///< how the step is computed
-  bool bInverse;                ///< false: datum to WGS 84; true: WGS 84 to datum
-  EllipsoidType Ellipsoid;      ///< the datum's ellipsoid; 0: MajorRadius and Flattening as given
-  double PMShift;               ///< prime meridian, degrees east of Greenwich
-  double dx, dy, dz;            ///< origin shift, metres
-  double rx, ry, rz;            ///< rotations, arcseconds (Bursa-Wolf)
-  double k;                     ///< scale correction, parts per million (Bursa-Wolf)
-  double MajorRadius;           ///< semi-major axis, metres
-  double Flattening;            ///< flattening f (not 1/f)
-  std::uint8_t Reserved[64];    ///< set to zero
+  DatumMethod Method;         ///< how the step is computed
+  bool bInverse;              ///< false: datum to WGS 84; true: WGS 84 to datum
+  EllipsoidType Ellipsoid;    ///< the datum's ellipsoid; 0: MajorRadius and Flattening as given
+  double PMShift;             ///< prime meridian, degrees east of Greenwich
+  double dx, dy, dz;          ///< origin shift, metres
+  double rx, ry, rz;          ///< rotations, arcseconds (Bursa-Wolf)
+  double k;                   ///< scale correction, parts per million (Bursa-Wolf)
+  double MajorRadius;         ///< semi-major axis, metres
+  double Flattening;          ///< flattening f (not 1/f)
+  std::uint8_t Reserved[64];  ///< set to zero
 };
 
 /// A conversion from one datum to another: byte-packed, 379 bytes.
 struct DATUMXFORM {
-  DatumType SrcDatum;           ///< source; 0: described by Step1
-  DatumType DestDatum;          ///< destination; 0: described by Step2
-  std::uint8_t Reserved1;       ///< not interpreted
-  DATUM2WGS84 Step1;            ///< used as given when SrcDatum is 0
-  DATUM2WGS84 Step2;            ///< used as given, bInverse included, when DestDatum is 0
-  bool bUnplottable;            ///< set when the last conversion met an unplottable point
-  std::uint8_t Reserved2[63];   ///< not interpreted
+  DatumType SrcDatum;          ///< source; 0: described by Step1
+  DatumType DestDatum;         ///< destination; 0: described by Step2
+  std::uint8_t Reserved1;      ///< not interpreted
+  DATUM2WGS84 Step1;           ///< used as given when SrcDatum is 0
+  DATUM2WGS84 Step2;           ///< used as given, bInverse included, when DestDatum is 0
+  bool bUnplottable;           ///< set when the last conversion met an unplottable point
+  std::uint8_t Reserved2[63];  ///< not interpreted
 };
 
 /// One point: longitude and latitude in decimal degrees; DBL_MAX in both when unplottable.
@@ -335,8 +335,8 @@ ORVEX_API bool ORVEX_CALL DatGetDatumFromPOSCNumber(DatumType* datum, int posc);
 ORVEX_API bool ORVEX_CALL DatGetDatumMethod(DatumType datum, DatumMethod* method);
 /// Whether the datum may be a destination: true for the methods "no change", Bursa-Wolf and Molodensky only.
 ORVEX_API bool ORVEX_CALL DatReversible(DatumType datum);
-/// Parameters of a built-in datum. False for NADCON and regression datums, datum 0 and unknown numbers. The reserved bytes
-/// are left as they were.
+/// Parameters of a built-in datum. False for NADCON and regression datums, datum 0 and unknown numbers. The reserved
+/// bytes are left as they were.
 ORVEX_API bool ORVEX_CALL DatGetDatumParams(DatumType datum, DATUM2WGS84* params);
 
 // ---- conversion ----
@@ -353,9 +353,9 @@ ORVEX_API void* ORVEX_CALL DatCreateDatum(const DATUMXFORM* xform);
 /// Frees a handle; null is ignored.
 ORVEX_API void ORVEX_CALL DatDeleteDatum(void* handle);
 /// Converts n points in place from the source to the destination datum through WGS 84.
-/// Equal built-in datums leave the points as they are, bit for bit. Longitudes come back reduced modulo 360 keeping their
-/// sign, latitudes folded at the poles. A point that cannot be computed becomes DBL_MAX in both fields.
-/// False for a null handle or when a step failed. Throws shr::Exception: 20200 for null points, n below 1 or missing NADCON
+/// Equal built-in datums leave the points as they are, bit for bit. Longitudes come back reduced modulo 360 keeping
+/// their sign, latitudes folded at the poles. A point that cannot be computed becomes DBL_MAX in both fields. False for
+/// a null handle or when a step failed. Throws shr::Exception: 20200 for null points, n below 1 or missing NADCON
 /// grids, 20280 and 20281 for a missing or corrupt NTv2 grid. One handle must not be used by two threads at once.
 ORVEX_API bool ORVEX_CALL DatConvertDatum(void* handle, DATUMPOINT* pts, int n);
 /// Copies the handle's record; false for null pointers.
@@ -363,8 +363,8 @@ ORVEX_API bool ORVEX_CALL DatGetHandleInfo(void* handle, DATUMXFORM* out);
 /// Whether the last conversion met an unplottable point; false for a null handle.
 ORVEX_API bool ORVEX_CALL DatHadUnplottables(void* handle);
 
-/// Owns at most one datum handle. Copying makes a handle of its own; assignment shares the handle, which lives until the
-/// last object that shares it lets go.
+/// Owns at most one datum handle. Copying makes a handle of its own; assignment shares the handle, which lives until
+/// the last object that shares it lets go.
 class ORVEX_API CDatumTransform {
  public:
   CDatumTransform();
@@ -391,7 +391,8 @@ class ORVEX_API CDatumTransform {
 
 /// 254 plus the number of custom datums.
 ORVEX_API int ORVEX_CALL NDatNumDatums(const char* ini);
-/// Name at an index: 0 to 253 as DatGetDatumName, from 254 the custom datums in file order. `name` needs 260 characters.
+/// Name at an index: 0 to 253 as DatGetDatumName, from 254 the custom datums in file order. `name` needs 260
+/// characters.
 ORVEX_API bool ORVEX_CALL NDatEnumDatumName(const char* ini, char* name, int index);
 /// Whether the name is known; *index (may be null) receives its place in the list.
 ORVEX_API bool ORVEX_CALL NDatExists(const char* ini, const char* name, int* index);
@@ -403,8 +404,8 @@ ORVEX_API bool ORVEX_CALL NDatGetDatumParams(const char* ini, const char* name, 
 ORVEX_API bool ORVEX_CALL NDatGetDatumMethod(const char* ini, const char* name, DatumMethod* method);
 /// Whether the datum may be a destination.
 ORVEX_API bool ORVEX_CALL NDatReversible(const char* ini, const char* name);
-/// Stores a custom datum, replacing one of the same name in its place. False for a built-in name, a method or ellipsoid that
-/// has no text form, or when the file cannot be written.
+/// Stores a custom datum, replacing one of the same name in its place. False for a built-in name, a method or ellipsoid
+/// that has no text form, or when the file cannot be written.
 ORVEX_API bool ORVEX_CALL NDatSave(const char* ini, const char* name, const DATUM2WGS84* params);
 /// Removes a custom datum. The last one cannot be removed: the call succeeds and the entry stays.
 ORVEX_API bool ORVEX_CALL NDatDelete(const char* ini, const char* name);

@@ -69,7 +69,8 @@ enum EllipsoidType : std::int32_t {
 
 /// Name, semi-major axis (metres) and flattening f of an ellipsoid; each output may be null.
 ///   name  room for at least 80 characters
-/// Type 0 copies "user-defined" into name, leaves the numbers alone and returns false; outside the table nothing is written.
+/// Type 0 copies "user-defined" into name, leaves the numbers alone and returns false; outside the table nothing is
+/// written.
 ORVEX_API bool ORVEX_CALL EllipsoidInfo(EllipsoidType type, char* name, double* radius, double* flattening);
 
 /// Semi-major axis in metres; 1.0 for type 0 and outside the table.
@@ -82,9 +83,9 @@ ORVEX_API double ORVEX_CALL EllipsoidFlattening(EllipsoidType type);
 /// False for null pointers, nothing written.
 ORVEX_API bool ORVEX_CALL EllipsoidFromName(EllipsoidType* type, const char* name);
 
-/// Finds an ellipsoid by its POSC (EPSG) code. For 7010 to 7014 and 7034, and for 7015 to 7018, a code that no row carries
-/// stores the nearest ellipsoid ("Clarke 1880 mod.", "Everest 1830") and still returns false; any other unknown code, and 0,
-/// returns false and writes nothing. `type` may be null.
+/// Finds an ellipsoid by its POSC (EPSG) code. For 7010 to 7014 and 7034, and for 7015 to 7018, a code that no row
+/// carries stores the nearest ellipsoid ("Clarke 1880 mod.", "Everest 1830") and still returns false; any other unknown
+/// code, and 0, returns false and writes nothing. `type` may be null.
 ORVEX_API bool ORVEX_CALL EllipsoidFromPOSCNumber(int posc, EllipsoidType* type);
 
 /// POSC code of an ellipsoid; false, nothing written, when it has none. `posc` may be null.

@@ -33,24 +33,24 @@ struct GEOREFPOINT {
 #pragma pack(push, 1)
 /// Georeference record, byte-packed, 272 bytes, copied whole.
 struct GEOREF {
-  TransformMethod Method;   ///< how the transform is made
-  GEOREFPOINT* pSrc;        ///< source control points (RefAllocControls)
-  GEOREFPOINT* pDst;        ///< destination control points
-  std::int32_t nControls;   ///< points in each array
-  double Coeff[6];          ///< X = Coeff[0] + x*Coeff[1] + y*Coeff[2], Y = Coeff[3] + x*Coeff[4] + y*Coeff[5]
+  TransformMethod Method;  ///< how the transform is made
+  GEOREFPOINT* pSrc;       ///< source control points (RefAllocControls)
+  GEOREFPOINT* pDst;       ///< destination control points
+  std::int32_t nControls;  ///< points in each array
+  double Coeff[6];         ///< X = Coeff[0] + x*Coeff[1] + y*Coeff[2], Y = Coeff[3] + x*Coeff[4] + y*Coeff[5]
   std::uint8_t Reserved[272 - 4 - 2 * sizeof(void*) - 4 - 48];  ///< not interpreted
 };
 #pragma pack(pop)
 static_assert(sizeof(GEOREF) == 272);
 
-/// Allocates two zero-filled control arrays of n points on the C heap. False (pointers null, count 0) for n below 1, when
-/// memory runs out, or for a null record. Arrays the record already held are not freed.
+/// Allocates two zero-filled control arrays of n points on the C heap. False (pointers null, count 0) for n below 1,
+/// when memory runs out, or for a null record. Arrays the record already held are not freed.
 ORVEX_API bool ORVEX_CALL RefAllocControls(GEOREF* g, int n);
 /// Frees both arrays and clears pointers and count; null is ignored.
 ORVEX_API void ORVEX_CALL RefFreeControls(GEOREF* g);
 
-/// Fits the transform and returns a handle with private copies of the control arrays; null when the method is unknown, the
-/// controls do not determine the transform (too few, coincident, collinear, not finite), or g is null. Free it with
+/// Fits the transform and returns a handle with private copies of the control arrays; null when the method is unknown,
+/// the controls do not determine the transform (too few, coincident, collinear, not finite), or g is null. Free it with
 /// RefDeleteSystem.
 ORVEX_API void* ORVEX_CALL RefCreateSystem(const GEOREF* g);
 /// Frees a handle; null is ignored.
@@ -61,14 +61,14 @@ ORVEX_API bool ORVEX_CALL RefForward(void* h, GEOREFPOINT* pts, int n);
 /// Copies the handle's record; its control pointers are the handle's own and stay owned by it. False for null pointers.
 ORVEX_API bool ORVEX_CALL RefGetHandleInfo(void* h, GEOREF* g);
 
-/// Destination coordinates for the four corners (0,0), (w,0), (w,h), (0,h) of a raster by the record's coefficients become
-/// its control points. Only for method 5 and w, h of at least 1; else false and the record is unchanged.
+/// Destination coordinates for the four corners (0,0), (w,0), (w,h), (0,h) of a raster by the record's coefficients
+/// become its control points. Only for method 5 and w, h of at least 1; else false and the record is unchanged.
 ORVEX_API bool ORVEX_CALL RefCoeffToControls(GEOREF* g, int iWidth, int iHeight);
-/// Fits the affine coefficients to the record's controls (at least 3, method neither 5 nor RM_NONE) and makes it a record of
-/// method 5. Else false and the record is unchanged.
+/// Fits the affine coefficients to the record's controls (at least 3, method neither 5 nor RM_NONE) and makes it a
+/// record of method 5. Else false and the record is unchanged.
 ORVEX_API bool ORVEX_CALL RefControlsToCoeff(GEOREF* g);
-/// Adapts the record to a resampled raster that covers the same ground. False and unchanged for sizes below 1 or when no
-/// affine coefficients can be had.
+/// Adapts the record to a resampled raster that covers the same ground. False and unchanged for sizes below 1 or when
+/// no affine coefficients can be had.
 ORVEX_API bool ORVEX_CALL RefResize(GEOREF* g, int iOldW, int iOldH, int iNewW, int iNewH);
 /// Residuals at the control points, in destination units.
 ///   pTotalError    null, or receives the root mean square

@@ -1,8 +1,9 @@
 // The whole public interface of Orvex in one include.
 //
-// Conventions that hold everywhere: x is longitude (east positive) or easting, y is latitude (north positive) or northing;
-// angles cross the interface in decimal degrees, lengths in metres; arrays of points are converted in place; a point that
-// cannot be computed holds DBL_MAX in both coordinates; bad parameters raise shr::Exception (see <shr/exception.h>).
+// Conventions that hold everywhere: x is longitude (east positive) or easting, y is latitude (north positive) or
+// northing; angles cross the interface in decimal degrees, lengths in metres; arrays of points are converted in place;
+// a point that cannot be computed holds DBL_MAX in both coordinates; bad parameters raise shr::Exception (see
+// <shr/exception.h>).
 #pragma once
 
 #include <orvex/clip.h>

@@ -48,7 +48,8 @@ enum ProjType : std::int32_t {
 #pragma pack(push, 1)
 
 /// Projection parameters: byte-packed, 396 bytes, copied whole. Zero-fill it, then set what the projection uses
-/// (ProjEnumParam lists it). Angles in decimal degrees. A field may lie on an odd address: copy it before taking a reference.
+/// (ProjEnumParam lists it). Angles in decimal degrees. A field may lie on an odd address: copy it before taking a
+/// reference.
 struct PROJDATA {
   ProjType Type;            ///< 0: the projection
   double Scale;             ///< 4: factor on every projected coordinate, after the false origin is added; 0 means 1
@@ -73,12 +74,12 @@ struct PROJDATA {
   double MajorRadius;       ///< 120: semi-major axis, metres
   double Flattening;        ///< 128: flattening f, 0 <= f < 1 (not 1/f); 0 selects spherical formulas
   std::int32_t iResult;     ///< 136: 1 when the last call left unplottable points, else 0
-  bool bWrapLon;            ///< 140: some world projections wrap the longitude difference into +-180; set by the host only
+  bool bWrapLon;  ///< 140: some world projections wrap the longitude difference into +-180; set by the host only
   std::uint8_t Reserved[255];  ///< 141: carried along, never read
 };
 
-/// One point: longitude and latitude in decimal degrees, or easting and northing in map units. Both fields are DBL_MAX when
-/// the point is unplottable; test by equality.
+/// One point: longitude and latitude in decimal degrees, or easting and northing in map units. Both fields are DBL_MAX
+/// when the point is unplottable; test by equality.
 struct PROJPOINT {
   double x, y;
 };
@@ -87,7 +88,8 @@ struct PROJPOINT {
 
 static_assert(sizeof(PROJDATA) == 396 && sizeof(PROJPOINT) == 16);
 static_assert(offsetof(PROJDATA, Lat0) == 28 && offsetof(PROJDATA, K0) == 92 && offsetof(PROJDATA, bSouth) == 100);
-static_assert(offsetof(PROJDATA, Zone) == 101 && offsetof(PROJDATA, Alpha) == 106 && offsetof(PROJDATA, Ellipsoid) == 116);
+static_assert(offsetof(PROJDATA, Zone) == 101 && offsetof(PROJDATA, Alpha) == 106 &&
+              offsetof(PROJDATA, Ellipsoid) == 116);
 static_assert(offsetof(PROJDATA, iResult) == 136 && offsetof(PROJDATA, bWrapLon) == 140 &&
               offsetof(PROJDATA, Reserved) == 141);
 
@@ -95,7 +97,8 @@ static_assert(offsetof(PROJDATA, iResult) == 136 && offsetof(PROJDATA, bWrapLon)
 ORVEX_API int ORVEX_CALL ProjNumProjections();
 
 /// Name and capability mask of a projection.
-///   name  receives the display name ("undefined" for PT_UNDEFINED, "" outside the table); null is allowed; 64 characters do
+///   name  receives the display name ("undefined" for PT_UNDEFINED, "" outside the table); null is allowed; 64
+///   characters do
 /// Returns the mask (six bits whose meaning belongs to the caller); 0 outside the table.
 ORVEX_API unsigned int ORVEX_CALL ProjGetProjectionInfo(ProjType type, char* name);
 
@@ -106,10 +109,11 @@ ORVEX_API unsigned int ORVEX_CALL ProjGetProjectionInfo(ProjType type, char* nam
 ORVEX_API int ORVEX_CALL ProjCheckParams(const PROJDATA* pProjData, char* message, bool bThrow);
 
 /// Makes a projection handle: a completed copy of the record.
-///   pProjData  null: returns null. The call also writes into it: radius and flattening of a built-in ellipsoid; for UTM the
+///   pProjData  null: returns null. The call also writes into it: radius and flattening of a built-in ellipsoid; for
+///   UTM the
 ///              false origin (500000, 0 or 10000000) and a zero K0 as 0.9996.
-/// In the handle a zero Scale and a zero K0 become 1. Throws shr::Exception for the first failed check of ProjCheckParams.
-/// Free the handle with ProjDeleteProjection.
+/// In the handle a zero Scale and a zero K0 become 1. Throws shr::Exception for the first failed check of
+/// ProjCheckParams. Free the handle with ProjDeleteProjection.
 ORVEX_API void* ORVEX_CALL ProjCreateProjection(PROJDATA* pProjData);
 
 /// Frees a handle; null is ignored.
@@ -125,13 +129,13 @@ ORVEX_API int ORVEX_CALL ProjResult(void* hProj);
 ///   hProj  handle from ProjCreateProjection; null: returns false, nothing touched
 ///   pPts   nPts points. Null or nPts below 1 throws shr::Exception with id 20200
 /// Longitudes are reduced modulo 360 keeping their sign, latitudes beyond a pole are folded back at the same longitude.
-/// A point that cannot be projected gets DBL_MAX in both fields and ProjResult becomes 1; its neighbours are unaffected.
-/// PT_LATLONG only screens: points stay in degrees. Returns false when the call as a whole failed.
-/// O(nPts), no allocation. One handle must not be used by two threads at once; different handles may.
+/// A point that cannot be projected gets DBL_MAX in both fields and ProjResult becomes 1; its neighbours are
+/// unaffected. PT_LATLONG only screens: points stay in degrees. Returns false when the call as a whole failed. O(nPts),
+/// no allocation. One handle must not be used by two threads at once; different handles may.
 ORVEX_API bool ORVEX_CALL ProjForward(void* hProj, PROJPOINT* pPts, int nPts);
 
-/// Converts points in place: easting/northing in map units to longitude/latitude in degrees. As ProjForward, except that a
-/// point that was not finite on entry becomes unplottable without setting ProjResult by itself.
+/// Converts points in place: easting/northing in map units to longitude/latitude in degrees. As ProjForward, except
+/// that a point that was not finite on entry becomes unplottable without setting ProjResult by itself.
 ORVEX_API bool ORVEX_CALL ProjInverse(void* hProj, PROJPOINT* pPts, int nPts);
 
 // ---- parameter catalogue: every settable field by number, for dialogs and generic storage ----
@@ -163,8 +167,8 @@ ORVEX_API bool ORVEX_CALL ProjSetParam(PROJDATA* pData, int paramId, const void*
 using PROJLINECALLBACK = bool(ORVEX_CALL*)(void* pUser, int nPts, PROJPOINT* pPts);
 using PROJFILLCALLBACK = bool(ORVEX_CALL*)(void* pUser, int nParts, const int* pCounts, PROJPOINT* pPts);
 
-/// Owns one projection handle. Copying makes an independent handle with the same parameters; assignment shares the handle,
-/// which lives until the last object that shares it lets go.
+/// Owns one projection handle. Copying makes an independent handle with the same parameters; assignment shares the
+/// handle, which lives until the last object that shares it lets go.
 class ORVEX_API CProjector {
  public:
   CProjector();

@@ -5,7 +5,8 @@
 
 namespace orvex {
 
-/// Bits of the format word of DegreesToLatLon. The low four bits hold the number of decimals (0 to 15) of the last field.
+/// Bits of the format word of DegreesToLatLon. The low four bits hold the number of decimals (0 to 15) of the last
+/// field.
 enum LatLonFormat : int {
   LLF_DECIMALS = 0x000F,        ///< mask of the number of decimals
   LLF_DECIMALDEGREES = 0x0010,  ///< one field: decimal degrees, no separator
@@ -19,8 +20,8 @@ enum LatLonFormat : int {
   LLF_ZEROPAD = 0x4000          ///< zero-padded minutes and last field
 };
 
-/// Reads an angle: "-85d50'", "30d30'15.5\"", "57", "120d W", "45 N". A minus sign and a hemisphere letter S or W both mean
-/// negative and do not cancel. Numbers are plain digits with an optional fraction, whatever the locale.
+/// Reads an angle: "-85d50'", "30d30'15.5\"", "57", "120d W", "45 N". A minus sign and a hemisphere letter S or W both
+/// mean negative and do not cancel. Numbers are plain digits with an optional fraction, whatever the locale.
 ///   text        NUL-terminated text; null: false, nothing written
 ///   degrees     receives decimal degrees. When trailing text makes the call fail it holds the unsigned partial value.
 ///   degreeChar  a further character accepted as the degree separator besides 'd', in either case; 0 accepts none
@@ -31,8 +32,9 @@ ORVEX_API bool ORVEX_CALL LatLonToDegrees(const char* text, double* degrees, cha
 ///   text     receives the text; room for at least 260 characters
 ///   degrees  decimal degrees. Rounding is not carried: 10.9999999 gives 60.00 seconds after 59 minutes.
 ///   degSep, minSep, secSep  written after the degrees, minutes and seconds field; 0 writes nothing
-/// Returns false for a null text, and for LLF_PLUSSIGN with LLF_SIGNCOLUMN (text is then empty). A negative value written
-/// without LLF_MINUSSIGN and without LLF_HEMISPHERE loses its sign.
-ORVEX_API bool ORVEX_CALL DegreesToLatLon(char* text, double degrees, int format, char degSep, char minSep, char secSep);
+/// Returns false for a null text, and for LLF_PLUSSIGN with LLF_SIGNCOLUMN (text is then empty). A negative value
+/// written without LLF_MINUSSIGN and without LLF_HEMISPHERE loses its sign.
+ORVEX_API bool ORVEX_CALL DegreesToLatLon(char* text, double degrees, int format, char degSep, char minSep,
+                                          char secSep);
 
 }  // namespace orvex

@@ -158,16 +158,19 @@ enum StateZoneType : std::int32_t {
 /// Name and USGS code of a zone; name becomes "" and the code 0 outside the catalogue. Each output may be null.
 ///   name  room for at least 64 characters. The two Mississippi zones are spelt "Missippippi".
 ORVEX_API void ORVEX_CALL ProjGetStateZoneInfo(StateZoneType zone, char* name, int* usgsCode);
-/// Finds a zone by its whole name without regard to ASCII case. Not found: *zone is SZ_NONE. False for a null or empty name.
+/// Finds a zone by its whole name without regard to ASCII case. Not found: *zone is SZ_NONE. False for a null or empty
+/// name.
 ORVEX_API bool ORVEX_CALL ProjGetStateZoneFromName(StateZoneType* zone, const char* name);
 /// Finds the first zone with a USGS code (0 finds the first zone that has none). False for a negative code.
 ORVEX_API bool ORVEX_CALL ProjGetStateZoneFromUSGSCode(StateZoneType* zone, int code);
-/// Finds a zone by its POSC (EPSG) number and tells the zone set: PT_STATEPLANE27 or PT_STATEPLANE83. Outputs may be null.
+/// Finds a zone by its POSC (EPSG) number and tells the zone set: PT_STATEPLANE27 or PT_STATEPLANE83. Outputs may be
+/// null.
 ORVEX_API bool ORVEX_CALL ProjGetStateZoneFromPOSCNumber(int posc, ProjType* type, StateZoneType* zone);
 /// POSC number of a zone in one of the two sets; false when it has none. `posc` may be null.
 ORVEX_API bool ORVEX_CALL ProjStateZoneToPOSCNumber(ProjType type, StateZoneType zone, int* posc);
-/// Replaces a state plane record by the zone's own projection: type, ellipsoid with radius and flattening, origin, parallels,
-/// K0 and false origin (metres). On failure (no state plane type, no such zone in the set) Zone becomes SZ_NONE.
+/// Replaces a state plane record by the zone's own projection: type, ellipsoid with radius and flattening, origin,
+/// parallels, K0 and false origin (metres). On failure (no state plane type, no such zone in the set) Zone becomes
+/// SZ_NONE.
 ORVEX_API void ORVEX_CALL ProjGetStateZoneParams(PROJDATA* pData);
 
 /// Layouts of UTM zone names.
@@ -177,9 +180,10 @@ enum UTMZoneNameFormat : std::int32_t {
   UTMZN_SIGNED = 2    ///< "Zone 33N (+012 to +018)"
 };
 
-/// Writes a zone's name. Any integer zone is taken modulo 60. False, nothing written, for a null name, an unknown format or
-/// when text and terminator do not fit into nameLen characters.
-ORVEX_API bool ORVEX_CALL ProjUTMZoneNumberToName(int zone, bool south, char* name, int nameLen, UTMZoneNameFormat format);
+/// Writes a zone's name. Any integer zone is taken modulo 60. False, nothing written, for a null name, an unknown
+/// format or when text and terminator do not fit into nameLen characters.
+ORVEX_API bool ORVEX_CALL ProjUTMZoneNumberToName(int zone, bool south, char* name, int nameLen,
+                                                  UTMZoneNameFormat format);
 /// Reads the first number in a text as a zone ("Zone 33N", "UTM 10S", "-1"), modulo 60, and an 's' after it as south.
 /// `zone` and `south` may be null. False when there is no number.
 ORVEX_API bool ORVEX_CALL ProjUTMZoneNameToNumber(const char* name, int* zone, bool* south);

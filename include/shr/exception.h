@@ -9,7 +9,8 @@
 
 namespace shr {
 
-/// Thrown by value for bad parameters and for impossible internal states; nothing else leaves the library as an exception.
+/// Thrown by value for bad parameters and for impossible internal states; nothing else leaves the library as an
+/// exception.
 class ORVEX_API Exception : public std::exception {
  public:
   Exception() = default;

@@ -25,16 +25,16 @@ class ORVEX_API RPoints {
   std::vector<RPoint> m_points;
 };
 
-/// How the plane between the control points is bent. r is the distance from a control point in units of the larger side of
-/// the source set's box, s the mean distance of the controls from their nearest neighbours, in the same units.
+/// How the plane between the control points is bent. r is the distance from a control point in units of the larger side
+/// of the source set's box, s the mean distance of the controls from their nearest neighbours, in the same units.
 enum WarpingMethod : std::int32_t {
-  WM_NONE = -1,                ///< no warp: what Calibrate answers when it fails
-  WM_THIN_PLATE = 0,           ///< r^2 ln r
-  WM_NATURAL_CUBIC = 1,        ///< r^3
-  WM_MARCOV = 2,               ///< (1 + r/s) e^(-r/s)
-  WM_EXPONENTIAL = 3,          ///< e^(-r/s)
-  WM_RATIONAL_QUADRATIC = 4,   ///< 1 / (1 + (r/s)^2)
-  WM_INVERSE_DISTANCE = 5      ///< Shepard's inverse distance squared on the residuals of the least-squares affine map
+  WM_NONE = -1,               ///< no warp: what Calibrate answers when it fails
+  WM_THIN_PLATE = 0,          ///< r^2 ln r
+  WM_NATURAL_CUBIC = 1,       ///< r^3
+  WM_MARCOV = 2,              ///< (1 + r/s) e^(-r/s)
+  WM_EXPONENTIAL = 3,         ///< e^(-r/s)
+  WM_RATIONAL_QUADRATIC = 4,  ///< 1 / (1 + (r/s)^2)
+  WM_INVERSE_DISTANCE = 5     ///< Shepard's inverse distance squared on the residuals of the least-squares affine map
 };
 
 /// A warp fitted to two sets of control points. One object must not be used from two threads at once.
@@ -45,9 +45,9 @@ class ORVEX_API CImageRegistration {
   CImageRegistration(const CImageRegistration&) = delete;
   CImageRegistration& operator=(const CImageRegistration&) = delete;
 
-  /// Fits the warp that carries src[i] to dst[i]. Needs at least 3 distinct, non-collinear, finite source points and sets of
-  /// equal length. Solves a dense system: time grows with the cube of the number of points, memory with its square.
-  /// Returns `method`, or WM_NONE when the points do not determine the warp.
+  /// Fits the warp that carries src[i] to dst[i]. Needs at least 3 distinct, non-collinear, finite source points and
+  /// sets of equal length. Solves a dense system: time grows with the cube of the number of points, memory with its
+  /// square. Returns `method`, or WM_NONE when the points do not determine the warp.
   WarpingMethod Calibrate(const RPoints& src, const RPoints& dst, WarpingMethod method);
 
   /// The warped position of a point. Before a successful Calibrate the point is returned as it is.

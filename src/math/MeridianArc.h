@@ -41,7 +41,8 @@ struct MeridianArc {
   double Mu(double length) const { return length / (a * A0); }
 };
 
-/// Latitude whose rectifying latitude is mu, 3-26. The coefficient of sin 6mu is 151/96 there; one module keeps another.
+/// Latitude whose rectifying latitude is mu, 3-26. The coefficient of sin 6mu is 151/96 there; one module keeps
+/// another.
 struct FootpointLatitude {
   double c1, c2, c3, c4;
 

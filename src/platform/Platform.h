@@ -34,9 +34,9 @@ bool LoadMessage(void* instance, int id, char* buffer, int capacity);
 
 // ---- INI files ----
 
-/// Reads the entries of a section as consecutive NUL-terminated texts closed by one more NUL. Section names ignore case;
-/// comment lines are not returned. Answers the number of characters without the closing NUL; 0 for a missing file or
-/// section; capacity - 2 when the buffer is too small for all.
+/// Reads the entries of a section as consecutive NUL-terminated texts closed by one more NUL. Section names ignore
+/// case; comment lines are not returned. Answers the number of characters without the closing NUL; 0 for a missing file
+/// or section; capacity - 2 when the buffer is too small for all.
 std::size_t ReadProfileSection(const char* fileName, const char* section, char* buffer, std::size_t capacity);
 
 /// Replaces the entries of a section by the given ones (form as above); everything else in the file stays as it is. The
@@ -54,8 +54,8 @@ class FpEnvironment {
   FpEnvironment(const FpEnvironment&) = delete;
   FpEnvironment& operator=(const FpEnvironment&) = delete;
 
-  /// Code (0xC000008D to 0xC0000093, the Windows exception codes) of an exception that has been raised since the status was
-  /// last cleared and whose trap the host had enabled; 0 when there is none.
+  /// Code (0xC000008D to 0xC0000093, the Windows exception codes) of an exception that has been raised since the status
+  /// was last cleared and whose trap the host had enabled; 0 when there is none.
   unsigned RaisedFault() const noexcept;
   void ClearStatus() noexcept;
 

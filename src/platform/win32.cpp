@@ -20,8 +20,8 @@ namespace {
 // Exception bits stand in the same order in the x87 status and control words and in MXCSR (masks there 7 bits up).
 constexpr unsigned kInvalid = 0x01, kDenormal = 0x02, kZeroDivide = 0x04, kOverflow = 0x08, kUnderflow = 0x10,
                    kInexact = 0x20, kAll = 0x3F;
-constexpr unsigned kDefaultMxcsr = 0x1F80;         // all masked, nearest, status clear
-constexpr unsigned short kDefaultX87 = 0x037F;     // all masked, nearest, 64-bit mantissa as the runtime's x87 code wants
+constexpr unsigned kDefaultMxcsr = 0x1F80;      // all masked, nearest, status clear
+constexpr unsigned short kDefaultX87 = 0x037F;  // all masked, nearest, 64-bit mantissa as the runtime's x87 code wants
 
 struct SavedEnvironment {
   fenv_t x87;  // this runtime's fenv covers the x87 unit only

@@ -1,5 +1,5 @@
-// Module - the contract of the projection modules, and everything they share: argument checks, the loop over the points,
-// the marker, the domain tests and the offset rules. A module itself holds mathematics only.
+// Module - the contract of the projection modules, and everything they share: argument checks, the loop over the
+// points, the marker, the domain tests and the offset rules. A module itself holds mathematics only.
 #pragma once
 
 #include <cfloat>
@@ -13,8 +13,8 @@
 
 namespace orvex::detail {
 
-/// Forward: longitude/latitude in radians to unscaled coordinates about the natural origin, in place; inverse: the other way.
-/// `work` is the driver's private record, its angles in radians. False only when the whole call fails.
+/// Forward: longitude/latitude in radians to unscaled coordinates about the natural origin, in place; inverse: the
+/// other way. `work` is the driver's private record, its angles in radians. False only when the whole call fails.
 using ConvertOperation = bool (*)(PROJDATA* work, PROJPOINT* pts, int nPts);
 /// Whether a point (degrees) lies in the projection's domain; the record's angles are in degrees.
 using DomainOperation = bool (*)(const PROJDATA* rec, const PROJPOINT* point);
@@ -61,8 +61,8 @@ inline bool IsUnplottable(const PROJPOINT& p) {
   return p.x == DBL_MAX || p.y == DBL_MAX;
 }
 
-/// Runs `operation` (PROJPOINT& -> Plot) over the points. Unplottable points are passed over; a point that the operation
-/// refuses is marked and sets the record's result. Always true.
+/// Runs `operation` (PROJPOINT& -> Plot) over the points. Unplottable points are passed over; a point that the
+/// operation refuses is marked and sets the record's result. Always true.
 template <class PointOperation>
 bool ConvertEach(PROJDATA& work, PROJPOINT* pts, int nPts, PointOperation operation) {
   bool anyUnplottable = false;
@@ -79,13 +79,25 @@ bool ConvertEach(PROJDATA& work, PROJPOINT* pts, int nPts, PointOperation operat
   return true;
 }
 
+/// The same with the operation as a member `bool (double& x, double& y) const` of a formula class that knows no
+/// records.
+template <auto kOperation, class Formulas>
+bool ConvertBy(PROJDATA& work, PROJPOINT* pts, int nPts, const Formulas& formulas) {
+  return ConvertEach(work, pts, nPts, [formulas](PROJPOINT& p) {
+    double x = p.x, y = p.y;
+    const bool plottable = (formulas.*kOperation)(x, y);
+    p = {x, y};
+    return plottable ? Plot::Ok : Plot::Unplottable;
+  });
+}
+
 /// Domain test: the open band of longitudes Lon0 - halfWidth to Lon0 + halfWidth, degrees.
 inline bool InOpenBand(const PROJDATA* rec, const PROJPOINT* point, double halfWidth) {
   return rec != nullptr && point != nullptr && rec->Lon0 - halfWidth < point->x && point->x < rec->Lon0 + halfWidth;
 }
 
-/// Offset rule about a central meridian (degrees): an object that touches or passes its western limit is repeated 360 degrees
-/// further east, else one that reaches the eastern limit 360 degrees further west.
+/// Offset rule about a central meridian (degrees): an object that touches or passes its western limit is repeated 360
+/// degrees further east, else one that reaches the eastern limit 360 degrees further west.
 inline bool OffsetAboutMeridian(double lon0, const PROJPOINT* pts, unsigned nPts, double* dx, double* dy) {
   if (pts == nullptr || nPts == 0 || dx == nullptr || dy == nullptr) return false;
   *dx = 0;

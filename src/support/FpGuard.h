@@ -5,8 +5,8 @@
 
 namespace orvex::detail {
 
-/// Sets the host's floating-point environment aside for its lifetime. A fault is what the host would have seen: an exception
-/// whose trap the host had enabled. With all traps masked, the usual case, nothing ever counts as a fault.
+/// Sets the host's floating-point environment aside for its lifetime. A fault is what the host would have seen: an
+/// exception whose trap the host had enabled. With all traps masked, the usual case, nothing ever counts as a fault.
 class FpGuard {
  public:
   /// Forgets what has been raised so far, and clears this thread's error flag.
@@ -21,12 +21,12 @@ class FpGuard {
 /// This thread's floating-point error flag.
 bool& FpErrorFlag() noexcept;
 
-/// Takes note of a math-library error of kind 1 to 6 (domain, singularity, overflow, underflow, total and partial loss of
-/// significance): sets this thread's error flag. Answers non-zero: the result stands and nothing is printed.
+/// Takes note of a math-library error of kind 1 to 6 (domain, singularity, overflow, underflow, total and partial loss
+/// of significance): sets this thread's error flag. Answers non-zero: the result stands and nothing is printed.
 int MathErrorHook(int kind) noexcept;
 
-/// Judges an exception code: for the seven floating-point exceptions 0xC000008D to 0xC0000093 sets the flag and answers 1
-/// (handled), else 0 (not ours).
+/// Judges an exception code: for the seven floating-point exceptions 0xC000008D to 0xC0000093 sets the flag and answers
+/// 1 (handled), else 0 (not ours).
 int FpExceptionFilter(bool* flag, unsigned code) noexcept;
 
 }  // namespace orvex::detail

@@ -12,8 +12,8 @@ void LogSetup(bool enabled, const char* fileName);
 /// Formats into 1040 bytes and logs; formats nothing when the log is off.
 [[gnu::format(printf, 1, 2)]] void LogPrintf(const char* format, ...);
 
-/// Appends one text to the log, "\n" as "\r\n", at most 1023 characters of output. The file is opened and closed for every
-/// text so that nothing is lost when the process dies. Failures drop the text.
+/// Appends one text to the log, "\n" as "\r\n", at most 1023 characters of output. The file is opened and closed for
+/// every text so that nothing is lost when the process dies. Failures drop the text.
 void LogWrite(const char* text);
 
 /// Logs a line of internal progress, marked "CTRACE:  ".

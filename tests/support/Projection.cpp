@@ -1,6 +1,8 @@
 // Helpers of the projection tests.
 #include "support/Projection.h"
 
+#include <cstddef>
+#include <cstring>
 #include <fstream>
 #include <map>
 #include <sstream>
@@ -25,25 +27,24 @@ PROJDATA Record(ProjType type, std::string_view parameters) {
   PROJDATA rec{};
   rec.Type = type;
   rec.Ellipsoid = ET_WGS_84;
-  const std::map<std::string, double PROJDATA::*> numbers{
-      {"Scale", &PROJDATA::Scale}, {"xOrg", &PROJDATA::xOrg}, {"yOrg", &PROJDATA::yOrg}, {"Lat0", &PROJDATA::Lat0},
-      {"Lon0", &PROJDATA::Lon0},   {"Lat1", &PROJDATA::Lat1}, {"Lat2", &PROJDATA::Lat2}, {"Lat3", &PROJDATA::Lat3},
-      {"Lon1", &PROJDATA::Lon1},   {"Lon2", &PROJDATA::Lon2}, {"Lon3", &PROJDATA::Lon3}, {"K0", &PROJDATA::K0},
-      {"Alpha", &PROJDATA::Alpha}};
-  const std::map<std::string, bool PROJDATA::*> flags{{"bSouth", &PROJDATA::bSouth},
-                                                      {"bUseAlpha", &PROJDATA::bUseAlpha},
-                                                      {"bRotate", &PROJDATA::bRotate},
-                                                      {"bUOffset", &PROJDATA::bUOffset},
-                                                      {"wrap", &PROJDATA::bWrapLon}};
+#define FIELD(name) \
+  { #name, offsetof(PROJDATA, name) }
+  static const std::map<std::string, std::size_t> numbers{
+      FIELD(Scale), FIELD(xOrg), FIELD(yOrg), FIELD(Lat0), FIELD(Lon0), FIELD(Lat1), FIELD(Lat2),
+      FIELD(Lat3),  FIELD(Lon1), FIELD(Lon2), FIELD(Lon3), FIELD(K0),   FIELD(Alpha)};
+  static const std::map<std::string, std::size_t> flags{
+      FIELD(bSouth), FIELD(bUseAlpha), FIELD(bRotate), FIELD(bUOffset), {"wrap", offsetof(PROJDATA, bWrapLon)}};
+#undef FIELD
+  char* const bytes = reinterpret_cast<char*>(&rec);
   for (const std::string& item : Split(parameters, ';')) {
     if (item.empty()) continue;
     const std::size_t equals = item.find('=');
     const std::string name = item.substr(0, equals);
     const double value = std::stod(item.substr(equals + 1));
     if (const auto number = numbers.find(name); number != numbers.end()) {
-      rec.*(number->second) = value;
+      std::memcpy(bytes + number->second, &value, sizeof value);
     } else if (const auto flag = flags.find(name); flag != flags.end()) {
-      rec.*(flag->second) = value != 0;
+      bytes[flag->second] = value != 0;
     } else if (name == "R" || name == "a") {
       rec.Ellipsoid = ET_USER_DEFINED;
       rec.MajorRadius = value;
@@ -144,8 +145,9 @@ LocalScale ScaleAt(CProjector& projector, double lon, double lat, double stepDeg
   projector.GetInfo(&rec);
   const double a = rec.MajorRadius, f = rec.Flattening, e2 = 2 * f - f * f;
   const double sinLat = std::sin(lat * kRadiansPerDegree), w = 1 - e2 * sinLat * sinLat;
-  const double parallel = a * std::cos(lat * kRadiansPerDegree) / std::sqrt(w);  // ground metres per radian of longitude
-  const double meridian = a * (1 - e2) / (w * std::sqrt(w));                     // and of latitude
+  const double parallel =
+      a * std::cos(lat * kRadiansPerDegree) / std::sqrt(w);   // ground metres per radian of longitude
+  const double meridian = a * (1 - e2) / (w * std::sqrt(w));  // and of latitude
   const Jacobian j = JacobianAt(projector, lon, lat, stepDeg);
   const double k = std::hypot(j.xLon, j.yLon) / parallel, h = std::hypot(j.xLat, j.yLat) / meridian;
   return {k, h, (j.xLon * j.xLat + j.yLon * j.yLat) / (k * h * parallel * meridian),

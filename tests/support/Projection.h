@@ -16,8 +16,8 @@ namespace orvex::test {
 inline constexpr double kRadiansPerDegree = 3.14159265358979323846 / 180;
 
 /// A zero-filled record with the fields named in `parameters` set: "Lat0=40;Lon0=-96;Ellipsoid=15". Field names as in
-/// PROJDATA; besides R or a (radius, user-defined ellipsoid), f and e2 (flattening, eccentricity squared), wrap (bWrapLon).
-/// Without an ellipsoid the record has WGS 84. A name it does not know fails the test.
+/// PROJDATA; besides R or a (radius, user-defined ellipsoid), f and e2 (flattening, eccentricity squared), wrap
+/// (bWrapLon). Without an ellipsoid the record has WGS 84. A name it does not know fails the test.
 PROJDATA Record(ProjType type, std::string_view parameters);
 
 /// The type with a display name; fails the test when there is none.
@@ -36,8 +36,8 @@ class CsvFile {
   std::vector<std::vector<std::string>> m_rows;
 };
 
-/// Checks every row of a golden file in both directions. Columns: projection (display name), parameters, lon, lat, x, y,
-/// tol_xy (map units; empty: forward not checked), tol_deg (degrees of arc; empty: inverse not checked), origin.
+/// Checks every row of a golden file in both directions. Columns: projection (display name), parameters, lon, lat, x,
+/// y, tol_xy (map units; empty: forward not checked), tol_deg (degrees of arc; empty: inverse not checked), origin.
 void CheckGolden(const std::string& file);
 
 /// Single points through a projector; an exception fails as usual.
@@ -58,8 +58,8 @@ struct Jacobian {
 };
 Jacobian JacobianAt(CProjector& projector, double lon, double lat, double stepDeg = 0.01);
 
-/// Local scales along parallel and meridian on an ellipsoid, the cosine of the angle between them on the map, and the area
-/// scale. A conformal map has h = k and cosine 0; an equal-area map has area 1.
+/// Local scales along parallel and meridian on an ellipsoid, the cosine of the angle between them on the map, and the
+/// area scale. A conformal map has h = k and cosine 0; an equal-area map has area 1.
 struct LocalScale {
   double k, h, cosine, area;
 };

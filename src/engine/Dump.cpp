@@ -1,0 +1,47 @@
+// Dump - projection records in the debug log.
+#include "engine/Dump.h"
+
+#include "orvex/zones.h"
+#include "projections/Module.h"
+#include "support/Log.h"
+
+namespace orvex::detail {
+
+void DumpProjData(const PROJDATA* data) {
+  if (!LogEnabled()) return;
+  LogPrintf("  PROJDATA (Pointer=%p)\n", static_cast<const void*>(data));
+  if (data == nullptr) return;
+  const PROJDATA d = *data;
+  const ProjectionRow* row = FindRow(d.Type);
+  LogPrintf("    Type:            %d (%s)\n", static_cast<int>(d.Type), row != nullptr ? row->name : "UNKNOWN");
+
+  const auto number = [](const char* label, double value) { LogPrintf("    %-17s%f\n", label, value); };
+  const auto flag = [](const char* label, bool value) { LogPrintf("    %-17s%s\n", label, BoolText(value)); };
+  number("Scale:", d.Scale);
+  number("xOrg:", d.xOrg);
+  number("yOrg:", d.yOrg);
+  number("Lat0:", d.Lat0);
+  number("Lon0:", d.Lon0);
+  number("Lat1:", d.Lat1);
+  number("Lat2:", d.Lat2);
+  number("Lat3:", d.Lat3);
+  number("Lon1:", d.Lon1);
+  number("Lon2:", d.Lon2);
+  number("Lon3:", d.Lon3);
+  number("K0:", d.K0);
+  flag("bSouth:", d.bSouth);
+  char name[80];
+  ProjGetStateZoneInfo(static_cast<StateZoneType>(d.Zone), name, nullptr);
+  LogPrintf("    Zone:            %d (%s)\n", static_cast<int>(d.Zone), *name != '\0' ? name : "UNKNOWN");
+  flag("bUseAlpha:", d.bUseAlpha);
+  number("Alpha:", d.Alpha);
+  flag("bRotate:", d.bRotate);
+  flag("bUOffset:", d.bUOffset);
+  const bool known = EllipsoidInfo(d.Ellipsoid, name, nullptr, nullptr);
+  LogPrintf("    Ellipsoid:       %d (%s)\n", static_cast<int>(d.Ellipsoid), known ? name : "UNKNOWN");
+  number("MajorRadius:", d.MajorRadius);
+  number("Flattening:", d.Flattening);
+  LogPrintf("    iResult:         %d\n", static_cast<int>(d.iResult));
+}
+
+}  // namespace orvex::detail

@@ -1,0 +1,18 @@
+// ProjectionInfo - names and capability masks of the projections.
+#include <cstring>
+
+#include "projections/Module.h"
+
+namespace orvex {
+
+int ORVEX_CALL ProjNumProjections() {
+  return static_cast<int>(detail::ProjectionTable().size());
+}
+
+unsigned int ORVEX_CALL ProjGetProjectionInfo(ProjType type, char* name) {
+  const detail::ProjectionRow* row = detail::FindRow(type);
+  if (name != nullptr) std::strcpy(name, row != nullptr ? row->name : type == PT_UNDEFINED ? "undefined" : "");
+  return row != nullptr ? row->mask : 0;
+}
+
+}  // namespace orvex

@@ -1,0 +1,56 @@
+// Projector - the class that owns a projection handle.
+#include "orvex/projection.h"
+#include "support/Log.h"
+
+namespace orvex {
+
+namespace {
+
+std::shared_ptr<void> Own(void* handle) {
+  if (handle == nullptr) return {};
+  return {handle, ProjDeleteProjection};
+}
+
+}  // namespace
+
+CProjector::CProjector() = default;
+
+CProjector::CProjector(PROJDATA* pProjData) : m_hProj(Own(ProjCreateProjection(pProjData))) {}
+
+CProjector::CProjector(const CProjector& other)
+    : m_hProj(Own(ProjCreateProjection(static_cast<PROJDATA*>(other.m_hProj.get())))) {}
+
+CProjector& CProjector::operator=(const CProjector& other) = default;
+
+CProjector::~CProjector() {
+  Delete();
+}
+
+bool CProjector::Create(PROJDATA* pProjData) {
+  Delete();
+  m_hProj = Own(ProjCreateProjection(pProjData));
+  return m_hProj != nullptr;
+}
+
+void CProjector::Delete() {
+  if (m_hProj == nullptr) ProjDeleteProjection(nullptr);  // for the log's sake
+  m_hProj.reset();
+}
+
+bool CProjector::Forward(PROJPOINT* pPts, int nPts) {
+  return ProjForward(m_hProj.get(), pPts, nPts);
+}
+
+bool CProjector::Inverse(PROJPOINT* pPts, int nPts) {
+  return ProjInverse(m_hProj.get(), pPts, nPts);
+}
+
+int CProjector::Result() const {
+  return ProjResult(m_hProj.get());
+}
+
+bool CProjector::GetInfo(PROJDATA* pProjData) const {
+  return ProjGetHandleInfo(m_hProj.get(), pProjData);
+}
+
+}  // namespace orvex

@@ -1,0 +1,169 @@
+// PrjLambert - Lambert Conformal Conic with two standard parallels, sphere and ellipsoid.
+// Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987): sphere 14-1 to 14-4, 15-1 to 15-3, inverse
+// 14-9 to 14-11, 15-5; ellipsoid 14-15, 15-7 to 15-10, inverse 7-9, 15-11. The ellipsoid's inverse is only as good as
+// its stopping rule: up to 7.6 m, see docs/accuracy.md.
+#include "math/Iteration.h"
+#include "math/MeridianArc.h"
+#include "projections/Modules.h"
+
+namespace orvex::detail {
+
+namespace {
+
+constexpr Site kForwardSite{"PrjLambert", 219, 221};
+constexpr Site kInverseSite{"PrjLambert", 520, 522};
+constexpr int kZeroConeLine = 564;
+constexpr double kLatitudeTolerance = 1.1920928955078125e-06;  // radians
+
+/// t of 15-9, and its two dead ends.
+double ConformalT(double phi, double e) {
+  const double s = e * std::sin(phi);
+  return std::tan(kQuarterPi - phi / 2) / std::pow((1 - s) / (1 + s), e / 2);
+}
+
+/// What the cone is on the record alone. A cone that cannot be used refuses every point, here `usable` false.
+struct Cone {
+  double e = 0, n = 0, aF = 0, rho0 = 0, lon0 = 0;
+  bool usable = false;
+  bool zero = false;  // sphere: no cone constant; its inverse asserts, its forward refuses
+};
+
+Cone PrepareSphere(const PROJDATA& work) {
+  const double lat1 = work.Lat1, lat2 = work.Lat2;
+  Cone c;
+  c.lon0 = work.Lon0;
+  const double T1 = std::tan(kQuarterPi + lat1 / 2);
+  if (T1 == 0) return c;
+  const double L = std::log(std::tan(kQuarterPi + lat2 / 2) / T1);
+  if (L == 0) return c;                                 // one standard parallel: there is no tangent cone here
+  c.n = std::log(std::cos(lat1) / std::cos(lat2)) / L;  // 15-3
+  c.zero = c.n == 0;
+  if (c.zero) return c;
+  const double F = std::pow(T1, c.n) * std::cos(lat1) / c.n;  // 15-2
+  const double P0 = std::pow(std::tan(kQuarterPi + work.Lat0 / 2), c.n);
+  if (P0 == 0) return c;
+  c.aF = work.MajorRadius * F;
+  c.rho0 = c.aF / P0;  // 15-1a
+  c.usable = true;
+  return c;
+}
+
+/// Radius of the parallel with the given t; the far pole of a southern cone lies at the apex.
+double Radius(const Cone& c, double t) {
+  return t == 0 && c.n < 0 ? 0 : c.aF * std::pow(t, c.n);
+}
+
+/// `needOrigin`: the inverse also refuses cones whose origin has no radius of curvature or whose F vanishes.
+Cone PrepareEllipsoid(const PROJDATA& work, bool needOrigin) {
+  const double lat0 = work.Lat0, lat1 = work.Lat1, lat2 = work.Lat2;
+  const double e2 = EccentricitySquared(work.Flattening);
+  Cone c;
+  c.e = std::sqrt(e2);
+  c.lon0 = work.Lon0;
+  const double sin0 = std::sin(lat0), sin1 = std::sin(lat1), sin2 = std::sin(lat2);
+  if (1 + c.e * sin0 == 0 || 1 + c.e * sin1 == 0 || 1 + c.e * sin2 == 0) return c;
+  const double w1 = 1 - e2 * sin1 * sin1, w2 = 1 - e2 * sin2 * sin2;
+  if (w1 <= 0 || w2 <= 0 || (needOrigin && 1 - e2 * sin0 * sin0 <= 0)) return c;
+  const double t0 = ConformalT(lat0, c.e), t1 = ConformalT(lat1, c.e), t2 = ConformalT(lat2, c.e);
+  const double m1 = std::cos(lat1) / std::sqrt(w1), m2 = std::cos(lat2) / std::sqrt(w2);  // 14-15
+  const double D = std::log(t1) - std::log(t2);
+  if (D == 0) return c;                     // one standard parallel: there is no tangent cone here
+  c.n = (std::log(m1) - std::log(m2)) / D;  // 15-8
+  if (t1 == 0 && c.n < 0) return c;
+  const double P1 = std::pow(t1, c.n);
+  if (P1 == 0) return c;
+  const double F = m1 / (c.n * P1);  // 15-10
+  if (needOrigin && F == 0) return c;
+  c.aF = work.MajorRadius * F;
+  c.rho0 = Radius(c, t0);  // 15-7a
+  c.usable = true;
+  return c;
+}
+
+/// Polar to rectangular, 14-1 and 14-2. The longitude difference is not wrapped.
+void FromPolar(const Cone& c, double rho, double lon, PROJPOINT& p) {
+  const double theta = c.n * (lon - c.lon0);  // 14-4
+  p = {rho * std::sin(theta), c.rho0 - rho * std::cos(theta)};
+}
+
+/// Rectangular to polar, 14-10 and 14-11; a southern cone opens the other way.
+void ToPolar(const Cone& c, const PROJPOINT& p, double& rho, double& theta) {
+  const double dy = c.rho0 - p.y;
+  const double sign = c.n < 0 ? -1 : 1;
+  theta = std::atan2(sign * p.x, sign * dy);
+  rho = sign * std::sqrt(p.x * p.x + dy * dy);
+}
+
+Plot ForwardSphere(const Cone& c, PROJPOINT& p) {
+  if (!c.usable) return Plot::Unplottable;
+  const double P = std::pow(std::tan(kQuarterPi + p.y / 2), c.n);
+  if (P == 0) return Plot::Unplottable;
+  FromPolar(c, c.aF / P, p.x, p);  // 15-1
+  return Plot::Ok;
+}
+
+Plot ForwardEllipsoid(const Cone& c, PROJPOINT& p) {
+  const double s = c.e * std::sin(p.y);
+  if (!c.usable || 1 + s == 0 || 1 - s * s <= 0) return Plot::Unplottable;
+  const double t = std::tan(kQuarterPi - p.y / 2) / std::pow((1 - s) / (1 + s), c.e / 2);  // 15-9
+  FromPolar(c, Radius(c, t), p.x, p);                                                      // 15-7
+  return Plot::Ok;
+}
+
+Plot InverseSphere(const Cone& c, PROJPOINT& p) {
+  if (c.zero) Assert("PrjLambert", kZeroConeLine);  // on purpose: the forward only refuses the points
+  if (!c.usable) return Plot::Unplottable;
+  double rho = 0, theta = 0;
+  ToPolar(c, p, rho, theta);
+  if (rho == 0) return Plot::Unplottable;
+  p = {theta / c.n + c.lon0, 2 * std::atan(std::pow(c.aF / rho, 1 / c.n)) - kHalfPi};  // 14-9, 15-5
+  return Plot::Ok;
+}
+
+Plot InverseEllipsoid(const Cone& c, PROJPOINT& p) {
+  if (!c.usable) return Plot::Unplottable;
+  double rho = 0, theta = 0;
+  ToPolar(c, p, rho, theta);
+  if (rho == 0) return Plot::Unplottable;
+  const double t = std::pow(rho / c.aF, 1 / c.n);  // 15-11
+  const auto step = [&c, t](double phi, double& next) {
+    const double s = c.e * std::sin(phi);
+    if (1 + s == 0) return false;
+    next = kHalfPi - 2 * std::atan(t * std::pow((1 - s) / (1 + s), c.e / 2));  // 7-9
+    return true;
+  };
+  double phi = 0;
+  if (!PreviousEstimate(kHalfPi - 2 * std::atan(t), p.y, kLatitudeTolerance, step, phi)) return Plot::Unplottable;
+  p = {theta / c.n + c.lon0, phi};
+  return Plot::Ok;
+}
+
+}  // namespace
+
+bool PrjLambert::Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
+  if (!Ready(work, pts, nPts, kForwardSite)) return false;
+  if (work->Flattening == 0) {
+    return ConvertEach(*work, pts, nPts, [c = PrepareSphere(*work)](PROJPOINT& p) { return ForwardSphere(c, p); });
+  }
+  return ConvertEach(*work, pts, nPts,
+                     [c = PrepareEllipsoid(*work, false)](PROJPOINT& p) { return ForwardEllipsoid(c, p); });
+}
+
+bool PrjLambert::Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
+  if (!Ready(work, pts, nPts, kInverseSite)) return false;
+  if (work->Flattening == 0) {
+    return ConvertEach(*work, pts, nPts, [c = PrepareSphere(*work)](PROJPOINT& p) { return InverseSphere(c, p); });
+  }
+  return ConvertEach(*work, pts, nPts,
+                     [c = PrepareEllipsoid(*work, true)](PROJPOINT& p) { return InverseEllipsoid(c, p); });
+}
+
+bool PrjLambert::InDomain(const PROJDATA* rec, const PROJPOINT* point) {
+  return InOpenBand(rec, point, 180);
+}
+
+bool PrjLambert::OffsetSplit(const PROJDATA* rec, const PROJPOINT* pts, unsigned nPts, double* dx, double* dy) {
+  return CommonOffset(rec, pts, nPts, dx, dy);
+}
+
+}  // namespace orvex::detail
