@@ -21,6 +21,17 @@ double ConformalT(double phi, double e) {
   return std::tan(kQuarterPi - phi / 2) / std::pow((1 - s) / (1 + s), e / 2);
 }
 
+/// ln(t2/t1)'s spherical part with its sign: ln tan(45 + phi2/2) - ln tan(45 + phi1/2), exact for parallels close
+/// together.
+double IsometricDifference(double phi1, double phi2) {
+  return 2 * std::atanh(std::sin((phi2 - phi1) / 2) / std::cos((phi2 + phi1) / 2));
+}
+
+/// ln cos phi1 - ln cos phi2, exact for parallels close together.
+double LogCosineDifference(double phi1, double phi2) {
+  return std::log1p(2 * std::sin((phi1 + phi2) / 2) * std::sin((phi2 - phi1) / 2) / std::cos(phi2));
+}
+
 /// What the cone is on the record alone. A cone that cannot be used refuses every point, here `usable` false.
 struct Cone {
   double e = 0, n = 0, aF = 0, rho0 = 0, lon0 = 0;
@@ -34,9 +45,9 @@ Cone PrepareSphere(const PROJDATA& work) {
   c.lon0 = work.Lon0;
   const double T1 = std::tan(kQuarterPi + lat1 / 2);
   if (T1 == 0) return c;
-  const double L = std::log(std::tan(kQuarterPi + lat2 / 2) / T1);
-  if (L == 0) return c;                                 // one standard parallel: there is no tangent cone here
-  c.n = std::log(std::cos(lat1) / std::cos(lat2)) / L;  // 15-3
+  const double L = IsometricDifference(lat1, lat2);
+  if (L == 0) return c;                       // one standard parallel: there is no tangent cone here
+  c.n = LogCosineDifference(lat1, lat2) / L;  // 15-3
   c.zero = c.n == 0;
   if (c.zero) return c;
   const double F = std::pow(T1, c.n) * std::cos(lat1) / c.n;  // 15-2

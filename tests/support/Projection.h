@@ -10,6 +10,7 @@
 #include <vector>
 
 #include <orvex/orvex.h>
+#include <shr/exception.h>
 
 namespace orvex::test {
 

@@ -1,0 +1,274 @@
+// The engine: catalogue, validation, handles, driver, wrapper and the floating-point guard.
+#include <cfenv>
+#include <cstring>
+#include <limits>
+
+#include "support/Projection.h"
+
+namespace orvex::test {
+namespace {
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInf = std::numeric_limits<double>::infinity();
+
+TEST(Catalogue, NamesAndMasks) {
+  char name[64];
+  EXPECT_EQ(ProjNumProjections(), 29);
+  const struct {
+    int type;
+    const char* name;
+    unsigned mask;
+  } rows[] = {{0, "Unprojected Lat/Long", 0},
+              {4, "Universal Transverse Mercator (UTM)", 0x1B},
+              {12, "Hotine Oblique Mercator", 3},
+              {28, "Azimuthal Equidistant", 0x3F},
+              {999, "undefined", 0},
+              {29, "", 0},
+              {-1, "", 0}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(ProjGetProjectionInfo(static_cast<ProjType>(row.type), name), row.mask);
+    EXPECT_STREQ(name, row.name);
+    EXPECT_EQ(ProjGetProjectionInfo(static_cast<ProjType>(row.type), nullptr), row.mask);
+  }
+}
+
+TEST(Validation, FirstFailedCheckIsReported) {
+  const struct {
+    ProjType type;
+    const char* parameters;
+    int id;  // 0: valid
+    const char* text;
+  } cases[] = {
+      {static_cast<ProjType>(29), "", 20230, "Invalid projection type parameter specified"},
+      {static_cast<ProjType>(-1), "", 20230, nullptr},
+      {PT_UNDEFINED, "Scale=-1;Ellipsoid=99", 0, nullptr},
+      {PT_LATLONG, "Scale=-1;Lon0=999", 0, nullptr},
+      {PT_MERCATOR, "Scale=-1;K0=-1", 20231, "Scale parameter must be greater than zero"},
+      {PT_MERCATOR, "K0=-1;xOrg=1e39", 20232, nullptr},
+      {PT_MERCATOR, "xOrg=1.7014117331926443e38;yOrg=-1.7014117331926443e38", 0, nullptr},
+      {PT_MERCATOR, "xOrg=1.7014117331926445e38", 20233, nullptr},
+      {PT_MERCATOR, "yOrg=-1.7014117331926445e38", 20234, nullptr},
+      {PT_UTM, "xOrg=1e300;yOrg=1e300", 0, nullptr},
+      {PT_STATEPLANE83, "xOrg=1e300;Zone=61", 20252, "State zone parameter not recognized"},
+      {PT_STATEPLANE27, "Zone=61;Ellipsoid=99", 0, nullptr},
+      {PT_MERCATOR, "Lon0=360;Lon1=999", 20235, nullptr},
+      {PT_MERCATOR, "Lon0=-359.9;Lon1=-360", 20236, nullptr},
+      {PT_MERCATOR, "Lon2=360", 20237, nullptr},
+      {PT_MERCATOR, "Lon3=360", 20238, nullptr},
+      {PT_MERCATOR, "Lat0=360", 20239, "Central latitude (Lat0) parameter was outside the range of -90 to +90"},
+      {PT_MERCATOR, "Lat1=-360", 20240, nullptr},
+      {PT_MERCATOR, "Lat2=360", 20241, nullptr},
+      {PT_MERCATOR, "Lat3=360", 20242, nullptr},
+      {PT_MERCATOR, "Lat0=100", 0, nullptr},
+      {PT_HOTINE, "Alpha=360;bUseAlpha=1", 20243, nullptr},
+      {PT_BONNE, "Lat1=0", 20244, nullptr},
+      {PT_ALBERS, "Lat1=30;Lat2=-30", 20245, nullptr},
+      {PT_ALBERS, "Lat1=30;Lat2=30.0005", 20245, nullptr},
+      {PT_EQUICONIC, "Lat1=30;Lat2=-30.0005", 20256, nullptr},
+      {PT_HOTINE, "bUseAlpha=1", 20246, nullptr},
+      {PT_HOTINE, "bUseAlpha=0", 0, nullptr},
+      {PT_LAMBERT, "Lat1=33;Lat2=33.05", 20247, nullptr},
+      {PT_LAMBERT, "Lat1=33;Lat2=33.15", 0, nullptr},
+      {PT_MERCATOR, "Lat0=89.995", 20251, nullptr},
+      {PT_MERCATOR, "Lat0=-90.005", 20251, nullptr},
+      {PT_MERCATOR, "Lat0=89.98", 0, nullptr},
+      {PT_OBLIQUEMERCATOR, "Lat1=45;Lat2=45.0005", 20253, nullptr},
+      {PT_OBLIQUEMERCATOR, "Lat1=0.0005;Lat2=45", 20254, nullptr},
+      {PT_OBLIQUEMERCATOR, "Lat1=89.9995;Lat2=45", 20255,
+       "Second standard parallel (Lat2) cannot be 90 degrees for Oblique Mercator projection"},
+      {PT_MERCATOR, "Ellipsoid=56", 20248, nullptr},
+      {PT_MERCATOR, "Ellipsoid=-1", 20248, nullptr},
+      {PT_MERCATOR, "R=0", 20249, nullptr},
+      {PT_MERCATOR, "R=1;f=-0.1", 20250, nullptr},
+      {PT_MERCATOR, "R=1;f=1", 20250, nullptr},
+  };
+  for (const auto& c : cases) {
+    const PROJDATA rec = Record(c.type, c.parameters);
+    char message[256] = "x";
+    EXPECT_EQ(ProjCheckParams(&rec, message, false), c.id != 0 ? 1 : 0) << c.type << " " << c.parameters;
+    EXPECT_EQ(*message != '\0', c.id != 0) << c.parameters;
+    if (c.text != nullptr) {
+      EXPECT_STREQ(message, c.text);
+    }
+    if (c.id == 0) continue;
+    try {
+      ProjCheckParams(&rec, nullptr, true);
+      ADD_FAILURE() << "nothing thrown for " << c.parameters;
+    } catch (const shr::Exception& e) {
+      EXPECT_EQ(e.MessageId(), c.id) << c.parameters;
+      EXPECT_EQ(e.Module() + "/" + e.Source(), "Orvex/Orvex");
+      EXPECT_STREQ(e.what(), message);
+    }
+  }
+  char message[256];
+  EXPECT_EQ(ProjCheckParams(nullptr, message, true), 998);
+  EXPECT_STREQ(message, "NULL pointer to projection parameters");
+}
+
+TEST(Handle, CompletesTheRecord) {
+  PROJDATA utm = Record(PT_UTM, "Lon0=15;bSouth=1;xOrg=7;yOrg=8;Scale=0");
+  CProjector projector(&utm);
+  PROJDATA info;
+  ASSERT_TRUE(projector.GetInfo(&info));
+  EXPECT_EQ(+info.xOrg, 500000.0);
+  EXPECT_EQ(+info.yOrg, 10000000.0);
+  EXPECT_EQ(+info.K0, 0.9996);
+  EXPECT_EQ(+info.Scale, 1.0);
+  EXPECT_EQ(+info.MajorRadius, 6378137.0);
+  EXPECT_EQ(+utm.yOrg, 10000000.0);  // the caller's record is completed too, but keeps its zero scale
+  EXPECT_EQ(+utm.K0, 0.9996);
+  EXPECT_EQ(+utm.Scale, 0.0);
+
+  PROJDATA zone = Record(PT_STATEPLANE83, "Zone=0;Ellipsoid=0");  // passes the checks, but there is no radius
+  EXPECT_THROW(ProjCreateProjection(&zone), shr::Exception);
+  EXPECT_EQ(ProjCreateProjection(nullptr), nullptr);
+  EXPECT_FALSE(ProjGetHandleInfo(nullptr, &info));
+  EXPECT_EQ(ProjResult(nullptr), 0);
+  ProjDeleteProjection(nullptr);
+}
+
+TEST(Handle, WrapperCopiesAndShares) {
+  PROJDATA rec = Record(PT_UTM, "Lon0=15");
+  CProjector empty, first(&rec), copy(first), copyOfEmpty(empty);
+  EXPECT_FALSE(copyOfEmpty.GetInfo(&rec));
+  CProjector shared;
+  shared = first;
+  PROJPOINT bad{kNaN, 0};
+  EXPECT_TRUE(first.Forward(&bad, 1));
+  EXPECT_EQ(shared.Result(), 1);  // one handle
+  EXPECT_EQ(copy.Result(), 0);    // a handle of its own
+  first.Delete();
+  EXPECT_FALSE(first.GetInfo(&rec));
+  EXPECT_TRUE(shared.GetInfo(&rec));  // lives until the last one lets go
+  const CProjector& self = shared;
+  shared = self;
+  EXPECT_NEAR(Forward(shared, 15, 10).x, 500000, 1e-9);
+  EXPECT_FALSE(shared.Create(nullptr));
+}
+
+TEST(Driver, RefusesBadCalls) {
+  PROJDATA rec = Record(PT_UTM, "Lon0=15"), undefined = Record(PT_UNDEFINED, "");
+  CProjector projector(&rec), nowhere(&undefined);
+  PROJPOINT p{15, 10};
+  EXPECT_FALSE(ProjForward(nullptr, &p, 1));
+  EXPECT_FALSE(ProjInverse(nullptr, &p, 1));
+  for (const auto convert : {&CProjector::Forward, &CProjector::Inverse}) {
+    EXPECT_THROW((projector.*convert)(nullptr, 1), shr::Exception);
+    EXPECT_THROW((projector.*convert)(&p, 0), shr::Exception);
+    EXPECT_THROW((nowhere.*convert)(&p, 1), shr::Exception);
+  }
+  EXPECT_EQ(p.x, 15);
+}
+
+TEST(Driver, LatLongOnlyScreens) {
+  PROJDATA rec = Record(PT_LATLONG, "xOrg=5;Scale=3");
+  CProjector projector(&rec);
+  PROJPOINT pts[] = {{370, 95}, {kInf, 0}};
+  EXPECT_TRUE(projector.Forward(pts, 2));
+  EXPECT_EQ(pts[0].x, 370);
+  EXPECT_EQ(pts[0].y, 95);
+  EXPECT_TRUE(Unplottable(pts[1]));
+  EXPECT_EQ(projector.Result(), 1);
+}
+
+TEST(Driver, NormalisesGeographicCoordinates) {
+  PROJDATA rec = Record(PT_TRANSVERSEMERCATOR, "Lon0=9;R=1000");
+  CProjector projector(&rec);
+  const PROJPOINT there = Forward(projector, 10, 85);
+  for (const auto& same : {PROJPOINT{370, 85}, PROJPOINT{10, 95}, PROJPOINT{730, 445}}) {
+    const PROJPOINT p = Forward(projector, same.x, same.y);
+    EXPECT_NEAR(p.x, there.x, 1e-9);
+    EXPECT_NEAR(p.y, there.y, 1e-9);
+  }
+  EXPECT_NEAR(Forward(projector, 10, -100).y, Forward(projector, 10, -80).y, 1e-9);
+}
+
+TEST(Driver, FalseOriginComesBeforeScale) {
+  PROJDATA plain = Record(PT_TRANSVERSEMERCATOR, "Lon0=9"),
+           moved = Record(PT_TRANSVERSEMERCATOR, "Lon0=9;xOrg=100;yOrg=-7;Scale=2");
+  CProjector a(&plain), b(&moved);
+  const PROJPOINT p = Forward(a, 11, 47), q = Forward(b, 11, 47);
+  EXPECT_EQ(q.x, (p.x + 100) * 2);
+  EXPECT_EQ(q.y, (p.y - 7) * 2);
+  const PROJPOINT back = Inverse(b, q.x, q.y);
+  EXPECT_NEAR(back.x, 11, 1e-8);
+  EXPECT_NEAR(back.y, 47, 1e-8);
+}
+
+// A bad point changes only itself, an array of n equals n arrays of one, and the two directions count a bad input
+// differently.
+TEST(Driver, PointsAreIndependent) {
+  PROJDATA rec = Record(PT_LAMBERT, "Lat0=23;Lat1=33;Lat2=45;Lon0=-96;xOrg=1e6");
+  CProjector projector(&rec);
+  std::vector<PROJPOINT> pts(1000);  // more than one block
+  for (int i = 0; i < 1000; ++i) pts[static_cast<std::size_t>(i)] = {-150 + 0.1 * i, -60 + 0.13 * i};
+  pts[3] = {kNaN, 5};
+  pts[300] = {5, -kInf};
+  pts[700] = {DBL_MAX, DBL_MAX};
+  pts[701] = {DBL_MAX, 12};
+  std::vector<PROJPOINT> all = pts;
+  ASSERT_TRUE(projector.Forward(all.data(), 1000));
+  EXPECT_EQ(projector.Result(), 1);
+  for (std::size_t i = 0; i < pts.size(); ++i) {
+    ASSERT_TRUE(projector.Forward(&pts[i], 1));
+    EXPECT_EQ(std::memcmp(&pts[i], &all[i], sizeof pts[i]), 0) << i;
+  }
+  EXPECT_TRUE(Unplottable(all[3]) && Unplottable(all[300]) && Unplottable(all[700]));
+  EXPECT_EQ(all[701].x, DBL_MAX);
+
+  PROJPOINT mixed[] = {{kNaN, 1}, {1e6, 1e5}};
+  ASSERT_TRUE(projector.Inverse(mixed, 2));
+  EXPECT_TRUE(Unplottable(mixed[0]));
+  EXPECT_EQ(projector.Result(), 0);
+}
+
+#if defined(__linux__)
+// A host that has unmasked its traps never crashes inside and finds its environment as it was. What its traps would
+// have seen inside a module fails the call.
+TEST(FpGuard, HostTrapsNeitherFireNorChange) {
+  PROJDATA rec = Record(PT_TRANSVERSEMERCATOR, "R=1;Scale=1e300");
+  CProjector projector(&rec);
+  const int traps = FE_DIVBYZERO | FE_INVALID | FE_OVERFLOW;
+  std::fenv_t before;
+  std::fegetenv(&before);
+  std::feclearexcept(FE_ALL_EXCEPT);
+  std::fesetround(FE_DOWNWARD);
+  std::feraiseexcept(FE_INEXACT);
+  feenableexcept(traps);
+  PROJPOINT good[] = {{1, 2}, {721, 100}}, bad[] = {{-90, 0}, {1, 2}}, large{89.9999999999, 0};
+  const bool goodCall = projector.Forward(good, 2);
+  const bool badCall = projector.Forward(bad, 2);  // divides by zero
+  const int badResult = projector.Result();
+  const bool largeCall = projector.Forward(&large, 1);
+  bool threw = false;
+  PROJDATA nan = rec;
+  nan.Lat0 = kNaN;
+  const int nanCheck = ProjCheckParams(&nan, nullptr, false);  // compares NaN
+  try {
+    projector.Forward(nullptr, 1);
+  } catch (const shr::Exception&) {
+    threw = true;
+  }
+  const int trapsAfter = fegetexcept(), roundAfter = std::fegetround(), statusAfter = std::fetestexcept(FE_ALL_EXCEPT);
+  fedisableexcept(FE_ALL_EXCEPT);
+  std::fesetenv(&before);
+
+  EXPECT_TRUE(goodCall);
+  EXPECT_FALSE(badCall);
+  EXPECT_EQ(badResult, 1);
+  EXPECT_TRUE(largeCall);
+  EXPECT_TRUE(threw);
+  EXPECT_EQ(nanCheck, 0);
+  EXPECT_EQ(trapsAfter, traps);
+  EXPECT_EQ(roundAfter, FE_DOWNWARD);
+  EXPECT_EQ(statusAfter, FE_INEXACT);
+
+  PROJPOINT again[] = {{-90, 0}, {1, 2}};  // with everything masked the same call succeeds
+  EXPECT_TRUE(projector.Forward(again, 2));
+  EXPECT_TRUE(Unplottable(again[0]));
+  EXPECT_FALSE(Unplottable(again[1]));
+}
+#endif
+
+}  // namespace
+}  // namespace orvex::test
