@@ -75,11 +75,14 @@ Cone PrepareEllipsoid(const PROJDATA& work, bool needOrigin) {
   if (1 + c.e * sin0 == 0 || 1 + c.e * sin1 == 0 || 1 + c.e * sin2 == 0) return c;
   const double w1 = 1 - e2 * sin1 * sin1, w2 = 1 - e2 * sin2 * sin2;
   if (w1 <= 0 || w2 <= 0 || (needOrigin && 1 - e2 * sin0 * sin0 <= 0)) return c;
-  const double t0 = ConformalT(lat0, c.e), t1 = ConformalT(lat1, c.e), t2 = ConformalT(lat2, c.e);
-  const double m1 = std::cos(lat1) / std::sqrt(w1), m2 = std::cos(lat2) / std::sqrt(w2);  // 14-15
-  const double D = std::log(t1) - std::log(t2);
-  if (D == 0) return c;                     // one standard parallel: there is no tangent cone here
-  c.n = (std::log(m1) - std::log(m2)) / D;  // 15-8
+  const double t0 = ConformalT(lat0, c.e), t1 = ConformalT(lat1, c.e);
+  const double m1 = std::cos(lat1) / std::sqrt(w1);  // 14-15
+  // ln t1 - ln t2 and ln m1 - ln m2, written so that nothing cancels between parallels half a degree apart.
+  const double D = IsometricDifference(lat1, lat2) - c.e * std::atanh(c.e * (sin2 - sin1) / (1 - e2 * sin1 * sin2));
+  if (D == 0) return c;  // one standard parallel: there is no tangent cone here
+  const double lnM =
+      LogCosineDifference(lat1, lat2) - std::log1p(e2 * std::sin(lat2 - lat1) * std::sin(lat2 + lat1) / w2) / 2;
+  c.n = lnM / D;  // 15-8
   if (t1 == 0 && c.n < 0) return c;
   const double P1 = std::pow(t1, c.n);
   if (P1 == 0) return c;

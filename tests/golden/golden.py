@@ -10,7 +10,8 @@ SPHERE = (mpf(6370997), mpf(0))
 
 
 def rad(degrees):
-    return mpf(degrees) * pi / 180
+    """Radians as the library's driver makes them, in doubles; everything after that is exact."""
+    return mpf(float(degrees) * 3.141592653589793 / 180.0)
 
 
 def deg(radians):
