@@ -18,23 +18,23 @@ constexpr std::array<ProjectionRow, 29> kRows{{
     {"Lambert Conformal Conic",             0x2F, ROW(PrjLambert)},                     //  5
     {"Stereographic",                       0x1B, nullptr, nullptr, nullptr, nullptr},  //  6
     {"Orthographic",                        0x1B, nullptr, nullptr, nullptr, nullptr},  //  7
-    {"Mollweide",                           0x3F, nullptr, nullptr, nullptr, nullptr},  //  8
+    {"Mollweide",                           0x3F, ROW(PrjMolle)},                       //  8
     {"State Plane 1927",                    0x3B, nullptr, nullptr, nullptr, nullptr},  //  9
     {"State Plane 1983",                    0x3B, nullptr, nullptr, nullptr, nullptr},  // 10
     {"Polyconic",                           0x1B, ROW(PrjPolycon)},                     // 11
     {"Hotine Oblique Mercator",             0x03, ROW(PrjHotine)},                      // 12
     {"Equidistant Cylindrical",             0x2F, ROW(PrjEquiCyl)},                     // 13
-    {"Robinson",                            0x3F, nullptr, nullptr, nullptr, nullptr},  // 14
-    {"Van Der Grinten",                     0x3F, nullptr, nullptr, nullptr, nullptr},  // 15
+    {"Robinson",                            0x3F, ROW(PrjRobin)},                       // 14
+    {"Van Der Grinten",                     0x3F, ROW(PrjVanDer)},                      // 15
     {"Cassini",                             0x3B, ROW(PrjCassini)},                     // 16
     {"Transverse Mercator",                 0x1B, ROW(PrjTMerc)},                       // 17
     {"Gauss-Kruger / Gauss Conformal",      0x1B, ROW(PrjTMerc)},                       // 18
-    {"Sinusoidal",                          0x3F, nullptr, nullptr, nullptr, nullptr},  // 19
+    {"Sinusoidal",                          0x3F, ROW(PrjSinus)},                       // 19
     {"Lambert Azimuthal Equal Area",        0x3B, nullptr, nullptr, nullptr, nullptr},  // 20
     {"Bonne",                               0x1B, ROW(PrjBonne)},                       // 21
-    {"Robinson-Sterling",                   0x3F, nullptr, nullptr, nullptr, nullptr},  // 22
-    {"Eckert IV",                           0x3F, nullptr, nullptr, nullptr, nullptr},  // 23
-    {"Eckert VI",                           0x3F, nullptr, nullptr, nullptr, nullptr},  // 24
+    {"Robinson-Sterling",                   0x3F, ROW(PrjRobStr)},                      // 22
+    {"Eckert IV",                           0x3F, ROW(PrjEckert4)},                     // 23
+    {"Eckert VI",                           0x3F, ROW(PrjEckert6)},                     // 24
     {"Oblique Mercator",                    0x03, ROW(PrjOblMerc)},                     // 25
     {"Equidistant Conic",                   0x2F, ROW(PrjEquiCon)},                     // 26
     {"Gnomonic",                            0x1B, nullptr, nullptr, nullptr, nullptr},  // 27

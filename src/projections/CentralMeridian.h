@@ -1,0 +1,20 @@
+// CentralMeridian - longitude differences of the world projections.
+#pragma once
+
+#include "math/Angles.h"
+#include "orvex/projection.h"
+
+namespace orvex::detail {
+
+/// Longitudes counted from the central meridian, radians. Raw differences, so that a longitude beyond the outline stays
+/// beyond it, unless the record asks for them to be wrapped.
+struct CentralMeridian {
+  double lon0;
+  bool wrap;
+
+  explicit CentralMeridian(const PROJDATA& work) : lon0(work.Lon0), wrap(work.bWrapLon) {}
+
+  double Difference(double lon) const { return wrap ? WrapOnce(lon - lon0) : lon - lon0; }
+};
+
+}  // namespace orvex::detail
