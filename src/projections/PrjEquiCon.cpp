@@ -1,7 +1,7 @@
 // PrjEquiCon - Equidistant Conic on one or two standard parallels.
-// Sphere only, of radius MajorRadius whatever the flattening. Source: Snyder, Map Projections - A Working Manual, USGS
-// PP 1395
-//   (1987), 14-1, 14-2, 14-4, 16-1 to 16-4, inverse 14-9 to 14-11, 16-5.
+// Sphere only, of radius MajorRadius whatever the flattening.
+// Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987), 14-1, 14-2, 14-4, 16-1 to 16-4;
+//   inverse 14-9 to 14-11, 16-5.
 #include "projections/Modules.h"
 
 namespace orvex::detail {
