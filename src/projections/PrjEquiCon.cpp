@@ -22,7 +22,7 @@ struct Constants {
 
 /// Cone constant, 16-4 as a product, which keeps its digits when the parallels lie close together.
 double ConeConstant(double lat1, double lat2) {
-  if (std::fabs(lat1 - lat2) < kOneParallel) return std::sin(lat1);
+  if (!(std::fabs(lat1 - lat2) >= kOneParallel)) return std::sin(lat1);
   const double half = (lat2 - lat1) / 2;
   return std::sin((lat1 + lat2) / 2) * std::sin(half) / half;
 }
