@@ -16,8 +16,8 @@ constexpr std::array<ProjectionRow, 29> kRows{{
     {"Miller Cylindrical",                  0x2F, ROW(PrjMiller)},                      //  3
     {"Universal Transverse Mercator (UTM)", 0x1B, ROW(PrjUTM)},                         //  4
     {"Lambert Conformal Conic",             0x2F, ROW(PrjLambert)},                     //  5
-    {"Stereographic",                       0x1B, nullptr, nullptr, nullptr, nullptr},  //  6
-    {"Orthographic",                        0x1B, nullptr, nullptr, nullptr, nullptr},  //  7
+    {"Stereographic",                       0x1B, ROW(PrjPolar)},                       //  6
+    {"Orthographic",                        0x1B, ROW(PrjOrtho)},                       //  7
     {"Mollweide",                           0x3F, ROW(PrjMolle)},                       //  8
     {"State Plane 1927",                    0x3B, nullptr, nullptr, nullptr, nullptr},  //  9
     {"State Plane 1983",                    0x3B, nullptr, nullptr, nullptr, nullptr},  // 10
@@ -30,15 +30,15 @@ constexpr std::array<ProjectionRow, 29> kRows{{
     {"Transverse Mercator",                 0x1B, ROW(PrjTMerc)},                       // 17
     {"Gauss-Kruger / Gauss Conformal",      0x1B, ROW(PrjTMerc)},                       // 18
     {"Sinusoidal",                          0x3F, ROW(PrjSinus)},                       // 19
-    {"Lambert Azimuthal Equal Area",        0x3B, nullptr, nullptr, nullptr, nullptr},  // 20
+    {"Lambert Azimuthal Equal Area",        0x3B, ROW(PrjLamAEA)},                      // 20
     {"Bonne",                               0x1B, ROW(PrjBonne)},                       // 21
     {"Robinson-Sterling",                   0x3F, ROW(PrjRobStr)},                      // 22
     {"Eckert IV",                           0x3F, ROW(PrjEckert4)},                     // 23
     {"Eckert VI",                           0x3F, ROW(PrjEckert6)},                     // 24
     {"Oblique Mercator",                    0x03, ROW(PrjOblMerc)},                     // 25
     {"Equidistant Conic",                   0x2F, ROW(PrjEquiCon)},                     // 26
-    {"Gnomonic",                            0x1B, nullptr, nullptr, nullptr, nullptr},  // 27
-    {"Azimuthal Equidistant",               0x3F, nullptr, nullptr, nullptr, nullptr},  // 28
+    {"Gnomonic",                            0x1B, ROW(PrjGnom)},                        // 27
+    {"Azimuthal Equidistant",               0x3F, ROW(PrjAzimuth)},                     // 28
 }};
 #undef ROW
 // clang-format on
