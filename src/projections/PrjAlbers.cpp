@@ -2,8 +2,7 @@
 // Sphere (flattening exactly 0) and ellipsoid. Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987).
 //   Sphere 14-1 to 14-6, inverse 14-8 to 14-11; ellipsoid 3-12, 14-12 to 14-15, inverse 14-19, 3-16, 14-9 to 14-11.
 // The logarithm of 3-12 and 3-16 is written as an inverse hyperbolic tangent, which keeps its digits for a small e.
-// Fixed on purpose: the ellipsoid inverse stops by PreviousEstimate; the inverse refuses the whole line through the
-// apex.
+// Fixed on purpose: the ellipsoid inverse stops by PreviousEstimate; the inverse refuses a whole line through the apex.
 #include "math/Iteration.h"
 #include "math/MeridianArc.h"
 #include "projections/Modules.h"

@@ -1,7 +1,7 @@
 // PrjEquiCon - Equidistant Conic on one or two standard parallels.
-// Sphere only, of radius MajorRadius whatever the flattening. Source: Snyder, Map Projections - A Working Manual, USGS
-// PP 1395
-//   (1987), 14-1, 14-2, 14-4, 16-1 to 16-4, inverse 14-9 to 14-11, 16-5.
+// Sphere only, of radius MajorRadius whatever the flattening.
+// Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987), 14-1, 14-2, 14-4, 16-1 to 16-4;
+//   inverse 14-9 to 14-11, 16-5.
 #include "projections/Modules.h"
 
 namespace orvex::detail {
@@ -22,7 +22,7 @@ struct Constants {
 
 /// Cone constant, 16-4 as a product, which keeps its digits when the parallels lie close together.
 double ConeConstant(double lat1, double lat2) {
-  if (std::fabs(lat1 - lat2) < kOneParallel) return std::sin(lat1);
+  if (!(std::fabs(lat1 - lat2) >= kOneParallel)) return std::sin(lat1);
   const double half = (lat2 - lat1) / 2;
   return std::sin((lat1 + lat2) / 2) * std::sin(half) / half;
 }

@@ -1,7 +1,6 @@
 // PrjEquiCyl - Equidistant Cylindrical, true to scale on Lat1 and along all meridians.
-// Sphere only, of radius MajorRadius whatever the flattening. Source: Snyder, Map Projections - A Working Manual, USGS
-// PP 1395
-//   (1987), 12-1, 12-2, inverse 12-5, 12-6. Northings count from the equator.
+// Sphere only, of radius MajorRadius whatever the flattening. Northings count from the equator.
+// Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987), 12-1, 12-2, inverse 12-5, 12-6.
 #include "projections/Modules.h"
 
 namespace orvex::detail {

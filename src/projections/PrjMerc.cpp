@@ -1,9 +1,8 @@
 // PrjMerc - Mercator, true to scale at Lat0; northings count from the equator.
 // Sphere (flattening exactly 0) and ellipsoid. Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987).
 //   Sphere 7-1, 7-2, inverse 7-4, 7-5; ellipsoid 7-6, 7-7, inverse 7-9 to 7-12; scale by 7-8.
-// Fixed on purpose: the ellipsoid inverse stops by PreviousEstimate and takes 2.71828 for the base of natural
-// logarithms;
-//   the sphere refuses the last latitude below the pole, the ellipsoid only what lies beyond it.
+// Fixed on purpose: the ellipsoid inverse stops by PreviousEstimate and takes 2.71828 for the base of logarithms; the
+//   sphere refuses the last latitude below the pole, the ellipsoid only what lies beyond it.
 #include "math/IsometricLatitude.h"
 #include "math/Iteration.h"
 #include "math/MeridianArc.h"

@@ -1,7 +1,7 @@
 // PrjMiller - Miller Cylindrical, a compromise that shows the poles.
-// Sphere only, of radius MajorRadius whatever the flattening. Source: Snyder, Map Projections - A Working Manual, USGS
-// PP 1395
-//   (1987), 11-1, 11-2, inverse 11-6, 11-7, with ln tan(pi/4 + u/2) = asinh(tan u), exact at the equator.
+// Sphere only, of radius MajorRadius whatever the flattening.
+// Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987), 11-1, 11-2, inverse 11-6, 11-7,
+//   with ln tan(pi/4 + u/2) = asinh(tan u), exact at the equator.
 #include "projections/Modules.h"
 
 namespace orvex::detail {
