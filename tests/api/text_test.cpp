@@ -20,35 +20,17 @@ struct Reading {
 
 // Expected values by hand: degrees + minutes / 60 + seconds / 3600.
 TEST(LatLonText, ReadsAngles) {
+  // clang-format off
   const Reading readings[] = {
-      {"-85d50'", -(85 + 50.0 / 60)},
-      {"30d30'", 30.5},
-      {"-36d52'11.6315", -(36 + 52.0 / 60 + 11.6315 / 3600)},
-      {"144d44'55.50254\"", 144 + 44.0 / 60 + 55.50254 / 3600},
-      {"57", 57},
-      {" \t+57 \t", 57},
-      {"12.5d", 12.5},
-      {".5", 0.5},
-      {"12.", 12},
-      {"45 N", 45},
-      {"45e", 45},
-      {"120d W", -120},
-      {"-10 S", -10},                     // two ways of saying south do not cancel
-      {"10D30M15S", 10.5 + 15.0 / 3600},  // the seconds marker, not south
-      {"10d5'3ss", -(10 + 5.0 / 60 + 3.0 / 3600)},
-      {"10d5'S", -(10 + 5.0 / 60)},
-      {"10d 30' 15\" w", -(10.5 + 15.0 / 3600)},
-      {"10d30", 10.5},
-      {"10d30 s", -10.5},
-      {"10*30'", 10.5, '*'},
-      {"10X30'", 10.5, 'x'},
-      {"10\xB0"
-       "30'",
-       10.5, '\xB0'},
-      {"10", 10, '\0'},
+      {"-85d50'", -(85 + 50.0 / 60)}, {"30d30'", 30.5}, {"57", 57}, {" \t+57 \t", 57}, {"12.5d", 12.5}, {".5", 0.5}, {"12.", 12},
+      {"-36d52'11.6315", -(36 + 52.0 / 60 + 11.6315 / 3600)}, {"144d44'55.50254\"", 144 + 44.0 / 60 + 55.50254 / 3600},
+      {"45 N", 45}, {"45e", 45}, {"120d W", -120}, {"10d30", 10.5}, {"10d30 s", -10.5}, {"10d 30' 15\" w", -(10.5 + 15.0 / 3600)},
+      {"-10 S", -10},                                                                   // both negative: do not cancel
+      {"10D30M15S", 10.5 + 15.0 / 3600}, {"10d5'3ss", -(10 + 5.0 / 60 + 3.0 / 3600)},  // first the seconds marker, then south
+      {"10d5'S", -(10 + 5.0 / 60)}, {"10*30'", 10.5, '*'}, {"10X30'", 10.5, 'x'}, {"10\xB0 30'", 10.5, '\xB0'}, {"10", 10, '\0'},
       {"0.1234567890123456789012345678901", 0.1234567890123456789012345678901},
-      {"123456789012345678901234567890", 123456789012345678901234567890.0},
-  };
+      {"123456789012345678901234567890", 123456789012345678901234567890.0}};
+  // clang-format on
   for (const Reading& r : readings) {
     double degrees = -999;
     EXPECT_TRUE(LatLonToDegrees(r.text, &degrees, r.degreeChar)) << r.text;
@@ -58,17 +40,12 @@ TEST(LatLonText, ReadsAngles) {
 
 TEST(LatLonText, RefusesWhatIsNoAngle) {
   constexpr double kUntouched = -999;
+  // clang-format off
   const Reading refused[] = {
-      {"", kUntouched},     {"  \t ", kUntouched},
-      {".", kUntouched},    {"-", kUntouched},
-      {"d30'", kUntouched}, {"+-5", kUntouched},
-      {"nan", kUntouched},  {"45 30 N", 45},
-      {"12.5dx", 12.5},     {"1e3", 1},
-      {"0x10", 0},          {"-10d30'x", 10.5},
-      {"10d.", 10},         {"10d30'15'", 10.5 + 15.0 / 3600},
-      {"5  N", 5},          {"1,5", 1},
-      {"10*30'", 10, '\0'}, {"1.2.3", 1.2},
-  };
+      {"", kUntouched}, {"  \t ", kUntouched}, {".", kUntouched}, {"-", kUntouched}, {"d30'", kUntouched}, {"+-5", kUntouched},
+      {"nan", kUntouched}, {"45 30 N", 45}, {"12.5dx", 12.5}, {"1e3", 1}, {"0x10", 0}, {"-10d30'x", 10.5}, {"10d.", 10},
+      {"10d30'15'", 10.5 + 15.0 / 3600}, {"5  N", 5}, {"1,5", 1}, {"10*30'", 10, '\0'}, {"1.2.3", 1.2}};
+  // clang-format on
   for (const Reading& r : refused) {
     double degrees = kUntouched;
     EXPECT_FALSE(LatLonToDegrees(r.text, &degrees, r.degreeChar)) << r.text;

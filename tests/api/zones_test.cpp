@@ -181,7 +181,7 @@ TEST(StatePlane, LookupsOutsideTheCatalogue) {
 }
 
 // EPSG Guidance Note 7-2, methods 9802 and 1051: the worked examples, US survey feet; confirmed by an evaluation of
-// Snyder 1987, eq. 14-15 to 15-11, in 30-digit arithmetic.
+// Snyder 1987, eq. 14-15 and 15-7 to 15-10, in 30-digit arithmetic.
 TEST(StatePlane, PublishedExamples) {
   constexpr double kFoot = 1200.0 / 3937;
   const struct {
