@@ -1,0 +1,43 @@
+// DatumPoint - what the steps share: the marker test and the two ellipsoids of a step.
+#pragma once
+
+#include <cfloat>
+
+#include <orvex/datum.h>
+
+namespace orvex::detail {
+
+inline bool IsUnplottable(const DATUMPOINT& p) {
+  return p.x == DBL_MAX || p.y == DBL_MAX;
+}
+
+/// Semi-major axis in metres and flattening f.
+struct Ellipsoid {
+  double a, f;
+};
+
+/// Where a parametric step begins and ends, and which way its origin shift (metres) and prime meridian (degrees) count.
+struct StepFrame {
+  Ellipsoid source, target;
+  double dx, dy, dz;
+  double pmShift;
+
+  explicit StepFrame(const DATUM2WGS84& step)
+      : source{step.MajorRadius, step.Flattening},
+        target{EllipsoidRadius(ET_WGS_84), EllipsoidFlattening(ET_WGS_84)},
+        dx(step.dx),
+        dy(step.dy),
+        dz(step.dz),
+        pmShift(step.PMShift) {
+    if (!step.bInverse) return;
+    const Ellipsoid datum = source;
+    source = target;
+    target = datum;
+    dx = -dx;
+    dy = -dy;
+    dz = -dz;
+    pmShift = -pmShift;
+  }
+};
+
+}  // namespace orvex::detail
