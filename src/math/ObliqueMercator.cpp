@@ -56,7 +56,7 @@ ObliqueMercator ObliqueMercator::ThroughPoints(const Aposphere& sphere, double l
   }
   const double h = std::hypot(nx, ny), n = std::hypot(h, nz);
   if (!(n > kIndefinite)) m.valid = false;
-  m.lambda0 = lon2 + halfDifference + std::atan2(nx, -ny) / sphere.B;
+  m.lambda0 = lon2 + halfDifference + std::atan2(nx, std::abs(ny)) / sphere.B;
   m.sinGamma = nz / n;
   m.cosGamma = h / n;
   // The centre, where the line reaches its latitude; a line whose vertex it is may fall short by rounding.

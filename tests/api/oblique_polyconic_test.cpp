@@ -31,7 +31,7 @@ constexpr std::array kOblique{
     Oblique{PT_HOTINE, "bUseAlpha=1;Lat0=0;Lon0=10;Alpha=1e-9"},
     Oblique{PT_HOTINE, "a=6000000;f=0.3;bUseAlpha=1;Lat0=20;Lon0=10;Alpha=130"},
     Oblique{PT_HOTINE, "Lat0=46;Lat1=45;Lon1=170;Lat2=48;Lon2=-150;K0=0.9996"},
-    Oblique{PT_OBLIQUEMERCATOR, "R=6371000;Lat1=45;Lon1=0;Lat2=0;Lon2=-90;K0=0.99"},
+    Oblique{PT_OBLIQUEMERCATOR, "R=6371000;Lat1=45;Lon1=0;Lat2=-7;Lon2=-90;K0=0.99"},
     Oblique{PT_OBLIQUEMERCATOR, "Lat1=-33;Lon1=18;Lat2=-34.5;Lon2=151"},
 };
 
@@ -55,10 +55,14 @@ TEST(ObliqueMercator, IsConformalAndTrueAlongTheLine) {
         EXPECT_NEAR(s.cosine, 0, 1e-9) << along << ' ' << across;
         EXPECT_GT(std::abs(s.area), 0);
         EXPECT_EQ(item.type == PT_HOTINE, s.area < 0) << "u, v is left-handed, x, y right-handed";
-        if (rec.Flattening == 0 && across == 0) EXPECT_NEAR(s.h, rec.K0, 1e-9) << along;
+        if (rec.Flattening == 0 && across == 0) {
+          EXPECT_NEAR(s.h, rec.K0, 1e-9) << along;
+        }
       }
     }
-    if (rec.bUseAlpha) EXPECT_NEAR(ScaleAt(projector, rec.Lon0, rec.Lat0).h, rec.K0, 1e-9);
+    if (rec.bUseAlpha) {
+      EXPECT_NEAR(ScaleAt(projector, rec.Lon0, rec.Lat0).h, rec.K0, 1e-9);
+    }
   }
 }
 
@@ -163,7 +167,7 @@ TEST(ObliqueMercator, TwoPointsInEitherOrderLieOnTheLine) {
     rec.Lat1 = rec.Lat2;
     rec.Lon1 = rec.Lon2;
     rec.Lat2 = lat1;
-    rec.Lon2 = lon1 + 360 * (lon1 < 0 ? 1 : -1);  // a full turn changes nothing either
+    rec.Lon2 = lon1 == 0 ? 0 : lon1 - std::copysign(360, lon1);  // a full turn changes nothing either
     CProjector swapped(&rec);
     const PROJPOINT q = Forward(swapped, lon1 + 7, lat1 - 4);
     EXPECT_NEAR(p.x, q.x, 2e-8);
@@ -213,7 +217,7 @@ TEST(ObliqueMercator, WhatCannotBeComputedIsUnplottable) {
 }
 
 TEST(Polyconic, ParallelsAndCentralMeridianAreTrue) {
-  for (const char* parameters : {"R=6371000;Lat0=30;Lon0=-96", "Lat0=-30;Lon0=-96", "a=6378388;f=0.01;Lon0=-96"}) {
+  for (const char* parameters : {"R=6371000;Lat0=30;Lon0=-96", "Lat0=-30;Lon0=-96"}) {
     SCOPED_TRACE(parameters);
     PROJDATA rec = Record(PT_POLYCONIC, parameters);
     CProjector projector(&rec);
@@ -313,8 +317,6 @@ TEST(Cassini, IsTrueAlongTheMeridianAndAtRightAnglesToIt) {
   CProjector projector(&rec);
   for (const double y : {-9e6, -2e6, 1e6, 8e6}) {
     const PROJPOINT foot = Inverse(projector, 0, y);
-    EXPECT_NEAR(foot.x == 80 ? foot.y : 180 - foot.y * (y < 0 ? -1 : 1), y < 0 && foot.x != 80 ? 180 - foot.y : foot.y,
-                360);
     for (const double x : {-7e6, -1e5, 3e6}) {
       EXPECT_NEAR(ArcDegrees(Inverse(projector, x, y), foot) * kRadiansPerDegree * 6371000, std::abs(x), 1e-6);
     }
