@@ -60,15 +60,18 @@ TEST(ConicCylindrical, keepsWhatItPromises) {
   }
 }
 
-// The poles lie at infinity; a refused point leaves its neighbours alone.
+// The poles lie at infinity, on the ellipsoid already the places whose sine is 1; a refused point leaves its neighbours
+// alone.
 TEST(ConicCylindrical, mercatorRefusesThePoles) {
-  for (const char* parameters : {"R=6371000;Lon0=5", "Lon0=5"}) {
+  for (const char* parameters : {"R=6371000;Lon0=5", "a=6378137;f=0.00335;Lon0=5"}) {
+    const bool sphere = parameters[0] == 'R';
     PROJDATA rec = Record(PT_MERCATOR, parameters);
     CProjector projector(&rec);
-    PROJPOINT pts[] = {{10, 90}, {12, 89.5}, {14, -90}};
-    EXPECT_TRUE(projector.Forward(pts, 3));
+    PROJPOINT pts[] = {{10, 90}, {12, 89.5}, {14, -90}, {10, 89.9999999}, {10, -89.9999999}};
+    EXPECT_TRUE(projector.Forward(pts, 5));
     EXPECT_EQ(projector.Result(), 1);
     EXPECT_TRUE(Unplottable(pts[0]) && Unplottable(pts[2]));
+    EXPECT_TRUE(Unplottable(pts[3]) != sphere && Unplottable(pts[4]) != sphere);
     const PROJPOINT alone = Forward(projector, 12, 89.5);
     EXPECT_EQ(projector.Result(), 0);
     EXPECT_EQ(pts[1].x, alone.x);
