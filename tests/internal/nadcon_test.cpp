@@ -1,0 +1,182 @@
+// The NADCON step on synthetic grid pairs beside the test program, each with a name of its own so that tests may run at
+// once.
+#include "datum/Nadcon.h"
+
+#include <gtest/gtest.h>
+
+#include <cfloat>
+#include <cmath>
+#include <limits>
+
+#include "platform/Platform.h"
+#include "shr/exception.h"
+#include "support/GridFiles.h"
+#include "support/Log.h"
+
+namespace orvex::detail {
+namespace {
+
+using namespace orvex::test;
+
+constexpr NadconGrid kGrid{30, 25, -80, 20, 0.25};
+
+// Bilinear in the indexes, so that interpolation must give it back between the nodes; exact in single precision.
+double LasWord(double row, double column) {
+  return 36 + row * 4.5 - column * 2.25 + row * column * 0.125;
+}
+double LosWord(double row, double column) {
+  return -72 - row * 1.5 + column * 9 - row * column * 0.25;
+}
+
+class Nadcon : public testing::Test {
+ protected:
+  Nadcon() : m_region("test" + std::to_string(std::random_device{}())) {
+    const std::string directory = platform::ExecutableDirectory();
+    m_las = directory + m_region + ".LAS";
+    m_los = directory + m_region + ".LOS";
+  }
+  ~Nadcon() override {
+    std::filesystem::remove(m_las);
+    std::filesystem::remove(m_los);
+  }
+  void Use(const std::string& las, const std::string& los) {
+    WriteFile(m_las, las);
+    WriteFile(m_los, los);
+  }
+  bool Convert(DATUMPOINT* pts, int n) { return ConvertNadcon(m_region.c_str(), pts, n); }
+  DATUMPOINT Convert(DATUMPOINT p) {
+    EXPECT_TRUE(Convert(&p, 1));
+    return p;
+  }
+
+  std::string m_region, m_las, m_los;
+  const std::string m_goodLas = NadconFile(kGrid, LasWord), m_goodLos = NadconFile(kGrid, LosWord);
+};
+
+// The .LAS file moves the longitude and the .LOS file the latitude, both added. Expected: the field at the fractional
+// indexes. Column 0 holds the dummy words, here on the same plane, so points west of XMIN follow the field as well, but
+// with an index truncated towards zero: fx is negative there and the cell is that of column 0.
+TEST_F(Nadcon, interpolatesUpToTheStatedEdges) {
+  Use(m_goodLas, m_goodLos);
+  struct Row {
+    double column, row;
+    bool moves;
+  };
+  const Row rows[] = {
+      {1, 1, true},    {7.25, 3.5, true}, {12.75, 24.875, true}, {29.9375, 24, true},  // inside
+      {30, 5, false},  {5, 25, false},    {31, 5, false},                              // last column, last row
+      {0.5, 2, true},  {-0.75, 2, true},  {-1, 2, false},        {-1.5, 2, false},     // dummy words
+      {40, 40, false},
+  };
+  for (const Row& row : rows) {
+    const DATUMPOINT p{kGrid.xMin + (row.column - 1) * kGrid.spacing, kGrid.yMin + (row.row - 1) * kGrid.spacing};
+    const DATUMPOINT q = Convert(p);
+    EXPECT_NEAR(q.x, p.x + (row.moves ? LasWord(row.row, row.column) / 3600 : 0), 1e-12)
+        << row.column << ", " << row.row;
+    EXPECT_NEAR(q.y, p.y + (row.moves ? LosWord(row.row, row.column) / 3600 : 0), 1e-12)
+        << row.column << ", " << row.row;
+  }
+  // Half a spacing south of row 1 the index is 0: the southern nodes are words 25 and 26 of the header record, which
+  // are 0.
+  const DATUMPOINT south = Convert({kGrid.xMin + 24.5 * kGrid.spacing, kGrid.yMin - 0.5 * kGrid.spacing});
+  EXPECT_NEAR(south.x, kGrid.xMin + 24.5 * kGrid.spacing + LasWord(1, 25.5) / 2 / 3600, 1e-12);
+  DATUMPOINT marked[] = {{DBL_MAX, 21}, {-79, DBL_MAX}, {std::nan(""), 21}};
+  EXPECT_TRUE(Convert(marked, 3));
+  EXPECT_TRUE(marked[0].y == 21 && marked[1].x == -79 && marked[2].y == 21);
+}
+
+// Points far apart share buffered blocks of the files; each must get what it gets alone. Blocks hold 4096 words.
+TEST_F(Nadcon, manyPointsGetWhatEachGetsAlone) {
+  const NadconGrid large{700, 300, -130, 20, 0.1};
+  const auto las = [](int r, int c) { return std::sin(r * 0.1) * std::cos(c * 0.07) * 5; };
+  Use(NadconFile(large, las), NadconFile(large, [&](int r, int c) { return las(c, r); }));
+  std::mt19937 random(3);
+  std::uniform_real_distribution<double> lon(-131, -59), lat(19, 51);
+  std::vector<DATUMPOINT> all;
+  for (int i = 0; i < 300; ++i) all.push_back({lon(random), lat(random)});
+  std::vector<DATUMPOINT> alone = all;
+  ASSERT_TRUE(Convert(all.data(), static_cast<int>(all.size())));
+  for (DATUMPOINT& p : alone) ASSERT_TRUE(Convert(&p, 1));
+  for (std::size_t i = 0; i < all.size(); ++i) ASSERT_TRUE(all[i].x == alone[i].x && all[i].y == alone[i].y) << i;
+}
+
+TEST_F(Nadcon, keepsNothingBetweenCalls) {
+  Use(m_goodLas, m_goodLos);
+  const DATUMPOINT p{-78, 22}, before = Convert(p);
+  Use(m_goodLos, m_goodLas);
+  const DATUMPOINT after = Convert(p);
+  EXPECT_NEAR(after.x - p.x, before.y - p.y, 1e-12);
+  EXPECT_NE(after.x, before.x);
+}
+
+TEST_F(Nadcon, aMissingFileAssertsAndTracesBothPaths) {
+  TemporaryDirectory directory;
+  const std::string log = (directory / "log.txt").string();
+  WriteFile(m_las, m_goodLas);
+  LogSetup(true, log.c_str());
+  DATUMPOINT p{-78, 22};
+  try {
+    Convert(&p, 1);
+    ADD_FAILURE() << "no exception";
+  } catch (const shr::Exception& e) {
+    EXPECT_EQ(e.MessageId(), 20200);
+    EXPECT_EQ(e.Source(), "DtmNadcon");
+  }
+  LogSetup(false, nullptr);
+  EXPECT_EQ(ReadWholeFile(log),
+            "CTRACE:  ----------------NADCON--------------\r\n"
+            "CTRACE:  Failed opening grid files (" +
+                m_las + " and " + m_los + ")\r\n");
+}
+
+// A point either moves as with the whole file or stays: it stays exactly when one of its nodes is cut off.
+TEST_F(Nadcon, truncatedFilesLeaveUncoveredPoints) {
+  for (std::size_t length = 0; length <= m_goodLos.size(); length += length < 200 ? 7 : 61) {
+    for (const bool cutLas : {true, false}) {
+      Use(cutLas ? m_goodLas.substr(0, length) : m_goodLas, cutLas ? m_goodLos : m_goodLos.substr(0, length));
+      for (const int row : {1, 8, 20}) {
+        const DATUMPOINT p{kGrid.xMin + 9.5 * kGrid.spacing, kGrid.yMin + (row - 0.5) * kGrid.spacing};  // column 10.5
+        const std::size_t needed = 4 * (31 * (static_cast<std::size_t>(row) + 1) + 12);
+        const DATUMPOINT q = Convert(p);
+        const bool moves = length >= needed;
+        ASSERT_NEAR(q.x, p.x + (moves ? LasWord(row + 0.5, 10.5) / 3600 : 0), 1e-12) << length << ", row " << row;
+        ASSERT_NEAR(q.y, p.y + (moves ? LosWord(row + 0.5, 10.5) / 3600 : 0), 1e-12) << length << ", row " << row;
+      }
+    }
+  }
+}
+
+TEST_F(Nadcon, hostileHeadersMoveNothing) {
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  const auto integer = [](std::int32_t n) { return ByteWriter().Int(n).Bytes(); };
+  const auto single = [](double x) { return ByteWriter().Float(x).Bytes(); };
+  struct Row {
+    std::size_t at;
+    std::string bytes;
+  };
+  const Row rows[] = {
+      {64, integer(0)},          {64, integer(-1)},           {64, integer(std::numeric_limits<std::int32_t>::min())},
+      {64, integer(0x7FFFFFFF)},  // the second row lies far behind the end
+      {68, integer(0)},          {68, integer(-30)},          {76, single(nan)},
+      {80, single(0)},           {80, single(nan)},           {80, single(-0.25)},
+      {80, single(1e-38)},       {84, single(1e38)},          {84, single(nan)},
+      {88, single(0)},           {88, single(-0.25)},
+  };
+  for (const Row& row : rows) {
+    std::string las = m_goodLas;
+    las.replace(row.at, row.bytes.size(), row.bytes);
+    Use(las, m_goodLos);
+    const DATUMPOINT q = Convert({-78, 22});
+    EXPECT_TRUE(q.x == -78 && q.y == 22) << "byte " << row.at << ": " << q.x << ", " << q.y;
+  }
+  std::mt19937 random(5);
+  for (int i = 0; i < 300; ++i) {
+    Use(Damaged(m_goodLas, random), Damaged(m_goodLos, random));
+    DATUMPOINT points[] = {{-80.2, 19.9}, {-78, 22}, {-75, 25}, {DBL_MAX, DBL_MAX}, {1e300, -1e300}};
+    ASSERT_TRUE(Convert(points, 5));
+    ASSERT_EQ(points[3].x, DBL_MAX);
+  }
+}
+
+}  // namespace
+}  // namespace orvex::detail
