@@ -14,14 +14,15 @@ struct AzimuthalView {
   double cosC, east, north;
 };
 
-/// A direction from the middle of the sphere, times any positive factor (rho where `along` is tested against zero).
+/// A direction from the middle of the sphere, times any positive factor: rho, where a caller tests `along` against
+/// zero.
 struct AzimuthalDirection {
   double up;      // sin phi
   double across;  // cos phi sin dlon
   double along;   // cos phi cos dlon
 
-  /// 20-14, from sine and cosine: an arcsine loses half the digits at the poles, and rounding may lift its argument
-  /// above 1.
+  /// 20-14. From sine and cosine: the arcsine loses half the digits at the poles, and its argument may exceed 1 by
+  /// rounding.
   double Latitude() const { return std::atan2(up, std::sqrt(across * across + along * along)); }
   /// Longitude less the central longitude, 20-15.
   double LongitudeDifference() const { return std::atan2(across, along); }

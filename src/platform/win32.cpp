@@ -8,6 +8,8 @@
 #include <cstring>
 #include <new>
 
+#undef WriteProfileSection  // a macro of <windows.h>
+
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID /*reserved*/) {
   orvex::platform::OnProcessEvent(instance, reason);
   return TRUE;

@@ -1,8 +1,10 @@
 // PrjAzimuth - Azimuthal Equidistant: distances and directions from the centre are true. Sphere only, every aspect.
 // Centre Lat1/Lon0. Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987), forward 5-3, 22-4, 22-5,
-//   25-1, 25-2 and their polar and equatorial forms, inverse 20-14 to 20-18, 25-15.
+// 25-1,
+//   25-2 and their polar and equatorial forms, inverse 20-14 to 20-18, 25-15.
 // Fixed on purpose: centre and antipode, within 4.5e-5 radians, are refused in the oblique aspect and both plotted at
-//   the origin in the equatorial one; the polar aspects refuse nothing; the inverse refuses the centre.
+// the
+//   origin in the equatorial one; the polar aspects refuse nothing; the inverse refuses the centre.
 #include "math/Azimuthal.h"
 #include "projections/Modules.h"
 

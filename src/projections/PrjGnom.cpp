@@ -1,9 +1,9 @@
 // PrjGnom - Gnomonic, the sphere projected from its middle: azimuthal, every great circle is a straight line.
-// Sphere only, every aspect. Centre Lat1/Lon0.
-// Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987), forward 5-3, 22-3 to 22-5 and their polar
-//   and equatorial forms, inverse 20-14, 20-15, 22-16.
+// Sphere only, every aspect. Centre Lat1/Lon0. Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987),
+//   forward 5-3, 22-3 to 22-5 and their polar and equatorial forms, inverse 20-14, 20-15, 22-16.
 // Fixed on purpose: the south polar forward, which mirrors the map north to south and is not what the inverse undoes;
-//   the domain test stops at 60 degrees of arc, while the forward goes on to anything short of 90.
+// the
+//   domain test stops at 60 degrees of arc, while the forward goes on to anything short of 90.
 #include "math/Azimuthal.h"
 #include "projections/Modules.h"
 

@@ -1,8 +1,10 @@
 // PrjLamAEA - Lambert Azimuthal Equal Area. Sphere only, every aspect. Centre Lat1/Lon0.
-// Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987), forward 24-2 to 24-4 and their polar forms,
-//   inverse 20-14 to 20-18, 24-16.
+// Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987), forward 24-2 to 24-4 and the polar forms
+// 24-3 to
+//   24-10, inverse 20-14 to 20-18, 24-16.
 // Fixed on purpose: the forward plots the centre, the inverse refuses it; a map point beyond the limiting circle is
-//   taken for the antipode; every point counts as inside the domain.
+// taken for
+//   the antipode; every point counts as inside the domain.
 #include "math/Azimuthal.h"
 #include "projections/Modules.h"
 

@@ -1,9 +1,9 @@
 // PrjOrtho - Orthographic, the sphere seen from infinitely far away: azimuthal, true along circles about the centre.
-// Sphere only, every aspect. Centre Lat0/Lon0.
-// Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987), forward 5-3, 20-3, 20-4 and their polar
-//   forms, inverse 20-14 to 20-19.
+// Sphere only, every aspect. Centre Lat0/Lon0. Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987),
+//   forward 5-3, 20-3, 20-4 and their polar forms, inverse 20-14 to 20-19.
 // Fixed on purpose: the limiting circle itself is plotted; a map point beyond it is taken for the one on it; the
-//   longitude of the inverse is not wrapped. Lat1 of the working record receives the centre latitude.
+// longitude of
+//   the inverse is not wrapped; the centre latitude is left in Lat1 of the working record.
 #include "math/Azimuthal.h"
 #include "projections/Modules.h"
 

@@ -1,9 +1,12 @@
-// PrjPolar - Stereographic: azimuthal and conformal. Sphere and ellipsoid, every aspect. Centre Lat0/Lon0, scale K0.
-// Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987). Sphere 5-3, 21-2 to 21-4, 21-15, 20-14 to
-//   20-18; ellipsoid 3-1, 14-15, 15-9, 21-24 to 21-40; latitude by the series 3-5.
-// Fixed on purpose: only the hemisphere about the centre is plotted. On the ellipsoid the oblique and equatorial
-//   aspects refuse the north pole, the inverse refuses the centre, and the forward alone takes a centre within 1.2e-7
-//   radians of the equator to lie on it. Lat1 and Lon1 of the working record receive the centre.
+// PrjPolar - Stereographic: azimuthal and conformal, circles stay circles on the sphere. Sphere and ellipsoid, every
+// aspect. Centre Lat0/Lon0, scale K0 at the centre. Source: Snyder, Map Projections - A Working Manual, USGS PP 1395
+// (1987), sphere
+//   5-3, 21-2 to 21-4, 21-15, 20-14 to 20-18; ellipsoid 3-1, 14-15, 15-9, 21-24 to 21-40; latitude by the series 3-5.
+// Fixed on purpose: only the hemisphere about the centre is plotted; on the ellipsoid the oblique and equatorial
+// aspects
+//   refuse the north pole, the equatorial forward takes a centre within 1.2e-7 radians of the equator to lie on it
+//   while the inverse does not, and the inverse refuses the centre; Lat1 and Lon1 of the working record receive the
+//   centre.
 #include "math/Azimuthal.h"
 #include "math/MeridianArc.h"
 #include "projections/Modules.h"
@@ -121,7 +124,7 @@ struct EllipsoidConstants : Constants {
   }
 };
 
-/// What every aspect refuses: points beyond the hemisphere, and w = 0, which only e = 1 brings about.
+/// Whether a point is refused before the aspects part: beyond the hemisphere, or w = 0, which only e = 1 brings about.
 bool Refused(const EllipsoidConstants& c, const AzimuthalView& view, double sinPhi) {
   return view.cosC < 0 || 1 - c.e2 * sinPhi * sinPhi == 0;
 }

@@ -1,21 +1,62 @@
 // Azimuthal projections: printed and computed values, the property each keeps, and the corners fixed by the interface.
 #include "support/Projection.h"
 
+#include <array>
+
 namespace orvex::test {
 
 namespace {
 
-/// Runs check(projector, lon, lat) at points of the nearer hemisphere about centres of every aspect.
-template <class Check>
-void AboutEveryCentre(ProjType type, const std::string& parameters, const std::string& centreField, Check check) {
-  for (const double lat0 : {90.0, -90.0, 0.0, 40.0, -33.25}) {
-    PROJDATA rec = Record(type, parameters + ";Lon0=-100;" + centreField + "=" + std::to_string(lat0));
+constexpr PROJPOINT kNone{DBL_MAX, DBL_MAX};
+
+enum Direction { kForward, kInverse };
+
+struct Corner {
+  const char* why;
+  ProjType type;
+  const char* parameters;
+  Direction direction;
+  PROJPOINT in, out;  // kNone: refused
+};
+
+void CheckCorners(std::initializer_list<Corner> corners) {
+  for (const Corner& corner : corners) {
+    SCOPED_TRACE(corner.why);
+    PROJDATA rec = Record(corner.type, corner.parameters);
     CProjector projector(&rec);
-    for (const PROJPOINT& d : {PROJPOINT{0.5, 0.25}, {-40, 12}, {33, -21}, {61, 35}, {-8, -57}}) {
-      const double lat = std::abs(lat0) == 90 ? std::copysign(89 - std::abs(d.y), lat0) : lat0 + d.y / 2;
-      SCOPED_TRACE(std::to_string(lat0) + ": " + std::to_string(d.x - 100) + ", " + std::to_string(lat));
-      check(projector, d.x - 100, lat);
+    const PROJPOINT in = corner.in, expected = corner.out;
+    const PROJPOINT p = corner.direction == kForward ? Forward(projector, in.x, in.y) : Inverse(projector, in.x, in.y);
+    EXPECT_EQ(Unplottable(p), Unplottable(expected)) << p.x << ", " << p.y;
+    EXPECT_EQ(projector.Result(), Unplottable(expected) ? 1 : 0);
+    if (Unplottable(expected)) continue;
+    EXPECT_NEAR(p.x, expected.x, 1e-12 * std::max(1.0, std::abs(expected.x)));
+    EXPECT_NEAR(p.y, expected.y, 1e-12 * std::max(1.0, std::abs(expected.y)));
+  }
+}
+
+/// Points of the nearer hemisphere of a centre.
+constexpr std::array<PROJPOINT, 5> kAround{{{0.5, 0.25}, {-40, 12}, {33, -21}, {61, 35}, {-8, -57}}};
+
+/// Runs check(projector, lon, lat) about centres of every aspect. Points fall where they may on the sphere: refused
+/// ones are left out, and enough must remain.
+template <class Check>
+void AboutEveryCentre(ProjType type, const std::string& parameters, const char* centreField, Check check) {
+  for (const PROJPOINT& centre : {PROJPOINT{20, 90}, PROJPOINT{-140, -90}, PROJPOINT{33, 0}, PROJPOINT{-100, 40}}) {
+    PROJDATA rec = Record(
+        type, parameters + ";" + centreField + "=" + std::to_string(centre.y) + ";Lon0=" + std::to_string(centre.x));
+    CProjector projector(&rec);
+    int checked = 0;
+    for (const PROJPOINT& offset : kAround) {
+      const double lat = centre.y == 90    ? 89 - std::abs(offset.y)
+                         : centre.y == -90 ? std::abs(offset.y) - 89
+                                           : centre.y + offset.y / 2;
+      const double lon = centre.x + offset.x;
+      SCOPED_TRACE(std::to_string(centre.y) + ": " + std::to_string(lon) + ", " + std::to_string(lat));
+      if (Unplottable(Forward(projector, lon, lat))) continue;
+      check(projector, lon, lat);
+      ++checked;
     }
+    EXPECT_EQ(checked, 5);
   }
 }
 
@@ -66,9 +107,9 @@ TEST(Azimuthal, GnomonicGreatCirclesAreStraight) {
   });
 }
 
-// The inverses that test the denominator of the longitude against zero refuse a pole whose rounded image makes it
-// exactly 0, and nothing beside it; the others return every pole. Images of the pole in 89 aspects, each with 20
-// neighbours on the map: at the limb of the orthographic map ten units in the last place of y are 7e-12 degrees.
+// The inverses that refuse a vanishing denominator of the longitude refuse a pole whose rounded image makes it exactly
+// 0, and nothing beside it; the others return every pole. Images of the pole in 89 aspects, each with 20 neighbours on
+// the map: at the limb of the orthographic map ten units in the last place of y are 7e-12 degrees.
 TEST(Azimuthal, SomeInversesMayRefuseThePole) {
   const std::pair<ProjType, bool> modules[] = {{PT_STEREOGRAPHIC, true},
                                                {PT_ORTHOGRAPHIC, true},
@@ -95,22 +136,106 @@ TEST(Azimuthal, SomeInversesMayRefuseThePole) {
   }
 }
 
-TEST(Azimuthal, Corners) {
-  const CsvFile csv("azimuthal_corners.csv");
-  for (std::size_t row = 0; row < csv.Rows(); ++row) {
-    PROJDATA rec = Record(TypeOf(csv.Text(row, "projection")), csv.Text(row, "parameters"));
-    CProjector projector(&rec);
-    const double x = csv.Number(row, "x"), y = csv.Number(row, "y");
-    const bool refused = csv.Text(row, "result_x").empty();
-    const PROJPOINT p = csv.Text(row, "direction") == "forward" ? Forward(projector, x, y) : Inverse(projector, x, y);
-    SCOPED_TRACE(csv.Text(row, "projection") + " " + csv.Text(row, "parameters") + ": " + csv.Text(row, "why"));
-    EXPECT_EQ(Unplottable(p), refused) << p.x << ", " << p.y;
-    EXPECT_EQ(projector.Result(), refused ? 1 : 0);
-    if (refused) continue;
-    const double expectedX = csv.Number(row, "result_x"), expectedY = csv.Number(row, "result_y");
-    EXPECT_NEAR(p.x, expectedX, 1e-12 * std::max(1.0, std::abs(expectedX)));
-    EXPECT_NEAR(p.y, expectedY, 1e-12 * std::max(1.0, std::abs(expectedY)));
-  }
+TEST(Azimuthal, StereographicCorners) {
+  const double wgs84 = 6378137;
+  CheckCorners({
+      {"sphere: the centre comes back", PT_STEREOGRAPHIC, "R=1;Lat0=40;Lon0=-100", kInverse, {0, 0}, {-100, 40}},
+      {"its longitude is wrapped", PT_STEREOGRAPHIC, "R=1;Lat0=40;Lon0=200", kInverse, {1e-8, 0}, {-160, 40}},
+      {"and at a pole", PT_STEREOGRAPHIC, "R=1;Lat0=90;Lon0=30", kInverse, {0, 0}, {30, 90}},
+      {"ellipsoid: the centre is refused", PT_STEREOGRAPHIC, "Lat0=40;Lon0=-100", kInverse, {0, 0}, kNone},
+      {"at a pole too", PT_STEREOGRAPHIC, "Lat0=-90", kInverse, {0, 0}, kNone},
+      {"the pole as a centre is plotted", PT_STEREOGRAPHIC, "Lat0=-90", kForward, {12, -90}, {0, 0}},
+      {"sphere: no antipode", PT_STEREOGRAPHIC, "R=1;Lat0=40;Lon0=-100", kForward, {80, -40}, kNone},
+      {"edge of the hemisphere", PT_STEREOGRAPHIC, "R=1;K0=0.5", kForward, {90, 0}, {1, 0}},
+      {"just beyond it", PT_STEREOGRAPHIC, "R=1", kForward, {90.0000001, 0}, kNone},
+      {"ellipsoid: just beyond it", PT_STEREOGRAPHIC, "Lat0=90", kForward, {20, -0.0000001}, kNone},
+      {"oblique ellipsoid: no north pole", PT_STEREOGRAPHIC, "Lat0=40", kForward, {0, 90}, kNone},
+      {"equatorial ellipsoid: no north pole", PT_STEREOGRAPHIC, "", kForward, {0, 90}, kNone},
+      {"but the south pole", PT_STEREOGRAPHIC, "", kForward, {0, -90}, {0, -2 * wgs84}},
+      {"forward: a centre 1e-6 degrees off the equator is on it",
+       PT_STEREOGRAPHIC,
+       "a=1;f=0.003;Lat0=1e-6",
+       kForward,
+       {0, 0},
+       {0, 0}},
+  });
+}
+
+TEST(Azimuthal, OrthographicCorners) {
+  CheckCorners({
+      {"the limiting circle is plotted", PT_ORTHOGRAPHIC, "R=2", kForward, {90, 30}, {std::sqrt(3.0), 1}},
+      {"just beyond it", PT_ORTHOGRAPHIC, "R=2", kForward, {90.0000001, 30}, kNone},
+      {"outside the circle: its nearest point", PT_ORTHOGRAPHIC, "R=2", kInverse, {3, 0}, {90, 0}},
+      {"in a polar aspect", PT_ORTHOGRAPHIC, "R=2;Lat0=-90", kInverse, {5, 5}, {45, 0}},
+      {"the centre comes back, longitude not wrapped",
+       PT_ORTHOGRAPHIC,
+       "R=1;Lat0=7;Lon0=200",
+       kInverse,
+       {0, 0},
+       {200, 7}},
+      {"nor that of any other point", PT_ORTHOGRAPHIC, "R=1;Lon0=170", kInverse, {0.5, 0}, {200, 0}},
+      {"the flattening is not read", PT_ORTHOGRAPHIC, "a=1;f=0.1;Lat0=90", kForward, {90, 60}, {0.5, 0}},
+  });
+}
+
+TEST(Azimuthal, GnomonicCorners) {
+  const double tan89999 = 57295.779507264562;  // tan 89.999 degrees
+  CheckCorners({
+      {"90 degrees away", PT_GNOMONIC, "R=1;Lat1=90", kForward, {0, 0}, kNone},
+      {"equatorial: 90 degrees of longitude", PT_GNOMONIC, "R=1", kForward, {90, 0}, kNone},
+      {"and within 0.00001 of cosine", PT_GNOMONIC, "R=1", kForward, {89.9995, 0}, kNone},
+      {"not farther", PT_GNOMONIC, "R=1", kForward, {89.999, 0}, {tan89999, 0}},
+      {"south polar forward is mirrored", PT_GNOMONIC, "R=1;Lat1=-90", kForward, {0, -45}, {0, -1}},
+      {"only north to south", PT_GNOMONIC, "R=1;Lat1=-90", kForward, {90, -45}, {1, 0}},
+      {"its inverse is not", PT_GNOMONIC, "R=1;Lat1=-90", kInverse, {0, 1}, {0, -45}},
+      {"a centre within 0.0001 degrees of a pole", PT_GNOMONIC, "R=1;Lat1=89.99995", kForward, {0, 90}, {0, 0}},
+      {"or of the equator", PT_GNOMONIC, "R=1;Lat1=-0.00005", kForward, {0, 0}, {0, 0}},
+      {"the centre comes back wrapped", PT_GNOMONIC, "R=1;Lat1=40;Lon0=200", kInverse, {0, 0.9e-7}, {-160, 40}},
+      {"Lat0 is not read", PT_GNOMONIC, "R=1;Lat0=77;Lat1=0", kForward, {45, 0}, {1, 0}},
+  });
+}
+
+TEST(Azimuthal, LambertCorners) {
+  CheckCorners({
+      {"the centre is plotted", PT_LAMBERTAZIMUTHAL, "R=1;Lat1=40;Lon0=-100", kForward, {-100, 40}, {0, 0}},
+      {"but not inverted", PT_LAMBERTAZIMUTHAL, "R=1;Lat1=40;Lon0=-100", kInverse, {0, 0}, kNone},
+      {"nor at a pole", PT_LAMBERTAZIMUTHAL, "R=1;Lat1=90", kInverse, {0, 0}, kNone},
+      {"where y = 0 is refused as well", PT_LAMBERTAZIMUTHAL, "R=1;Lat1=-90", kInverse, {1, 0}, kNone},
+      {"no antipode: oblique", PT_LAMBERTAZIMUTHAL, "R=1;Lat1=30", kForward, {180, -30}, kNone},
+      {"equatorial", PT_LAMBERTAZIMUTHAL, "R=1", kForward, {180, 0}, kNone},
+      {"polar", PT_LAMBERTAZIMUTHAL, "R=1;Lat1=90", kForward, {0, -90}, kNone},
+      {"outside the circle: the antipode", PT_LAMBERTAZIMUTHAL, "R=1;Lat1=40;Lon0=-100", kInverse, {0, 3}, {80, -40}},
+      {"longitudes are wrapped",
+       PT_LAMBERTAZIMUTHAL,
+       "R=1;Lon0=170",
+       kInverse,
+       {2 * std::sin(kRadiansPerDegree * 15), 0},
+       {-160, 0}},
+      {"0.000005 degrees from the pole is oblique",
+       PT_LAMBERTAZIMUTHAL,
+       "R=1;Lat1=89.999995",
+       kForward,
+       {0, 90},
+       {0, 8.7266462599716e-8}},
+  });
+}
+
+TEST(Azimuthal, EquidistantCorners) {
+  const double pi = 3.14159265358979323846;
+  CheckCorners({
+      {"oblique: the centre is refused", PT_AZIMUTHALEQUI, "R=1;Lat1=40;Lon0=-100", kForward, {-100, 40}, kNone},
+      {"and what is within 1e-9 of cosine", PT_AZIMUTHALEQUI, "R=1;Lat1=40", kForward, {0, 40.002}, kNone},
+      {"not farther", PT_AZIMUTHALEQUI, "R=1;Lat1=40", kForward, {0, 40.003}, {0, 5.2359877559829887e-5}},
+      {"and the antipode", PT_AZIMUTHALEQUI, "R=1;Lat1=40;Lon0=-100", kForward, {80, -40}, kNone},
+      {"equatorial: the centre is plotted", PT_AZIMUTHALEQUI, "R=1", kForward, {0, 0}, {0, 0}},
+      {"and the antipode with it", PT_AZIMUTHALEQUI, "R=1", kForward, {180, 0}, {0, 0}},
+      {"polar: the pole is plotted", PT_AZIMUTHALEQUI, "R=1;Lat1=-90", kForward, {0, -90}, {0, 0}},
+      {"and the other pole as a circle", PT_AZIMUTHALEQUI, "R=1;Lat1=90", kForward, {90, -90}, {pi, 0}},
+      {"the centre is not inverted: oblique", PT_AZIMUTHALEQUI, "R=1;Lat1=40", kInverse, {0, 0.9e-8}, kNone},
+      {"polar", PT_AZIMUTHALEQUI, "R=1;Lat1=90", kInverse, {0, 0}, kNone},
+      {"0.000005 degrees from the pole is polar", PT_AZIMUTHALEQUI, "R=1;Lat1=89.999995", kForward, {0, 90}, {0, 0}},
+      {"longitudes are wrapped", PT_AZIMUTHALEQUI, "R=1;Lon0=170", kInverse, {pi / 6, 0}, {-160, 0}},
+  });
 }
 
 }  // namespace

@@ -1,19 +1,28 @@
-"""Golden rows of the world projections, in 40-digit arithmetic.
+#!/usr/bin/env python3
+"""make_world - reference values of the world projections, in 40-digit arithmetic: writes world.csv beside itself.
 
 Where a stopping rule or single precision decides the result, the row holds what that very procedure gives, forward and
 inverse in rows of their own; everywhere else the row holds the exact value and is checked in both directions. Van der
 Grinten follows the closed forms of Snyder (1987), p. 241, not the library's intersection of circles.
 """
+import pathlib
 import struct
-import sys
 
-from golden import COLUMNS, asin, cos, deg, mp, mpf, pi, rad, sin, sqrt, tan
-from mpmath import fabs, floor, sign
+from mpmath import asin, cos, fabs, floor, mp, mpf, pi, sign, sin, sqrt, tan
 
+mp.dps = 40
 R = 6371007.181
 FLOAT_EPSILON = mpf(2) ** -23
 POINTS = [(-167.3, 71.4), (-120.25, -38.6), (-33.1, 2.75), (14.2, -61.9), (47.7, 24.1), (101.3, 83.2), (161.9, -17.4),
           (64.5, 0)]
+
+
+def rad(degrees):
+    return mpf(degrees) * pi / 180
+
+
+def deg(radians):
+    return radians * 180 / pi
 
 
 def single(x):
@@ -151,14 +160,14 @@ def robinson_inverse(x, y, a, i):
 
 
 def main():
-    rows = ["# World projections. Made by make_world.py in 40-digit arithmetic.", COLUMNS]
+    rows = ["projection,parameters,lon,lat,x,y,tol_xy,tol_deg,origin"]
 
     def number(v):
         return repr(v) if isinstance(v, (int, float)) else mp.nstr(v, 20)
 
-    def emit(name, parameters, lon, lat, xy, forward=True, inverse=True, how="40 digits"):
+    def emit(name, parameters, lon, lat, xy, forward=True, inverse=True, how="exact"):
         rows.append(",".join([name, parameters, number(lon), number(lat), number(xy[0]), number(xy[1]),
-                              "1e-8" if forward else "", "1e-12" if inverse else "", how]))
+                              "1e-8" if forward else "", "1e-12" if inverse else "", "make_world: " + how]))
 
     def both(name, function, lon0, points, flags=""):
         for lon, lat in points:
@@ -168,8 +177,7 @@ def main():
             args = (dlon, rad(lat), mpf(R))
             parameters = f"R={R};Lon0={lon0}{flags}"
             if function in (mollweide, eckert4, eckert6):
-                stopped = function(*args, exact=False)
-                emit(name, parameters, lon, lat, stopped, inverse=False, how="40 digits by the stopping rule")
+                emit(name, parameters, lon, lat, function(*args, exact=False), inverse=False, how="stopping rule")
                 emit(name, parameters, lon, lat, function(*args, exact=True), forward=False)
             else:
                 emit(name, parameters, lon, lat, function(*args))
@@ -185,10 +193,10 @@ def main():
     e2 = 2 * f - f * f
     for lon, lat in POINTS:
         xy = sinusoidal(rad(lon) - rad(11), rad(lat), mpf(6378137), e2)
-        emit("Sinusoidal", "Lon0=11", lon, lat, xy, inverse=False, how="40 digits of the series")
+        emit("Sinusoidal", "Lon0=11", lon, lat, xy, inverse=False, how="series")
     for x, y in [(4321987.5, 7654321.25), (-1234567.75, -3456789.5), (765432.5, -9876543.25)]:
         dlon, phi = sinusoidal_inverse(mpf(x), mpf(y), mpf(6378137), e2)
-        emit("Sinusoidal", "Lon0=11", deg(dlon) + 11, deg(phi), (x, y), forward=False, how="40 digits of the series")
+        emit("Sinusoidal", "Lon0=11", deg(dlon) + 11, deg(phi), (x, y), forward=False, how="series")
 
     both("Van Der Grinten", van_der_grinten, 11, POINTS)
     # On and near the axes and near the antimeridian, where the closed forms lose their digits in double precision.
@@ -198,11 +206,11 @@ def main():
     for lon, lat in POINTS + [(-77.7, 42.5), (33.3, 88)]:
         parameters = f"R={R};Lon0=50"  # which must not matter
         x, y = robinson(rad(lon), rad(lat), mpf(R))
-        emit("Robinson", parameters, lon, lat, (x, y), inverse=False, how="40 digits of the table")
+        emit("Robinson", parameters, lon, lat, (x, y), inverse=False, how="single precision table")
         back = robinson_inverse(x, y, R, min(17, int(abs(lat) / 5)))
-        emit("Robinson", parameters, deg(back[0]), deg(back[1]), (x, y), forward=False, how="single precision emulated")
+        emit("Robinson", parameters, deg(back[0]), deg(back[1]), (x, y), forward=False, how="single precision")
 
-    print("\n".join(rows), file=open(sys.argv[1], "w", encoding="ascii") if len(sys.argv) > 1 else sys.stdout)
+    pathlib.Path(__file__).with_name("world.csv").write_text("\n".join(rows) + "\n", encoding="ascii")
 
 
 if __name__ == "__main__":
