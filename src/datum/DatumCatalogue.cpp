@@ -1,8 +1,6 @@
 // DatumCatalogue - the built-in datums by number, name and code.
 #include "datum/DatumCatalogue.h"
 
-#include <cstring>
-
 #include "datum/DatumTable.h"
 #include "support/Text.h"
 
@@ -66,7 +64,7 @@ int DatNumDatums() {
 void DatGetDatumName(DatumType datum, char* name) {
   if (name == nullptr) return;
   const DatumRow* row = FindDatum(datum);
-  std::strcpy(name, datum == DT_USER_DEFINED ? kUserDefinedName : row != nullptr ? row->name : "");
+  CopyText(name, datum == DT_USER_DEFINED ? kUserDefinedName : row != nullptr ? row->name : "", kDatumNameCapacity);
 }
 
 bool DatGetDatumFromName(DatumType* datum, const char* name) {

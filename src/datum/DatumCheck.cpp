@@ -1,7 +1,6 @@
 // DatumCheck - validation of conversion records.
-#include <array>
 #include <cfloat>
-#include <cstring>
+#include <cstddef>
 
 #include "datum/DatumCatalogue.h"
 #include "datum/OrvexDatum.h"
@@ -17,6 +16,9 @@ namespace {
 
 constexpr int kNullRecord = 998;
 constexpr int kStep2Offset = 12;  // codes of Step2 are those of Step1 and this
+
+/// Room that a caller's text buffer must have.
+constexpr std::size_t kTextCapacity = 256;
 
 /// A failed check reports this line and its code.
 constexpr int kCheckLine = 200;
@@ -39,13 +41,14 @@ enum Message : int {
 
 /// Where the outcome of the checks goes.
 struct Reporter {
-  char* text;  // null or room for 256 characters
+  char* text;  // null or room for kTextCapacity
   bool throws;
 
   int Fail(int code, int messageId) const {
     if (text != nullptr) {
       char message[kMessageCapacity];
-      std::strcpy(text, LoadMessageText(messageId, message) ? message : "Unable to load error message text!");
+      CopyText(text, LoadMessageText(messageId, message) ? message : "Unable to load error message text!",
+               kTextCapacity);
     }
     if (throws) ThrowError(kDatumSource, kCheckLine + code, messageId);
     return code;
@@ -105,7 +108,7 @@ int DatCheckParams(const DATUMXFORM* xform, char* text, bool bThrow) {
   const FpGuard guard;
   if (text != nullptr) *text = '\0';
   if (xform == nullptr) {
-    if (text != nullptr) std::strcpy(text, "NULL Pointer to datum parameters");
+    if (text != nullptr) CopyText(text, "NULL Pointer to datum parameters", kTextCapacity);
     return kNullRecord;
   }
   const Reporter report{text, bThrow};

@@ -303,7 +303,7 @@ constexpr bool IsSound(const DatumRow& row) {
   const bool shifted = row.dx != 0 || row.dy != 0 || row.dz != 0;
   const bool turned = row.rx != 0 || row.ry != 0 || row.rz != 0 || row.k != 0;
   const std::size_t length = Length(row.name);
-  if (row.posc < 0 || length == 0 || length > 57) return false;
+  if (row.posc < 0 || length == 0 || length >= kDatumNameCapacity) return false;
   switch (row.method) {
     case DM_MOLODENSKY:
       return row.ellipsoid >= 1 && row.ellipsoid < kNoEllipsoid && !turned;

@@ -1,6 +1,7 @@
 // DatumTable - rows of the built-in datums and the way to them by number.
 #pragma once
 
+#include <cstddef>
 #include <span>
 
 #include <orvex/datum.h>
@@ -9,6 +10,9 @@ namespace orvex::detail {
 
 /// Ellipsoid of the grid and regression rows: none, outside the ellipsoid table.
 inline constexpr int kNoEllipsoid = 56;
+
+/// Longest datum name with its terminator.
+inline constexpr std::size_t kDatumNameCapacity = 58;
 
 /// One built-in datum. Shifts in metres, rotations in arcseconds, k in parts per million, PMShift in degrees; posc 0 =
 /// none.

@@ -1,8 +1,8 @@
 // Molodensky - the standard (not the abridged) Molodensky shift at height 0.
 // Source: DMA Technical Report 8350.2, Department of Defense World Geodetic System 1984, section 7.
 // Fixed on purpose: with a prime meridian other than Greenwich the way back evaluates the shift at the longitude
-// counted from
-//   that meridian; nothing guards the longitude shift at the poles, where N cos(lat) is nearly 0.
+// counted
+//   from that meridian; nothing guards the longitude shift at the poles, where N cos(lat) is nearly 0.
 #include "datum/Molodensky.h"
 
 #include <cmath>
@@ -28,8 +28,19 @@ struct Constants {
 Constants Prepare(const StepFrame& frame) {
   const auto [a, f] = frame.source;
   const double e2 = 2 * f - f * f, b = (1 - f) * a;
-  return {frame.dx, frame.dy, frame.dz,          frame.pmShift, a, e2, a * (1 - e2), (frame.target.a - a) * e2 / a,
-          a / b,    b / a,    frame.target.f - f};
+  return {
+      .dx = frame.dx,
+      .dy = frame.dy,
+      .dz = frame.dz,
+      .pmShift = frame.pmShift,
+      .a = a,
+      .e2 = e2,
+      .meridional = a * (1 - e2),
+      .axisTerm = (frame.target.a - a) * e2 / a,
+      .aOverB = a / b,
+      .bOverA = b / a,
+      .df = frame.target.f - f,
+  };
 }
 
 void Shift(const Constants& c, DATUMPOINT& p) {

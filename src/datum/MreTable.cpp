@@ -1,16 +1,13 @@
 // MreTable - coefficients of the multiple regression equations of eight local datums, in arcseconds.
 // Source: DMA Technical Report 8350.2-B, Supplement to Department of Defense World Geodetic System 1984 Technical
-// Report, part
-//   II (1 December 1987, amended 1 March 1989), latitude and longitude equations, by way of a public transcription;
-//   every published check point comes out within 0.001 arcsecond.
-// Two digits differ from that transcription, both a 4 read there as a 1; neither moves its check point by 0.0001
-// arcsecond:
+//   Report, part II (1 December 1987, amended 1 March 1989), latitude and longitude equations, by way of a public
+//   transcription; every published check point comes out within 0.001 arcsecond.
+// Two digits differ from that transcription, both a 4 read there as a 1; neither moves its check point by 0.0001":
 //   229 longitude, U V^9: 0.04794, transcribed 0.01794. Three other transcriptions print 0.04794, and against the
-//   NADCON grid of
-//     the conterminous United States 0.01794 is off by 8 to 11 m in Washington State and Maine, 0.04794 by 0.5 to 4 m.
-//   230 latitude, U V^9: 0.04828, transcribed 0.01828. With 0.01828 the latitude is off by 246 m at Halifax, 277 m at
-//   Old Crow
-//     (against NADCON) and 2.1 km at St John's; with 0.04828 the three agree within 4 m.
+//     NADCON grid of the conterminous United States 0.01794 is off by 8 to 11 m in Washington State and Maine,
+//     0.04794 by 0.5 to 4 m.
+//   230 latitude, U V^9: 0.04828, transcribed 0.01828. With 0.01828 the latitude is off by 246 m at Halifax and 277 m
+//     at Old Crow (against NADCON) and by 2.1 km at St John's; with 0.04828 the three agree within 4 m.
 #include "datum/MreTable.h"
 
 namespace orvex::detail {
