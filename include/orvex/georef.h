@@ -55,20 +55,25 @@ ORVEX_API void ORVEX_CALL RefFreeControls(GEOREF* g);
 ORVEX_API void* ORVEX_CALL RefCreateSystem(const GEOREF* g);
 /// Frees a handle; null is ignored.
 ORVEX_API void ORVEX_CALL RefDeleteSystem(void* h);
-/// Transforms n points in place, source to destination. False for a null handle; null points or n below 1 throw
-/// shr::Exception with id 20200. One handle must not be used by two threads at once.
+/// Transforms n points in place, source to destination. A point that holds DBL_MAX is passed over; one whose image is
+/// not finite becomes DBL_MAX twice. Time for a point is constant for methods 0 to 5 and proportional to the number of
+/// controls for the warps. False for a null handle; null points or n below 1 throw shr::Exception with id 20200. One
+/// handle must not be used by two threads at once.
 ORVEX_API bool ORVEX_CALL RefForward(void* h, GEOREFPOINT* pts, int n);
 /// Copies the handle's record; its control pointers are the handle's own and stay owned by it. False for null pointers.
 ORVEX_API bool ORVEX_CALL RefGetHandleInfo(void* h, GEOREF* g);
 
 /// Destination coordinates for the four corners (0,0), (w,0), (w,h), (0,h) of a raster by the record's coefficients
 /// become its control points. Only for method 5 and w, h of at least 1; else false and the record is unchanged.
+/// Arrays the record already held are not freed.
 ORVEX_API bool ORVEX_CALL RefCoeffToControls(GEOREF* g, int iWidth, int iHeight);
 /// Fits the affine coefficients to the record's controls (at least 3, method neither 5 nor RM_NONE) and makes it a
 /// record of method 5. Else false and the record is unchanged.
 ORVEX_API bool ORVEX_CALL RefControlsToCoeff(GEOREF* g);
 /// Adapts the record to a resampled raster that covers the same ground. False and unchanged for sizes below 1 or when
 /// no affine coefficients can be had.
+/// Afterwards the record has method 5, the new coefficients and the raster's corners as controls. The arrays it held
+/// are freed, so they must be its own (RefAllocControls) or null.
 ORVEX_API bool ORVEX_CALL RefResize(GEOREF* g, int iOldW, int iOldH, int iNewW, int iNewH);
 /// Residuals at the control points, in destination units.
 ///   pTotalError    null, or receives the root mean square

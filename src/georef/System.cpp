@@ -1,0 +1,125 @@
+// System - the twelve methods: which fit and which evaluation each one is.
+#include "georef/System.h"
+
+#include <algorithm>
+
+#include "georef/GeoCoeff.h"
+#include "georef/GeoHelmert.h"
+#include "georef/GeoOrder3.h"
+#include "support/Log.h"
+
+namespace orvex::detail {
+
+namespace {
+
+OrderCode OrderOf(TransformMethod method) {
+  switch (method) {
+    case RM_AFFINEPOLYNOMIAL:
+      return OrderCode::Affine;
+    case RM_POLYNOMIAL1:
+      return OrderCode::Bilinear;
+    case RM_POLYNOMIAL2:
+      return OrderCode::Second;
+    default:
+      return OrderCode::Third;
+  }
+}
+
+shr::WarpingMethod WarpOf(TransformMethod method) {
+  return static_cast<shr::WarpingMethod>(method - RM_THINPLATE);
+}
+
+bool Calibrate(System& system) {
+  shr::RPoints source, destination;
+  const Controls controls = system.ControlPoints();
+  for (const GEOREFPOINT& p : controls.source) source.Append({p.x, p.y});
+  for (const GEOREFPOINT& p : controls.destination) destination.Append({p.x, p.y});
+  const shr::WarpingMethod wanted = WarpOf(system.record.Method);
+  return system.registration->Calibrate(source, destination, wanted) == wanted;
+}
+
+// Blocks of points, since every call of the registration sets the host's floating-point environment aside.
+bool WarpForward(const shr::CImageRegistration* registration, GEOREFPOINT* pts, int n) {
+  if (registration == nullptr || pts == nullptr || n < 1) return false;
+  constexpr int kBlock = 256;
+  shr::RPoint block[kBlock];
+  for (int begin = 0; begin < n; begin += kBlock) {
+    const int count = std::min(kBlock, n - begin);
+    GEOREFPOINT* const points = pts + begin;
+    for (int i = 0; i < count; ++i) block[i] = {points[i].x, points[i].y};
+    registration->Transform(block, count);
+    for (int i = 0; i < count; ++i) points[i] = Screened(points[i], {block[i].x, block[i].y});
+  }
+  return true;
+}
+
+}  // namespace
+
+void TraceControls(const char* heading, const Controls& controls) {
+  if (!LogEnabled()) return;
+  Trace("%s", heading);
+  for (std::size_t i = 0; i < controls.source.size(); ++i) {
+    const GEOREFPOINT s = controls.source[i], d = controls.destination[i];
+    Trace("Control %2d: sx=%6.2f sy=%6.2f dx=%6.2f dy=%6.2f\n", static_cast<int>(i), s.x, s.y, d.x, d.y);
+  }
+}
+
+Controls System::ControlPoints() const {
+  const int count = record.nControls;
+  if (count < 1 || record.pSrc == nullptr || record.pDst == nullptr) return {};
+  const auto size = static_cast<std::size_t>(count);
+  return {{record.pSrc, size}, {record.pDst, size}};
+}
+
+void SystemDeleter::operator()(System* system) const {
+  std::free(system->record.pSrc);
+  std::free(system->record.pDst);
+  delete system->registration;
+  std::free(system);
+}
+
+bool FitSystem(System& system) {
+  const TransformMethod method = system.record.Method;
+  switch (method) {
+    case RM_HELMERT:
+      return InitializeHelmert(system.ControlPoints(), system.fit);
+    case RM_AFFINEPOLYNOMIAL:
+    case RM_POLYNOMIAL1:
+    case RM_POLYNOMIAL2:
+    case RM_POLYNOMIAL3:
+      return InitializeOrder3(OrderOf(method), system.ControlPoints(), system.fit);
+    case RM_AFFINECOEFFICIENTS:
+      return true;
+    case RM_THINPLATE:
+    case RM_NATURALCUBIC:
+    case RM_MARCOV:
+    case RM_EXPONENTIAL:
+    case RM_RATIONALQUADRATIC:
+    case RM_INVERSEDISTANCE:
+      return Calibrate(system);
+    default:
+      return false;
+  }
+}
+
+bool Forward(const System& system, GEOREFPOINT* pts, int n) {
+  const TransformMethod method = system.record.Method;
+  switch (method) {
+    case RM_HELMERT:
+      HelmertForward(system.fit, pts, n);
+      return true;
+    case RM_AFFINEPOLYNOMIAL:
+    case RM_POLYNOMIAL1:
+    case RM_POLYNOMIAL2:
+    case RM_POLYNOMIAL3:
+      Order3Forward(OrderOf(method), system.fit, pts, n);
+      return true;
+    case RM_AFFINECOEFFICIENTS:
+      CoeffForward(CoefficientsOf(system.record), pts, n);
+      return true;
+    default:
+      return WarpForward(system.registration, pts, n);
+  }
+}
+
+}  // namespace orvex::detail
