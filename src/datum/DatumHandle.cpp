@@ -1,0 +1,100 @@
+// DatumHandle - datum handles and the class that owns one.
+#include <cstdlib>
+#include <new>
+
+#include "datum/OrvexDatum.h"
+#include "support/FpGuard.h"
+#include "support/Log.h"
+
+namespace orvex {
+
+using namespace detail;
+
+namespace {
+
+DATUMXFORM* RecordOf(void* handle) {
+  return static_cast<DATUMXFORM*>(handle);
+}
+
+void LogDelete(const void* handle) {
+  LogPrintf("DatDeleteDatum(hDatum=%p)\n", handle);
+}
+
+/// A handle of its own for a wrapper; empty when memory runs out. The release is logged by each wrapper that lets go.
+std::shared_ptr<void> MakeShared(const DATUMXFORM* xform) {
+  void* handle = DatCreateDatum(xform);
+  if (handle == nullptr) return nullptr;
+  try {
+    return {handle, std::free};
+  } catch (const std::bad_alloc&) {
+    return nullptr;  // the handle has been freed
+  }
+}
+
+}  // namespace
+
+void* DatCreateDatum(const DATUMXFORM* xform) {
+  const FpGuard guard;
+  LogPrintf("DatCreateDatum(pDatumData=%p)\n", static_cast<const void*>(xform));
+  if (xform == nullptr) return nullptr;
+  if (LogEnabled()) DumpXform(xform);
+  DatCheckParams(xform, nullptr, true);
+  void* handle = std::malloc(sizeof(DATUMXFORM));
+  return handle != nullptr ? new (handle) DATUMXFORM(*xform) : nullptr;
+}
+
+void DatDeleteDatum(void* handle) {
+  LogDelete(handle);
+  std::free(handle);
+}
+
+bool DatGetHandleInfo(void* handle, DATUMXFORM* out) {
+  if (handle == nullptr || out == nullptr) return false;
+  *out = *RecordOf(handle);
+  return true;
+}
+
+bool DatHadUnplottables(void* handle) {
+  return handle != nullptr && RecordOf(handle)->bUnplottable;
+}
+
+CDatumTransform::CDatumTransform() = default;
+
+CDatumTransform::CDatumTransform(const DATUMXFORM* xform) : m_hDatum(MakeShared(xform)) {}
+
+CDatumTransform::CDatumTransform(const CDatumTransform& other) : m_hDatum(MakeShared(RecordOf(other.m_hDatum.get()))) {}
+
+CDatumTransform& CDatumTransform::operator=(const CDatumTransform& other) = default;
+
+CDatumTransform::~CDatumTransform() {
+  Delete();
+}
+
+bool CDatumTransform::Create(const DATUMXFORM* xform) {
+  Delete();
+  m_hDatum = MakeShared(xform);
+  return IsCreated();
+}
+
+void CDatumTransform::Delete() {
+  LogDelete(m_hDatum.get());
+  m_hDatum.reset();
+}
+
+bool CDatumTransform::IsCreated() const {
+  return m_hDatum != nullptr;
+}
+
+bool CDatumTransform::Convert(DATUMPOINT* pts, int n) {
+  return DatConvertDatum(m_hDatum.get(), pts, n);
+}
+
+bool CDatumTransform::GetInfo(DATUMXFORM* out) const {
+  return DatGetHandleInfo(m_hDatum.get(), out);
+}
+
+bool CDatumTransform::HadUnplottables() const {
+  return DatHadUnplottables(m_hDatum.get());
+}
+
+}  // namespace orvex
