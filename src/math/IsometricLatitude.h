@@ -19,18 +19,18 @@ inline double IsometricLatitude(double phi, double e) {
 inline bool LatitudeFromIsometric(double psi, double e, double& phi) {
   constexpr double kPole = 40;        // every psi beyond has the pole as its nearest latitude
   constexpr double kRelative = 1e-9;  // of a step; convergence is quadratic, so the next one would be lost in rounding
-  constexpr int kMostSteps = 50;      // flattenings of the earth take three, a flattening of 0.99 eight
+  constexpr int kMostSteps = 50;      // two for flattenings like the earth's, seven for 0.99
   if (!(std::abs(psi) <= kPole)) {
     phi = std::copysign(kHalfPi, psi);
     return !std::isnan(psi);
   }
-  const double conformal = std::sinh(psi);  // tangent of the conformal latitude
-  double tangent = conformal / (1 - e * e);
+  const auto secantOf = [](double t) { return std::sqrt(1 + t * t); };
+  const double conformal = std::sinh(psi), e2m = 1 - e * e;  // tangent of the conformal latitude
+  double tangent = conformal / e2m;
   for (int i = 0; i < kMostSteps && e != 0; ++i) {
-    const double secant = std::hypot(1, tangent);
-    const double shift = std::sinh(e * std::atanh(e * tangent / secant));
-    const double estimate = tangent * std::hypot(1, shift) - shift * secant;
-    const double slope = std::hypot(1, estimate) * (1 - e * e) * secant / (1 + (1 - e * e) * tangent * tangent);
+    const double secant = secantOf(tangent), shift = std::sinh(e * std::atanh(e * tangent / secant));
+    const double estimate = tangent * secantOf(shift) - shift * secant;
+    const double slope = secantOf(estimate) * e2m * secant / (1 + e2m * tangent * tangent);
     const double step = (conformal - estimate) / slope;
     tangent += step;
     if (!(std::abs(step) > kRelative * std::max(1.0, std::abs(tangent)))) break;

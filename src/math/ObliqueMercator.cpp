@@ -32,7 +32,7 @@ ObliqueMercator ObliqueMercator::ThroughCentre(const Aposphere& sphere, double l
   ObliqueMercator m{sphere.valid, true, sinAlpha, cosAlpha, 0, sphere, 0, 0, 0};
   // Right triangle of node, centre and the foot of the centre's meridian.
   m.centreU = sense * sphere.R * std::atan2(sphere.sinChi, sphere.cosChi * std::abs(cosAlpha));
-  m.lambda0 = lon - std::atan2(sense * sinAlpha * sphere.sinChi, std::abs(cosAlpha)) / sphere.B;
+  m.lambda0 = std::remainder(lon - std::atan2(sense * sinAlpha * sphere.sinChi, std::abs(cosAlpha)) / sphere.B, kTwoPi);
   m.sinGamma = sinAlpha * sphere.cosChi;  // Clairaut
   m.cosGamma = sense * std::hypot(cosAlpha, sinAlpha * sphere.sinChi);
   return m;
@@ -56,7 +56,7 @@ ObliqueMercator ObliqueMercator::ThroughPoints(const Aposphere& sphere, double l
   }
   const double h = std::hypot(nx, ny), n = std::hypot(h, nz);
   if (!(n > kIndefinite)) m.valid = false;
-  m.lambda0 = lon2 + halfDifference + std::atan2(nx, std::abs(ny)) / sphere.B;
+  m.lambda0 = std::remainder(lon2 + halfDifference + std::atan2(nx, std::abs(ny)) / sphere.B, kTwoPi);
   m.sinGamma = nz / n;
   m.cosGamma = h / n;
   // The centre, where the line reaches its latitude; a line whose vertex it is may fall short by rounding.

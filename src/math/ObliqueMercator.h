@@ -34,7 +34,7 @@ struct ObliqueMercator {
   bool onLine;                         ///< whether the line has a centre, so that the next three values mean something
   double sinAlpha, cosAlpha, centreU;  ///< azimuth of the line at the centre, and u of the centre
   Aposphere sphere;
-  double lambda0, sinGamma, cosGamma;
+  double lambda0, sinGamma, cosGamma;  ///< lambda0 within half a turn of 0
 
   /// Line of an azimuth through a centre (Snyder's alternate B). Azimuths beyond +-90 degrees run against the line's
   /// northward direction: u and v change signs. The natural origin is the node next to the centre.
@@ -44,14 +44,14 @@ struct ObliqueMercator {
   /// aposphere's.
   static ObliqueMercator ThroughPoints(const Aposphere& sphere, double lon1, double lat1, double lon2, double lat2);
 
-  /// Position on the sphere in the frame of the line: towards the natural origin, along the line, towards the line's
-  /// pole.
+  /// Position (longitudes within a turn of 0) on the sphere in the frame of the line: towards the natural origin, along
+  /// the line, towards the line's pole.
   struct Vector {
     double X, Y, U;
   };
   Vector Locate(double lon, double lat) const {
     const double w = sphere.Isometric(lat), cosChi = 1 / std::cosh(w), sinChi = std::tanh(w);
-    const double Lambda = sphere.B * std::remainder(lon - lambda0, kTwoPi);
+    const double Lambda = sphere.B * WrapOnce(lon - lambda0);
     const double east = cosChi * std::sin(Lambda);
     return {cosChi * std::cos(Lambda), sinChi * cosGamma + east * sinGamma, sinChi * sinGamma - east * cosGamma};
   }
@@ -63,7 +63,7 @@ struct ObliqueMercator {
   bool Forward(double lon, double lat, double& u, double& v) const {
     if (!valid) return false;
     const Vector p = Locate(lon, lat);
-    const double distance = std::hypot(p.X, p.Y);
+    const double distance = std::sqrt(p.X * p.X + p.Y * p.Y);
     if (distance == 0) return false;
     u = sphere.R * std::atan2(p.Y, p.X);
     v = -sphere.R * std::asinh(p.U / distance);  // = -R artanh U
@@ -77,8 +77,8 @@ struct ObliqueMercator {
     if (!valid || !(std::abs(sigma) <= kPi + kRounding)) return false;
     const double sech = 1 / std::cosh(w), U = -std::tanh(w), X = sech * std::cos(sigma), Y = sech * std::sin(sigma);
     const double east = Y * sinGamma - U * cosGamma, north = Y * cosGamma + U * sinGamma;
-    lon = std::remainder(lambda0 + std::atan2(east, X) / sphere.B, kTwoPi);
-    const double isometric = std::asinh(north / std::hypot(X, east));
+    lon = WrapOnce(lambda0 + std::atan2(east, X) / sphere.B);
+    const double isometric = std::asinh(north / std::sqrt(X * X + east * east));
     return LatitudeFromIsometric((isometric - sphere.C) / sphere.B, sphere.e, lat);
   }
 };

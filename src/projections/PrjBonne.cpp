@@ -1,10 +1,8 @@
-// PrjBonne - Bonne, sphere and ellipsoid. Lat1 is the standard parallel and the origin of y; the south has its own
-// signs. Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987). Sphere 19-1 to 19-6; ellipsoid 19-7
-// to 19-11 with
-//   14-15, 3-21, 3-24 and 3-26. Equal area; every parallel is true to scale.
+// PrjBonne - Bonne, sphere and ellipsoid. Lat1 is the standard parallel and the origin of y; it may be a southern one.
+// Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987), p. 139-140, with 14-15, 3-21, 3-24 and 3-26.
+// Equal area; every parallel is true to scale.
 // Fixed on purpose: the meridian arc stops after three terms, 155 stands in its inverse where 3-26 has 151 (together up
-// to
-//   5 cm), and the longitude difference is wrapped whatever the record's flag says.
+// to 5 cm each way), and the longitude difference is wrapped whatever the record's flag says.
 #include "math/MeridianArc.h"
 #include "projections/Modules.h"
 
@@ -51,19 +49,19 @@ Constants Prepare(const PROJDATA& work) {
 
 Plot ForwardSphere(const Constants& c, PROJPOINT& p) {
   if (p.x == kHalfPi && c.lat1 == kHalfPi) return Plot::Unplottable;  // deliberate: it is the longitude that is tested
-  const double rho = c.a * (c.cot1 + c.lat1 - p.y);                   // 19-1
+  const double rho = c.a * (c.cot1 + c.lat1 - p.y);
   if (rho == 0) Assert(kSource, kApexSphere);
-  const double E = c.a * WrapOnce(p.x - c.lon0) * std::cos(p.y) / rho;  // 19-2
-  p = {rho * std::sin(E), c.a * c.cot1 - rho * std::cos(E)};            // 19-3, 19-4
+  const double E = c.a * WrapOnce(p.x - c.lon0) * std::cos(p.y) / rho;
+  p = {rho * std::sin(E), c.a * c.cot1 - rho * std::cos(E)};
   return Plot::Ok;
 }
 
 Plot ForwardEllipsoid(const Constants& c, PROJPOINT& p) {
   if (c.sin1 == 0) return Plot::Unplottable;
-  const double rho = c.K + c.M1 - c.arc(p.y);  // 19-7
+  const double rho = c.K + c.M1 - c.arc(p.y);
   if (rho == 0) Assert(kSource, kApexEllipsoid);
-  const double E = c.a * RelativeParallel(c.e2, p.y) * WrapOnce(p.x - c.lon0) / rho;  // 19-8
-  p = {rho * std::sin(E), c.K - rho * std::cos(E)};                                   // 19-9, 19-10
+  const double E = c.a * RelativeParallel(c.e2, p.y) * WrapOnce(p.x - c.lon0) / rho;
+  p = {rho * std::sin(E), c.K - rho * std::cos(E)};
   return Plot::Ok;
 }
 
@@ -79,9 +77,9 @@ Polar AboutApex(const Constants& c, double x, double below) {
 
 Plot InverseSphere(const Constants& c, PROJPOINT& p) {
   const auto [rho, angle] = AboutApex(c, p.x, c.a * c.cot1 - p.y);
-  const double phi = c.cot1 + c.lat1 - rho / c.a, parallel = c.a * std::cos(phi);  // 19-5
+  const double phi = c.cot1 + c.lat1 - rho / c.a, parallel = c.a * std::cos(phi);
   if (parallel == 0) return Plot::Unplottable;
-  p = {WrapOnce(c.lon0 + rho * angle / parallel), phi};  // 19-6
+  p = {WrapOnce(c.lon0 + rho * angle / parallel), phi};
   return Plot::Ok;
 }
 
@@ -89,7 +87,7 @@ Plot InverseEllipsoid(const Constants& c, PROJPOINT& p) {
   if (c.sin1 == 0) return Plot::Unplottable;
   const double below = c.K - p.y;
   const auto [rho, angle] = AboutApex(c, p.x, below);
-  const double phi = c.footpoint(c.arc.Mu(c.K + c.M1 - rho));  // 3-26 of 19-11
+  const double phi = c.footpoint(c.arc.Mu(c.K + c.M1 - rho));  // 3-26
   if (1 - c.e2 * Square(std::sin(phi)) <= 0) return Plot::Unplottable;
   const double m = RelativeParallel(c.e2, phi);
   if (m == 0 || below == 0) return Plot::Unplottable;

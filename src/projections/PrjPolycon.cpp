@@ -1,7 +1,6 @@
 // PrjPolycon - Polyconic (American polyconic), sphere and ellipsoid. Lat0 is the latitude of origin.
-// Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987). Sphere 18-1 to 18-5, 18-7 to 18-11;
-// ellipsoid
-//   18-12 to 18-15, 18-17 to 18-21. Every parallel is true to scale, as is the central meridian.
+// Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987), p. 129-130, with the meridian arc of 3-21.
+// Every parallel is true to scale, as is the central meridian.
 // Fixed on purpose: the sphere's inverse delivers the estimate before the last one, and compares its first one with y.
 #include "math/Iteration.h"
 #include "math/MeridianArc.h"
@@ -43,8 +42,8 @@ Plot ForwardSphere(const Constants& c, PROJPOINT& p) {
     p = {c.a * dLon, -c.a * c.lat0};
     return Plot::Ok;
   }
-  const double E = dLon * std::sin(phi), cotPhi = 1 / std::tan(phi);             // 18-2
-  p = {c.a * cotPhi * std::sin(E), c.a * (phi - c.lat0 + cotPhi * Versine(E))};  // 18-3, 18-4
+  const double E = dLon * std::sin(phi), cotPhi = 1 / std::tan(phi);
+  p = {c.a * cotPhi * std::sin(E), c.a * (phi - c.lat0 + cotPhi * Versine(E))};
   return Plot::Ok;
 }
 
@@ -56,8 +55,8 @@ Plot ForwardEllipsoid(const Constants& c, PROJPOINT& p) {
     p = {c.a * dLon, -c.M0};
     return Plot::Ok;
   }
-  const double E = dLon * sinPhi, NcotPhi = c.a / std::sqrt(w) * cosPhi / sinPhi;                // 18-2, 4-20
-  p = {NcotPhi * std::sin(E), c.arc.Length(phi, sinPhi, cosPhi) - c.M0 + NcotPhi * Versine(E)};  // 18-13, 18-14
+  const double E = dLon * sinPhi, NcotPhi = c.a / std::sqrt(w) * cosPhi / sinPhi;
+  p = {NcotPhi * std::sin(E), c.arc.Length(phi, sinPhi, cosPhi) - c.M0 + NcotPhi * Versine(E)};
   return Plot::Ok;
 }
 
@@ -66,37 +65,43 @@ Plot InverseSphere(const Constants& c, PROJPOINT& p) {
     p = {p.x / c.a + c.lon0, 0};
     return Plot::Ok;
   }
-  const double A = p.y / c.a + c.lat0, B = Square(p.x / c.a) + A * A;  // 18-7, 18-8
+  const double A = p.y / c.a + c.lat0, B = Square(p.x / c.a) + A * A;
   double newest = A, lat = 0;
   const auto step = [&newest, A, B](double phi, double& next) {
     const double T = std::tan(phi);
     if (T == 0) return false;
-    next = newest = phi - (A * (phi * T + 1) - phi - 0.5 * (phi * phi + B) * T) / ((phi - A) / T - 1);  // 18-10
+    next = newest = phi - (A * (phi * T + 1) - phi - 0.5 * (phi * phi + B) * T) / ((phi - A) / T - 1);
     return true;
   };
   // The slot of the previous estimate starts with the northing, and the previous estimate is delivered: deliberate.
   if (!PreviousEstimate(A, p.y, kSphereTolerance, step, lat)) return Plot::Unplottable;
   const double sinPhi = std::sin(newest);
   if (sinPhi == 0) return Plot::Unplottable;
-  p = {std::asin(p.x * std::tan(newest) / c.a) / sinPhi + c.lon0, lat};  // 18-11
+  p = {std::asin(p.x * std::tan(newest) / c.a) / sinPhi + c.lon0, lat};
   return Plot::Ok;
 }
 
-/// C of 18-18.
-double FactorC(const Constants& c, double phi) {
-  return std::sqrt(1 - c.e2 * Square(std::sin(phi))) * std::tan(phi);
-}
+/// What the ellipsoid's inverse needs of a latitude.
+struct Estimate {
+  double phi, sinPhi, cosPhi, C;
 
-/// One Newton step, 18-17 to 18-21.
-double NextLatitude(const Constants& c, double A, double B, double phi) {
-  const double sin2Phi = std::sin(2 * phi), cos2Phi = std::cos(2 * phi);
+  Estimate(const Constants& c, double lat)
+      : phi(lat),
+        sinPhi(std::sin(lat)),
+        cosPhi(std::cos(lat)),
+        C(std::sqrt(1 - c.e2 * sinPhi * sinPhi) * sinPhi / cosPhi) {}
+};
+
+/// One Newton step; A and B describe the point.
+double NextLatitude(const Constants& c, double A, double B, const Estimate& n) {
+  const double sin2Phi = 2 * n.sinPhi * n.cosPhi, cos2Phi = 1 - 2 * n.sinPhi * n.sinPhi;
   const double cos4Phi = 2 * cos2Phi * cos2Phi - 1, cos6Phi = cos2Phi * (2 * cos4Phi - 1);
-  const double C = FactorC(c, phi), Ma = c.arc(phi) / c.a;
+  const double C = n.C, Ma = c.arc.Length(n.phi, n.sinPhi, n.cosPhi) / c.a;
   const double dMa = c.arc.A0 - 2 * c.arc.A2 * cos2Phi + 4 * c.arc.A4 * cos4Phi - 6 * c.arc.A6 * cos6Phi;
   const double numerator = A * (C * Ma + 1) - Ma - 0.5 * (Ma * Ma + B) * C;
   const double denominator =
       c.e2 * sin2Phi * (Ma * Ma + B - 2 * A * Ma) / (4 * C) + (A - Ma) * (C * dMa - 2 / sin2Phi) - dMa;
-  return phi - numerator / denominator;
+  return n.phi - numerator / denominator;
 }
 
 Plot InverseEllipsoid(const Constants& c, PROJPOINT& p) {
@@ -106,14 +111,15 @@ Plot InverseEllipsoid(const Constants& c, PROJPOINT& p) {
   }
   const double w0 = 1 - c.e2 * Square(std::sin(c.lat0));
   if (w0 < 0 || std::sqrt(w0) == 0) return Plot::Unplottable;
-  const double A = (p.y + c.M0) / c.a, B = A * A + Square(p.x / c.a);  // 18-17
-  double phi = A;
+  const double A = (p.y + c.M0) / c.a, B = A * A + Square(p.x / c.a);
+  Estimate estimate(c, A);
   for (int pass = 0; pass < kMaxPasses; ++pass) {
-    const double previous = phi;
-    phi = NextLatitude(c, A, B, phi);
-    if (!std::isfinite(phi)) return Plot::Unplottable;  // would run into the limit
-    if (std::abs(phi - previous) <= kEllipsoidTolerance) {
-      p = {std::asin(p.x * FactorC(c, phi) / c.a) / std::sin(phi) + c.lon0, phi};
+    const Estimate next(c, NextLatitude(c, A, B, estimate));
+    if (!std::isfinite(next.phi)) return Plot::Unplottable;  // no further pass would end the loop
+    const bool converged = std::abs(next.phi - estimate.phi) <= kEllipsoidTolerance;
+    estimate = next;
+    if (converged) {
+      p = {std::asin(p.x * estimate.C / c.a) / estimate.sinPhi + c.lon0, estimate.phi};
       return Plot::Ok;
     }
   }
