@@ -9,8 +9,6 @@
 namespace orvex::test {
 namespace {
 
-using namespace std::string_literals;
-
 constexpr double kWgs84Radius = 6378137;
 
 // Records of the oblique projections without rotation and offset, so that v (Hotine) or y is 0 on the central line; the
@@ -89,7 +87,7 @@ TEST(ObliqueMercator, AzimuthIsTheDirectionOfU) {
 
 TEST(ObliqueMercator, RoundTripsEverywhere) {
   double worst = 0;
-  int flags = 0, checked = 0;
+  int maps = 0, checked = 0;
   for (const double lat0 : {-89.9, -60.0, -35.0, -1e-9, 0.0, 1e-9, 12.0, 57.0, 89.9999}) {
     for (const double alpha : {-300.0, -143.0, -90.0, -37.0, -1e-7, 15.0, 89.9999, 90.0, 120.0, 180.0, 270.0, 359.0}) {
       for (const double f : {0.0, 1 / 298.257, 0.2}) {
@@ -97,17 +95,17 @@ TEST(ObliqueMercator, RoundTripsEverywhere) {
         rec.Lat0 = lat0;
         rec.Alpha = alpha;
         rec.Flattening = f;
-        CProjector plain(&rec);
-        const double origin = Inverse(plain, 0, 0).x;
-        rec.bRotate = ++flags % 2 == 0;
-        rec.bUOffset = flags % 3 == 0;
+        CProjector natural(&rec);
+        const double origin = Inverse(natural, 0, 0).x;
+        rec.bRotate = ++maps % 2 == 0;
+        rec.bUOffset = maps % 3 == 0;
         CProjector projector(&rec);
-        for (double lon = -178; lon < 180; lon += 17) {
+        // Longitudes on the aposphere are stretched: those next to the origin's antimeridian overlap.
+        const double reach = f > 0.1 ? 140 : 179;
+        for (double lon = origin - reach; lon <= origin + reach; lon += 17) {
           for (double lat = -90; lat <= 90; lat += 15) {
-            // Longitudes on the aposphere are stretched: those next to the origin's antimeridian overlap.
-            if (std::abs(std::remainder(lon - origin, 360.0)) > (f > 0.1 ? 140 : 179)) continue;
             const PROJPOINT p = Forward(projector, lon, lat);
-            if (Unplottable(p)) continue;
+            if (Unplottable(p)) continue;  // a pole of the line
             worst = std::max(worst, ArcDegrees(Inverse(projector, p.x, p.y), {lon, lat}));
             ++checked;
           }
@@ -141,19 +139,6 @@ TEST(ObliqueMercator, MeetsTheOtherMercators) {
   }
 }
 
-TEST(ObliqueMercator, OppositeAzimuthsGiveOneRectifiedMap) {
-  for (const char* flags : {"bRotate=1;bUOffset=1", ""}) {
-    PROJDATA rec = Record(PT_HOTINE, "bUseAlpha=1;Lat0=-19;Lon0=44;Alpha=-37;"s + flags);
-    CProjector one(&rec);
-    rec.Alpha = 143;
-    CProjector opposite(&rec);
-    const PROJPOINT p = Forward(one, 50, -11), q = Forward(opposite, 50, -11);
-    const double sign = rec.bRotate ? 1 : -1;
-    EXPECT_NEAR(p.x, sign * q.x, 1e-8);
-    EXPECT_NEAR(p.y, sign * q.y, 1e-8);
-  }
-}
-
 TEST(ObliqueMercator, TwoPointsInEitherOrderLieOnTheLine) {
   for (const Oblique& item : kOblique) {
     SCOPED_TRACE(item.parameters);
@@ -163,6 +148,13 @@ TEST(ObliqueMercator, TwoPointsInEitherOrderLieOnTheLine) {
     EXPECT_NEAR(Forward(projector, rec.Lon1, rec.Lat1).y, 0, 1e-8);
     EXPECT_NEAR(Forward(projector, rec.Lon2, rec.Lat2).y, 0, 1e-8);
     const PROJPOINT p = Forward(projector, rec.Lon1 + 7, rec.Lat1 - 4);
+    if (rec.Flattening == 0) {  // sphere and ellipsoid meet: the radius times the flattening is 6e-7
+      rec.Flattening = 1e-13;
+      CProjector ellipsoid(&rec);
+      const PROJPOINT q = Forward(ellipsoid, rec.Lon1 + 7, rec.Lat1 - 4);
+      EXPECT_LT(std::hypot(p.x - q.x, p.y - q.y), 5e-6);
+      rec.Flattening = 0;
+    }
     const double lat1 = rec.Lat1, lon1 = rec.Lon1;
     rec.Lat1 = rec.Lat2;
     rec.Lon1 = rec.Lon2;
@@ -170,23 +162,7 @@ TEST(ObliqueMercator, TwoPointsInEitherOrderLieOnTheLine) {
     rec.Lon2 = lon1 == 0 ? 0 : lon1 - std::copysign(360, lon1);  // a full turn changes nothing either
     CProjector swapped(&rec);
     const PROJPOINT q = Forward(swapped, lon1 + 7, lat1 - 4);
-    EXPECT_NEAR(p.x, q.x, 2e-8);
-    EXPECT_NEAR(p.y, q.y, 2e-8);
-  }
-}
-
-TEST(ObliqueMercator, EllipsoidMeetsSphereAsFlatteningVanishes) {
-  for (const char* line :
-       {"a=6371000;Lat1=60;Lon1=150;Lat2=48;Lon2=-130", "a=6371000;Lat1=-20;Lon1=-60;Lat2=20;Lon2=-100"}) {
-    PROJDATA rec = Record(PT_OBLIQUEMERCATOR, line);
-    CProjector sphere(&rec);
-    rec.Flattening = 1e-13;
-    CProjector ellipsoid(&rec);
-    for (const PROJPOINT at : {PROJPOINT{-170, 50}, PROJPOINT{-90, 12}, PROJPOINT{-40, -5}}) {
-      const PROJPOINT p = Forward(sphere, at.x, at.y), q = Forward(ellipsoid, at.x, at.y);
-      EXPECT_NEAR(p.x, q.x, 1e-5);  // a few times the radius times the flattening
-      EXPECT_NEAR(p.y, q.y, 1e-5);
-    }
+    EXPECT_LT(std::hypot(p.x - q.x, p.y - q.y), 2e-8);
   }
 }
 
@@ -242,23 +218,15 @@ TEST(Polyconic, InverseIsAsGoodAsItsStoppingRule) {
     for (double lon = -55; lon <= 60; lon += 11) {
       for (double lat = -80; lat <= 80; lat += 7) {
         const PROJPOINT p = Forward(projector, lon, lat);
-        EXPECT_LT(ArcDegrees(Inverse(projector, p.x, p.y), {lon, lat}), limit)
-            << parameters << ' ' << lon << ' ' << lat;
+        EXPECT_LT(ArcDegrees(Inverse(projector, p.x, p.y), {lon, lat}), limit) << parameters << lon << ' ' << lat;
       }
     }
     EXPECT_TRUE(Unplottable(Inverse(projector, 3e8, 1e7))) << "far outside the map";
+    rec.bWrapLon = true;  // wraps on request only
+    CProjector wrapping(&rec);
+    EXPECT_NEAR(Forward(wrapping, -190, 20).x, Forward(projector, 170, 20).x, 1e-8);
+    EXPECT_LT(Forward(projector, -190, 20).x, 0);
   }
-}
-
-TEST(Polyconic, WrapsTheLongitudeOnlyOnRequest) {
-  PROJDATA rec = Record(PT_POLYCONIC, "Lon0=100");
-  CProjector plain(&rec);
-  rec.bWrapLon = true;
-  CProjector wrapping(&rec);
-  const PROJPOINT p = Forward(wrapping, -90, 20), q = Forward(plain, 270, 20), r = Forward(plain, -90, 20);
-  EXPECT_NEAR(p.x, q.x, 1e-8);
-  EXPECT_NEAR(p.y, q.y, 1e-8);
-  EXPECT_GT(std::abs(p.x - r.x), 1e6);
 }
 
 TEST(Bonne, KeepsAreasAndParallels) {

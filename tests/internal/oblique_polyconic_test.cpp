@@ -2,7 +2,6 @@
 // calls them.
 #include <array>
 
-#include "math/IsometricLatitude.h"
 #include "projections/Module.h"
 #include "support/Projection.h"
 
@@ -99,23 +98,6 @@ TEST(ObliquePolyconicTable, Offsets) {
       EXPECT_FALSE(FindRow(type)->offsetSplit(nullptr, objects[i].data(), 2, &dx, &dy));
     }
   }
-}
-
-TEST(IsometricLatitude, ReturnsForEveryFlattening) {
-  for (const double f : {0.0, 1e-9, 1 / 298.257, 0.5, 0.99}) {
-    const double e = std::sqrt(2 * f - f * f);
-    for (double lat = -90; lat <= 90; lat += 0.75) {
-      double phi = 0;
-      ASSERT_TRUE(detail::LatitudeFromIsometric(detail::IsometricLatitude(lat * kRadiansPerDegree, e), e, phi));
-      // Flat ellipsoids have next to no isometric latitude where a sphere has plenty: rounding is magnified
-      // accordingly.
-      EXPECT_NEAR(phi / kRadiansPerDegree, lat, 1e-13 / detail::Square(1 - f)) << f;
-    }
-  }
-  double phi = 0;
-  EXPECT_FALSE(detail::LatitudeFromIsometric(std::nan(""), 0.08, phi));
-  EXPECT_TRUE(detail::LatitudeFromIsometric(-HUGE_VAL, 0.08, phi));
-  EXPECT_EQ(phi, -detail::kHalfPi);
 }
 
 }  // namespace
