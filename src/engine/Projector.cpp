@@ -1,5 +1,7 @@
 // Projector - the class that owns a projection handle.
 #include "orvex/projection.h"
+
+#include "orvex/clip.h"
 #include "support/Log.h"
 
 namespace orvex {
@@ -51,6 +53,23 @@ int CProjector::Result() const {
 
 bool CProjector::GetInfo(PROJDATA* pProjData) const {
   return ProjGetHandleInfo(m_hProj.get(), pProjData);
+}
+
+bool CProjector::LLInProjection(const PROJPOINT* pPt) const {
+  return ProjLLInProjection(m_hProj.get(), pPt);
+}
+
+bool CProjector::LLOffsetSplitObject(const PROJPOINT* pPts, unsigned int nPts, double* pdx, double* pdy) const {
+  return ProjLLOffsetSplitObject(m_hProj.get(), pPts, nPts, pdx, pdy);
+}
+
+bool CProjector::LLPreclipPolyline(void* pUser, int nPts, const PROJPOINT* pPts, PROJLINECALLBACK pLine) const {
+  return ProjLLPreclipPolyline(m_hProj.get(), pUser, nPts, pPts, pLine);
+}
+
+bool CProjector::LLPreclipPolygon(void* pUser, int nParts, const int* pCounts, const PROJPOINT* pPts,
+                                  PROJFILLCALLBACK pFill, PROJLINECALLBACK pLine) const {
+  return ProjLLPreclipPolygon(m_hProj.get(), pUser, nParts, pCounts, pPts, pFill, pLine);
 }
 
 }  // namespace orvex
