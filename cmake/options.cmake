@@ -3,6 +3,10 @@ add_library(orvex_options INTERFACE)
 # Contraction off: an optimiser must never change a coordinate.
 target_compile_options(orvex_options INTERFACE -ffp-contract=off -fno-math-errno -Wall -Wextra -Wpedantic -Wshadow
                                                -Wconversion -Wsign-conversion -Wold-style-cast -Wnon-virtual-dtor)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  # False alarms on std::string concatenation and replacement (GCC bug 105651).
+  target_compile_options(orvex_options INTERFACE -Wno-restrict)
+endif()
 if(ORVEX_WERROR)
   target_compile_options(orvex_options INTERFACE -Werror)
 endif()
