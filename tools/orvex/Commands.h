@@ -1,0 +1,14 @@
+// Commands - one function per command: adds it to the program; when it was asked for, it runs and stores the exit
+// status.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+namespace orvex::tool {
+
+void AddListCommand(CLI::App& app, int& status);
+void AddProjectCommand(CLI::App& app, int& status);
+void AddDatumCommand(CLI::App& app, int& status);
+void AddConvertCommand(CLI::App& app, int& status);
+
+}  // namespace orvex::tool

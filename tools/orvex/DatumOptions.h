@@ -1,0 +1,27 @@
+// DatumOptions - naming a datum on the command line.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <orvex/datum.h>
+#include <orvex/projection.h>
+
+namespace orvex::tool {
+
+/// A conversion between two datums given by name, number or POSC code, built in or custom.
+class DatumConversion {
+ public:
+  /// `ini`: file of custom datums, "" for none. Throws Failure for unknown datums and for destinations that can only be
+  /// sources.
+  DatumConversion(const std::string& from, const std::string& to, const std::string& ini);
+  void Convert(std::vector<PROJPOINT>& points);
+
+ private:
+  CDatumTransform m_transform;
+};
+
+/// Names of all datums in list order: built in, then those of the INI file ("" for none). Unused numbers give "".
+std::vector<std::string> DatumNames(const std::string& ini);
+
+}  // namespace orvex::tool

@@ -1,0 +1,19 @@
+// Names - looking things up by what people type: any case, near misses answered with a suggestion.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvex::tool {
+
+/// Index of the candidate that equals the text without regard to case. Otherwise throws a Failure that says what kind
+/// of thing was looked for and suggests the nearest candidates.
+std::size_t FindName(const std::vector<std::string>& candidates, std::string_view text, std::string_view kind);
+
+std::string Lower(std::string_view text);
+
+/// A whole number; anything else throws a Failure that names `what`.
+int ParseInteger(std::string_view text, std::string_view what);
+
+}  // namespace orvex::tool

@@ -1,0 +1,26 @@
+// Progress - a line on the terminal while long work runs.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+
+namespace orvex::tool {
+
+/// Shows how far the work has come on standard error, if that is a terminal and the work takes longer than a second.
+class Progress {
+ public:
+  /// total: amount of input in bytes, 0 when it is not known
+  Progress(std::uint64_t total, bool enabled);
+  ~Progress();
+  Progress(const Progress&) = delete;
+  Progress& operator=(const Progress&) = delete;
+  void Update(std::uint64_t bytes, std::uint64_t lines);
+
+ private:
+  std::uint64_t m_total;
+  bool m_enabled;
+  bool m_shown = false;
+  std::chrono::steady_clock::time_point m_next;
+};
+
+}  // namespace orvex::tool

@@ -1,0 +1,50 @@
+// ProjectionOptions - naming a projection and its parameters on the command line.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <orvex/projection.h>
+#include <CLI/CLI.hpp>
+
+namespace orvex::tool {
+
+struct ProjectionOptions {
+  std::string projection;             ///< display name
+  std::string utm;                    ///< "33N"
+  std::string statePlane27;           ///< zone name
+  std::string statePlane83;           ///< zone name
+  int posc = 0;                       ///< POSC (EPSG) number of a state plane zone
+  std::vector<std::string> settings;  ///< NAME=VALUE
+  std::string ellipsoid;              ///< name or POSC number
+  bool wrap = false;                  ///< wrap longitude differences into +-180 degrees
+
+  bool Given() const;
+};
+
+/// Adds the options to a command, each name with the prefix ("from-" gives --from-proj).
+void AddProjectionOptions(CLI::App& command, ProjectionOptions& options, const std::string& prefix = "");
+
+/// The record that the options describe; without an ellipsoid WGS 84, for zones their own. Throws Failure for what
+/// cannot be understood and for parameters that the projection does not use.
+PROJDATA MakeRecord(const ProjectionOptions& options);
+
+/// Display names in the order of ProjType.
+std::vector<std::string> ProjectionNames();
+std::vector<std::string> EllipsoidNames();
+std::vector<std::string> ZoneNames();
+
+/// One parameter as the tool presents it.
+struct Parameter {
+  int id;
+  ProjDataType type;
+  int offset, size;
+  std::string name;       ///< catalogue name
+  std::string shortName;  ///< as accepted by --set
+  std::string unit;       ///< "degrees", "map units" ...; "" where there is none
+};
+
+/// All parameters of the catalogue that can be set, in the order of their ids.
+const std::vector<Parameter>& Parameters();
+
+}  // namespace orvex::tool
