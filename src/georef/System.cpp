@@ -38,6 +38,14 @@ bool Calibrate(System& system) {
   return system.registration->Calibrate(source, destination, wanted) == wanted;
 }
 
+// Destinations near the largest number there is can make a fit overflow, even at the controls.
+bool ImagesFinite(const System& system) {
+  for (GEOREFPOINT p : system.ControlPoints().source) {
+    if (!Forward(system, &p, 1) || p.x == DBL_MAX) return false;
+  }
+  return true;
+}
+
 // Blocks of points, since every call of the registration sets the host's floating-point environment aside.
 bool WarpForward(const shr::CImageRegistration* registration, GEOREFPOINT* pts, int n) {
   if (registration == nullptr || pts == nullptr || n < 1) return false;
@@ -82,12 +90,12 @@ bool FitSystem(System& system) {
   const TransformMethod method = system.record.Method;
   switch (method) {
     case RM_HELMERT:
-      return InitializeHelmert(system.ControlPoints(), system.fit);
+      return InitializeHelmert(system.ControlPoints(), system.fit) && ImagesFinite(system);
     case RM_AFFINEPOLYNOMIAL:
     case RM_POLYNOMIAL1:
     case RM_POLYNOMIAL2:
     case RM_POLYNOMIAL3:
-      return InitializeOrder3(OrderOf(method), system.ControlPoints(), system.fit);
+      return InitializeOrder3(OrderOf(method), system.ControlPoints(), system.fit) && ImagesFinite(system);
     case RM_AFFINECOEFFICIENTS:
       return true;
     case RM_THINPLATE:

@@ -82,27 +82,25 @@ Matrix RadialMatrix(WarpingMethod method, double spacing, const std::vector<Node
 class Interpolator {
  public:
   Interpolator(const std::vector<Node>& nodes, double rankTolerance)
-      : m_affine(AffineDesign(nodes), rankTolerance), m_radial(0, 0), m_coupling(0, 0) {}
+      : m_affine(AffineDesign(nodes), rankTolerance), m_radial(0, 0) {}
 
   bool FullRank() const { return m_affine.FullRank(); }
 
   // Adds the radial functions; without them the weights are what the affine part leaves. False for a singular system.
   bool Factor(WarpingMethod method, double spacing, const std::vector<Node>& nodes) {
-    const std::size_t n = nodes.size();
     m_radial = RadialMatrix(method, spacing, nodes);
     m_affine.Conjugate(m_radial);
-    m_coupling = Matrix(n, 3);
-    for (std::size_t k = 0; k < 3; ++k) std::copy_n(m_radial.Column(k), n, m_coupling.Column(k));
     return FactorPositiveDefinite(m_radial, 3);
   }
 
   // Affine part and weights for one value at each node; the weights replace the values.
   void Solve(double* values, double* affine) const {
-    const std::size_t n = m_affine.Rows();
     m_affine.ApplyTransposed(values);
-    if (m_radial.Rows() == n) SolvePositiveDefinite(m_radial, 3, values);
-    for (std::size_t k = 0; k < m_coupling.Columns(); ++k) {  // the affine part leaves room for the radial sum
-      for (std::size_t i = 3; i < n; ++i) values[k] -= m_coupling.Column(k)[i] * values[i];
+    if (const std::size_t n = m_radial.Rows(); n != 0) {
+      SolvePositiveDefinite(m_radial, 3, values);
+      for (std::size_t k = 0; k < 3; ++k) {  // the affine part leaves room for the radial sum
+        for (std::size_t i = 3; i < n; ++i) values[k] -= m_radial.Column(k)[i] * values[i];
+      }
     }
     m_affine.Solve(values, affine);
     std::fill(values, values + 3, 0.0);
@@ -111,8 +109,7 @@ class Interpolator {
 
  private:
   HouseholderQr m_affine;
-  Matrix m_radial;    // Q^T (radial functions at the nodes) Q; its Cholesky factor from row and column 3 on
-  Matrix m_coupling;  // the first three columns of it
+  Matrix m_radial;  // Q^T (radial functions at the nodes) Q; its Cholesky factor from row and column 3 on
 };
 
 }  // namespace
