@@ -57,22 +57,21 @@ std::size_t Ntv2Grid::Find(const Position& p) const {
   return found;
 }
 
-// Whether no two sub-grids of a level share a point beside their edges. Answers false for a level too large to compare.
-bool Ntv2Grid::Disjoint(const std::vector<std::uint32_t>& level) const {
-  constexpr std::size_t kMostCompared = 2000;
-  if (level.size() > kMostCompared) return false;
-  for (auto a = level.begin(); a != level.end(); ++a) {
-    for (auto b = level.begin(); b != a; ++b) {
-      const SubGrid &g = m_grids[*a], &h = m_grids[*b];
-      if (g.south < h.north && h.south < g.north && g.east < h.west && h.east < g.west) return false;
-    }
-  }
-  return true;
+// Whether no sub-grid that stands before it on its level shares a point with the one at `place`, edges aside.
+bool Ntv2Grid::ComesFirst(const std::vector<std::uint32_t>& level, std::size_t place) const {
+  const SubGrid& g = m_grids[level[place]];
+  return std::none_of(level.begin(), level.begin() + static_cast<std::ptrdiff_t>(place), [&](std::uint32_t earlier) {
+    const SubGrid& h = m_grids[earlier];
+    return g.south < h.north && h.south < g.north && g.east < h.west && h.east < g.west;
+  });
 }
 
-// A sub-grid without children is decisive when it lies inside its ancestors and none of them overlaps a sibling: a
-// search from the top then finds it for every point it holds, so that it may be tried first.
+// A sub-grid without children is decisive when it lies inside its ancestors and neither it nor one of them overlaps a
+// sibling before it in the file: a search from the top then ends there for every point it holds, so that it may be
+// tried first.
 void Ntv2Grid::MarkDecisive() {
+  constexpr std::size_t kMostCompared =
+      2000;  // a larger level is searched each time, so that no file takes long to load
   struct Level {
     const std::vector<std::uint32_t>* members;
     const SubGrid* parent;
@@ -81,12 +80,11 @@ void Ntv2Grid::MarkDecisive() {
   while (!open.empty()) {
     const auto [members, parent] = open.back();
     open.pop_back();
-    if (!Disjoint(*members)) continue;
-    for (const std::uint32_t index : *members) {
-      SubGrid& g = m_grids[index];
+    for (std::size_t place = 0; place < std::min(members->size(), kMostCompared); ++place) {
+      SubGrid& g = m_grids[(*members)[place]];
       const bool inside = parent == nullptr || (g.south >= parent->south && g.north <= parent->north &&
                                                 g.east >= parent->east && g.west <= parent->west);
-      if (!inside) continue;
+      if (!inside || !ComesFirst(*members, place)) continue;
       if (g.children.empty()) {
         g.decisive = true;
       } else {

@@ -71,7 +71,7 @@ class Ntv2Grid {
 
   std::size_t FindIn(const std::vector<std::uint32_t>& level, const Position& p) const;
   std::size_t Find(const Position& p) const;
-  bool Disjoint(const std::vector<std::uint32_t>& level) const;
+  bool ComesFirst(const std::vector<std::uint32_t>& level, std::size_t place) const;
   void MarkDecisive();
 
   std::vector<SubGrid> m_grids;           // in file order

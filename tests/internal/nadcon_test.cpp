@@ -85,19 +85,24 @@ TEST_F(Nadcon, interpolatesUpToTheStatedEdges) {
   EXPECT_TRUE(marked[0].y == 21 && marked[1].x == -79 && marked[2].y == 21);
 }
 
-// Points far apart share buffered blocks of the files; each must get what it gets alone. Blocks hold 4096 words.
-TEST_F(Nadcon, manyPointsGetWhatEachGetsAlone) {
-  const NadconGrid large{700, 300, -130, 20, 0.1};
-  const auto las = [](int r, int c) { return std::sin(r * 0.1) * std::cos(c * 0.07) * 5; };
-  Use(NadconFile(large, las), NadconFile(large, [&](int r, int c) { return las(c, r); }));
+// Points far apart share buffered blocks of the files (4096 words each, so every sixth row has a seam): each must get
+// the field, whatever came before it.
+TEST_F(Nadcon, manyPointsOfOneCallAreAllShifted) {
+  const NadconGrid large{700, 300, -130, 20, 0.125};
+  Use(NadconFile(large, LasWord), NadconFile(large, LosWord));
   std::mt19937 random(3);
-  std::uniform_real_distribution<double> lon(-131, -59), lat(19, 51);
-  std::vector<DATUMPOINT> all;
-  for (int i = 0; i < 300; ++i) all.push_back({lon(random), lat(random)});
-  std::vector<DATUMPOINT> alone = all;
-  ASSERT_TRUE(Convert(all.data(), static_cast<int>(all.size())));
-  for (DATUMPOINT& p : alone) ASSERT_TRUE(Convert(&p, 1));
-  for (std::size_t i = 0; i < all.size(); ++i) ASSERT_TRUE(all[i].x == alone[i].x && all[i].y == alone[i].y) << i;
+  std::uniform_real_distribution<double> column(1, 700), row(1, 300);
+  std::vector<DATUMPOINT> indexes, points;
+  for (int i = 0; i < 100000; ++i) {
+    indexes.push_back({column(random), row(random)});
+    points.push_back({large.xMin + (indexes.back().x - 1) * 0.125, large.yMin + (indexes.back().y - 1) * 0.125});
+  }
+  std::vector<DATUMPOINT> moved = points;
+  ASSERT_TRUE(Convert(moved.data(), static_cast<int>(moved.size())));
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    ASSERT_NEAR(moved[i].x, points[i].x + LasWord(indexes[i].y, indexes[i].x) / 3600, 1e-11) << i;
+    ASSERT_NEAR(moved[i].y, points[i].y + LosWord(indexes[i].y, indexes[i].x) / 3600, 1e-11) << i;
+  }
 }
 
 TEST_F(Nadcon, keepsNothingBetweenCalls) {
@@ -155,11 +160,11 @@ TEST_F(Nadcon, hostileHeadersMoveNothing) {
     std::string bytes;
   };
   const Row rows[] = {
-      {64, integer(0)},          {64, integer(-1)},           {64, integer(std::numeric_limits<std::int32_t>::min())},
+      {64, integer(0)},          {64, integer(-1)},   {64, integer(std::numeric_limits<std::int32_t>::min())},
       {64, integer(0x7FFFFFFF)},  // the second row lies far behind the end
-      {68, integer(0)},          {68, integer(-30)},          {76, single(nan)},
-      {80, single(0)},           {80, single(nan)},           {80, single(-0.25)},
-      {80, single(1e-38)},       {84, single(1e38)},          {84, single(nan)},
+      {68, integer(0)},          {68, integer(-30)},  {76, single(nan)},
+      {80, single(0)},           {80, single(nan)},   {80, single(-0.25)},
+      {80, single(1e-38)},       {84, single(1e38)},  {84, single(nan)},
       {88, single(0)},           {88, single(-0.25)},
   };
   for (const Row& row : rows) {

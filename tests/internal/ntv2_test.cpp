@@ -136,6 +136,16 @@ TEST_F(Ntv2Step, inverseEndsAsStated) {
   EXPECT_NEAR(points[0].x, 50, 1e-13);
   EXPECT_EQ(points[2].y, 13);
   EXPECT_NEAR(points[3].y, 10, 1e-13);
+  // A shift of slope q around 10 degrees: the correction of round k is q^(k+1) degrees for a target one degree away. It
+  // falls to 1e-12 radians in round 10 for q = 7/64, in round 11 for q = 1/8: too late.
+  for (const auto& [q, marked] : {std::pair(7.0 / 64, false), std::pair(1.0 / 8, true)}) {
+    Use(Ntv2File({{"SLOPE", "NONE", 0, 0, 20, 20, 1, [q = q](double lon, double lat) {
+                     return std::pair(q * (lat - 10) * 3600, q * (10 - lon) * 3600);
+                   }}}));
+    const DATUMPOINT p = Convert({11, 11}, Ntv2Direction::Inverse);
+    EXPECT_EQ(p.x == DBL_MAX && p.y == DBL_MAX, marked) << q;
+    EXPECT_TRUE(marked || std::fabs(p.y - 10 - 1 / (1 + q)) < 1e-10) << q;
+  }
   // The first estimate leaves the grid: it stands. (Target 0.0005 degrees north of the southern edge, shift 3.6
   // seconds.)
   Use(Ntv2File({{"FLAT", "NONE", 0, 0, 20, 20, 1, Constant(3.6)}}));
