@@ -16,3 +16,6 @@ if(ORVEX_SANITIZE)
                                                  -fno-omit-frame-pointer)
   target_link_options(orvex_options INTERFACE -fsanitize=address,undefined)
 endif()
+if(ORVEX_BUILD_FUZZ)
+  target_compile_options(orvex_options INTERFACE -fsanitize=fuzzer-no-link)  # coverage for the fuzzers
+endif()

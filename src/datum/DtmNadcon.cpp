@@ -8,6 +8,7 @@
 #include <climits>
 #include <cstdio>
 #include <memory>
+#include <new>
 #include <optional>
 #include <string>
 
@@ -22,7 +23,9 @@ namespace orvex::detail {
 
 namespace {
 
-constexpr int kMissingFileLine = 96;  // the position a missing grid file reports
+// Positions that failures report.
+constexpr int kMissingFileLine = 96;
+constexpr int kNoMemoryLine = 98;
 
 // A grid file as four-byte words. Blocks that points fall on are kept for the time of the call, in a table of fixed
 // size, so that many points cost few reads and neither one point nor a hostile header costs much memory.
@@ -125,7 +128,7 @@ bool Interpolate(WordFile& file, const Cell& cell, double& degrees) {
 
 }  // namespace
 
-bool ConvertNadcon(const char* region, DATUMPOINT* pts, int n) {
+bool ConvertNadcon(const char* region, DATUMPOINT* pts, int n) try {
   Trace("----------------NADCON--------------\n");
   const std::string stem = platform::ExecutableDirectory() + region;
   const std::string lasPath = stem + ".LAS", losPath = stem + ".LOS";
@@ -144,6 +147,8 @@ bool ConvertNadcon(const char* region, DATUMPOINT* pts, int n) {
     if (Interpolate(las, cell, dx) && Interpolate(los, cell, dy)) pts[i] = {p.x + dx, p.y + dy};
   }
   return true;
+} catch (const std::bad_alloc&) {
+  ThrowError("DtmNadcon", kNoMemoryLine, kMsgOutOfMemory);
 }
 
 }  // namespace orvex::detail

@@ -183,5 +183,41 @@ TEST_F(Nadcon, hostileHeadersMoveNothing) {
   }
 }
 
+// The one test that uses the names of the published pairs: the driver gives each datum its own, and their failure is
+// the conversion's.
+TEST(NadconDriver, eachDatumHasItsPair) {
+  struct Files {
+    std::vector<std::filesystem::path> paths;
+    ~Files() {
+      for (const auto& path : paths) std::filesystem::remove(path);
+    }
+  } files;
+  const auto write = [&](const char* name, double seconds) {
+    files.paths.emplace_back(platform::ExecutableDirectory() + name);
+    WriteFile(files.paths.back(), NadconFile(kGrid, [seconds](int, int) { return seconds; }));
+  };
+  write("conus.LAS", 36);
+  write("conus.LOS", 72);
+  write("prvi.LAS", -36);
+  write("prvi.LOS", -72);
+  const auto convert = [](DatumType datum) {
+    DATUMXFORM xform{};
+    xform.SrcDatum = datum;
+    xform.DestDatum = DT_WORLD_GEODETIC_SYSTEM_1984;
+    DATUMPOINT p{282, 22};  // 78 west
+    EXPECT_TRUE(CDatumTransform(&xform).Convert(&p, 1));
+    return p;
+  };
+  // The second step's Molodensky formula with shifts of 0 leaves some 1e-11 degrees.
+  const DATUMPOINT conus = convert(DT_NAD_1927_CONUS_NADCON);
+  EXPECT_NEAR(conus.x, 282.01, 1e-9);
+  EXPECT_NEAR(conus.y, 22.02, 1e-9);
+  const DATUMPOINT prvi = convert(DT_NAD_1927_PUERTO_RICO_AND_VIRGIN_ISLANDS_NADCON);
+  EXPECT_NEAR(prvi.x, 281.99, 1e-9);
+  EXPECT_NEAR(prvi.y, 21.98, 1e-9);
+  std::filesystem::remove(files.paths[1]);
+  EXPECT_THROW(convert(DT_NAD_1927_CONUS_NADCON), shr::Exception);
+}
+
 }  // namespace
 }  // namespace orvex::detail

@@ -12,6 +12,7 @@
 
 #include "datum/Ntv2Grid.h"
 #include "datum/Ntv2Store.h"
+#include "shr/exception.h"
 #include "support/GridFiles.h"
 
 namespace orvex::detail {
@@ -271,6 +272,37 @@ TEST_F(Ntv2Step, threadsMayMakeTheFirstCall) {
     for (std::thread& thread : threads) thread.join();
     ASSERT_EQ(good, 4);
   }
+}
+
+TEST_F(Ntv2Step, theDriverConvertsBothWaysAndNamesWhatIsWrong) {
+  DATUMXFORM xform{};
+  xform.SrcDatum = DT_NAD_1927_CANADA_NTV2;
+  xform.DestDatum = DT_WORLD_GEODETIC_SYSTEM_1984;
+  CDatumTransform there(&xform);
+  std::swap(xform.SrcDatum, xform.DestDatum);
+  CDatumTransform back(&xform);
+  Use(Ntv2File({kWhole}));
+  DATUMPOINT points[] = {{260.25, 50.5}, {0, 0}};  // 260.25 is 99.75 west
+  const auto [north, west] = Bilinear(-99.75, 50.5);
+  ASSERT_TRUE(there.Convert(points, 2));
+  EXPECT_NEAR(points[0].x, 260.25 - west / 3600,
+              1e-10);  // the second step's Molodensky formula leaves some 1e-11 degrees
+  EXPECT_NEAR(points[0].y, 50.5 + north / 3600, 1e-10);
+  EXPECT_NEAR(points[1].y, 0, 1e-10);  // outside the grid
+  ASSERT_TRUE(back.Convert(points, 2));
+  EXPECT_NEAR(points[0].x, 260.25, 1e-10);
+  EXPECT_NEAR(points[0].y, 50.5, 1e-10);
+  const auto failure = [&](CDatumTransform& transform) {
+    try {
+      return transform.Convert(points, 2) ? 0 : 1;
+    } catch (const shr::Exception& e) {
+      return e.MessageId();
+    }
+  };
+  Use("rubbish");
+  EXPECT_EQ(failure(there), 20281);
+  SetNtv2Path((m_directory / "missing.gsb").string().c_str());
+  EXPECT_EQ(failure(back), 20280);
 }
 
 }  // namespace
