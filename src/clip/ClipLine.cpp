@@ -43,6 +43,7 @@ ClipResult ClipLine(const Domain& domain, const PROJPOINT* pts, int nPts, Lines&
     LogPrintf(kTooFewPointsText);
     return ClipResult::TooFewPoints;
   }
+  pieces.Reserve(static_cast<std::size_t>(nPts));
   bool open = false;  // the piece at the end of `pieces` reaches the current point
   bool inEnd = domain.Contains(pts[0]);
   for (int i = 1; i < nPts; ++i) {

@@ -32,6 +32,7 @@ class Lines {
     m_points.clear();
     m_ends.clear();
   }
+  void Reserve(std::size_t points) { m_points.reserve(points); }
   /// Adds points to the line at the end, which Finish closes.
   void Add(const PROJPOINT& point) { m_points.push_back(point); }
   void Add(std::span<const PROJPOINT> points) { m_points.insert(m_points.end(), points.begin(), points.end()); }
@@ -46,9 +47,9 @@ class Lines {
 
 enum class ClipResult { Ok, TooFewPoints, SearchFailed };
 
-/// Adds the pieces of a line that lie in the domain: maximal runs of surviving segments, in order, cut ends included.
-/// A segment of which both ends are outside is dropped as a whole. One pass; each point is tested once. Failures are
-/// logged.
+/// Fills `pieces`, which is empty, with the pieces of a line that lie in the domain: maximal runs of surviving
+/// segments, in order, cut ends included. A segment of which both ends are outside is dropped as a whole. One pass;
+/// each point is tested once. A failure is logged.
 ClipResult ClipLine(const Domain& domain, const PROJPOINT* pts, int nPts, Lines& pieces);
 
 }  // namespace orvex::detail

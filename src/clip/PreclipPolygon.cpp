@@ -1,4 +1,5 @@
 // PreclipPolygon - polygons cut to what a projection can show, closed along the edge of the domain.
+#include <algorithm>
 #include <climits>
 #include <cmath>
 
@@ -83,6 +84,12 @@ void AddOutline(const Lines& pieces, bool join, Lines& outline) {
 
 /// Clips every part: rings for the fill, and the visible outline unless it is null.
 bool ClipParts(const Domain& domain, const Polygon& polygon, Rings& rings, Lines* outline) {
+  std::size_t total = 0;
+  for (int part = 0; part < polygon.nParts; ++part) {
+    total += static_cast<std::size_t>(std::max(polygon.counts[part], 0));
+  }
+  rings.points.reserve(total);
+  if (outline != nullptr) outline->Reserve(total);
   Lines pieces;
   const PROJPOINT* pts = polygon.pts;
   for (int part = 0; part < polygon.nParts; ++part) {
