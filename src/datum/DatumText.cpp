@@ -19,7 +19,7 @@ constexpr std::size_t kMaxValue = 255;
 constexpr char kUserDefined[] = "user-defined";
 
 bool IsPlain(char c) {
-  const int code = LowerAscii(c);
+  const auto code = static_cast<unsigned char>(LowerAscii(c));  // bytes above 127 are not plain
   return code >= 32 && code <= 122 && c != ',' && c != '=' && c != '%' && c != '\\';
 }
 
