@@ -2,15 +2,16 @@
 #include "orvex/projection.h"
 
 #include "orvex/clip.h"
-#include "support/Log.h"
+#include "support/SharedHandle.h"
 
 namespace orvex {
 
 namespace {
 
+constexpr int kNoMemoryLine = 604;  // reported when a handle cannot be shared
+
 std::shared_ptr<void> Own(void* handle) {
-  if (handle == nullptr) return {};
-  return {handle, ProjDeleteProjection};
+  return detail::ShareHandle(handle, ProjDeleteProjection, "Orvex", kNoMemoryLine);
 }
 
 }  // namespace
