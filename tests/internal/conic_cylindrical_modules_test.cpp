@@ -1,5 +1,5 @@
-// Module operations of the conic and cylindrical projections that records from hosts do not reach: reported positions,
-// cones that validation refuses, domain tests and offsets.
+// Module operations of the conic and cylindrical projections that records from hosts do not reach: cones that
+// validation refuses, domain tests and offsets.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -31,29 +31,6 @@ std::string Reported(const std::function<void()>& call) {
     return e.Source() + ":" + std::to_string(e.Line());
   }
   return "nothing";
-}
-
-TEST(ConicCylindricalModules, argumentChecks) {
-  const struct {
-    ProjType type;
-    const char* source;
-    int lines[4];  // forward null points, forward bad count, inverse null points, inverse bad count
-  } rows[] = {{PT_ALBERS, "PrjAlbers:", {219, 221, 442, 444}},
-              {PT_EQUICONIC, "PrjEquiCon:", {224, 226, 323, 325}},
-              {PT_MERCATOR, "PrjMerc:", {225, 227, 379, 381}},
-              {PT_MILLER, "PrjMiller:", {226, 228, 293, 295}},
-              {PT_EQUICYLINDRICAL, "PrjEquiCyl:", {189, 191, 249, 251}}};
-  for (const auto& row : rows) {
-    const ProjectionRow& module = *FindRow(row.type);
-    PROJDATA rec = Work(row.type, "R=1");
-    PROJPOINT p{0.25, 0.5};
-    int line = 0;
-    for (const ConvertOperation convert : {module.forward, module.inverse}) {
-      EXPECT_FALSE(convert(nullptr, nullptr, 0)) << row.source;
-      EXPECT_EQ(Reported([&] { convert(&rec, nullptr, 1); }), row.source + std::to_string(row.lines[line++]));
-      EXPECT_EQ(Reported([&] { convert(&rec, &p, 0); }), row.source + std::to_string(row.lines[line++]));
-    }
-  }
 }
 
 // Outcomes that the record alone decides: at the first live point, never for an array of markers only.

@@ -12,44 +12,6 @@ namespace {
 
 using detail::FindRow;
 
-int LineOf(detail::ConvertOperation operation, PROJPOINT* pts, int nPts, std::string& source) {
-  PROJDATA work{};
-  try {
-    operation(&work, pts, nPts);
-  } catch (const shr::Exception& e) {
-    source = e.Source();
-    return e.Line();
-  }
-  return 0;
-}
-
-TEST(ObliquePolyconicTable, ArgumentChecks) {
-  struct Row {
-    ProjType type;
-    const char* source;
-    std::array<int, 4> lines;  // forward: null points, bad count; inverse
-  };
-  for (const Row& row :
-       {Row{PT_CASSINI, "PrjCassini", {199, 201, 310, 312}}, Row{PT_POLYCONIC, "PrjPolycon", {222, 224, 453, 455}},
-        Row{PT_BONNE, "PrjBonne", {221, 223, 421, 423}}, Row{PT_HOTINE, "PrjHotine", {230, 232, 430, 432}},
-        Row{PT_OBLIQUEMERCATOR, "PrjOblMerc", {230, 232, 330, 332}}}) {
-    const detail::ProjectionRow& operations = *FindRow(row.type);
-    PROJPOINT p{DBL_MAX, 7};
-    for (const bool inverse : {false, true}) {
-      const detail::ConvertOperation operation = inverse ? operations.inverse : operations.forward;
-      std::string source;
-      EXPECT_EQ(LineOf(operation, nullptr, 1, source), row.lines[inverse ? 2 : 0]);
-      EXPECT_EQ(source, row.source);
-      EXPECT_EQ(LineOf(operation, &p, 0, source), row.lines[inverse ? 3 : 1]);
-      EXPECT_FALSE(operation(nullptr, &p, 1));
-      // A marker is passed over, even where the record is good for nothing.
-      PROJDATA work{};
-      EXPECT_TRUE(operation(&work, &p, 1));
-      EXPECT_TRUE(p.x == DBL_MAX && p.y == 7 && work.iResult == 0) << row.source;
-    }
-  }
-}
-
 TEST(ObliquePolyconicTable, Domains) {
   struct Row {
     ProjType type;

@@ -1,10 +1,7 @@
 // Helpers of the projection tests.
 #include "support/Projection.h"
 
-#include <cstddef>
-#include <cstring>
 #include <fstream>
-#include <map>
 #include <sstream>
 
 namespace orvex::test {
@@ -22,46 +19,6 @@ std::vector<std::string> Split(std::string_view text, char separator) {
 }
 
 }  // namespace
-
-PROJDATA Record(ProjType type, std::string_view parameters) {
-  PROJDATA rec{};
-  rec.Type = type;
-  rec.Ellipsoid = ET_WGS_84;
-#define FIELD(name) \
-  { #name, offsetof(PROJDATA, name) }
-  static const std::map<std::string, std::size_t> numbers{
-      FIELD(Scale), FIELD(xOrg), FIELD(yOrg), FIELD(Lat0), FIELD(Lon0), FIELD(Lat1), FIELD(Lat2),
-      FIELD(Lat3),  FIELD(Lon1), FIELD(Lon2), FIELD(Lon3), FIELD(K0),   FIELD(Alpha)};
-  static const std::map<std::string, std::size_t> flags{
-      FIELD(bSouth), FIELD(bUseAlpha), FIELD(bRotate), FIELD(bUOffset), {"wrap", offsetof(PROJDATA, bWrapLon)}};
-#undef FIELD
-  char* const bytes = reinterpret_cast<char*>(&rec);
-  for (const std::string& item : Split(parameters, ';')) {
-    if (item.empty()) continue;
-    const std::size_t equals = item.find('=');
-    const std::string name = item.substr(0, equals);
-    const double value = std::stod(item.substr(equals + 1));
-    if (const auto number = numbers.find(name); number != numbers.end()) {
-      std::memcpy(bytes + number->second, &value, sizeof value);
-    } else if (const auto flag = flags.find(name); flag != flags.end()) {
-      bytes[flag->second] = value != 0;
-    } else if (name == "R" || name == "a") {
-      rec.Ellipsoid = ET_USER_DEFINED;
-      rec.MajorRadius = value;
-    } else if (name == "f") {
-      rec.Flattening = value;
-    } else if (name == "e2") {
-      rec.Flattening = 1 - std::sqrt(1 - value);
-    } else if (name == "Ellipsoid") {
-      rec.Ellipsoid = static_cast<EllipsoidType>(static_cast<int>(value));
-    } else if (name == "Zone") {
-      rec.Zone = static_cast<int>(value);
-    } else {
-      ADD_FAILURE() << "unknown parameter " << name;
-    }
-  }
-  return rec;
-}
 
 ProjType TypeOf(const std::string& displayName) {
   for (int type = 0; type < ProjNumProjections(); ++type) {

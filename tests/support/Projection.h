@@ -1,4 +1,4 @@
-// Helpers of the projection tests: records from short texts, golden files, numerical derivatives.
+// Helpers of the projection tests: golden files, single points, numerical derivatives.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -6,20 +6,16 @@
 #include <cfloat>
 #include <cmath>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include <orvex/orvex.h>
 #include <shr/exception.h>
 
+#include "support/Forms.h"
+
 namespace orvex::test {
 
 inline constexpr double kRadiansPerDegree = 3.14159265358979323846 / 180;
-
-/// A zero-filled record with the fields named in `parameters` set: "Lat0=40;Lon0=-96;Ellipsoid=15". Field names as in
-/// PROJDATA; besides R or a (radius, user-defined ellipsoid), f and e2 (flattening, eccentricity squared), wrap
-/// (bWrapLon). Without an ellipsoid the record has WGS 84. A name it does not know fails the test.
-PROJDATA Record(ProjType type, std::string_view parameters);
 
 /// The type with a display name; fails the test when there is none.
 ProjType TypeOf(const std::string& displayName);
