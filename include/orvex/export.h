@@ -1,7 +1,7 @@
-// Export and calling-convention macros of the public interface.
+/* Export and calling-convention macros of the public interface, for C as well. */
 #pragma once
 
-/// ORVEX_API marks what the library exports. Define ORVEX_STATIC when linking the static library.
+/** ORVEX_API marks what the library exports. Define ORVEX_STATIC when linking the static library. */
 #if defined(ORVEX_STATIC)
 #define ORVEX_API
 #elif defined(_WIN32)
@@ -14,7 +14,7 @@
 #define ORVEX_API __attribute__((visibility("default")))
 #endif
 
-/// Calling convention of every exported function and of every callback.
+/** Calling convention of every exported function and of every callback. */
 #if defined(_WIN32) && !defined(_WIN64)
 #define ORVEX_CALL __cdecl
 #else

@@ -4,10 +4,10 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cfenv>
-#include <cstring>
 #include <new>
+
+#include "platform/MessageTable.h"
 
 namespace orvex::platform {
 
@@ -48,22 +48,7 @@ void AppendToFile(const char* fileName, const char* text, std::size_t length) {
 }
 
 bool LoadMessage(void* /*instance*/, int id, char* buffer, int capacity) {
-  static constexpr struct {
-    int id;
-    const char* text;
-  } kMessages[] = {
-#define ORVEX_MESSAGE(messageId, messageText) {messageId, messageText},
-#include "messages.def"
-#undef ORVEX_MESSAGE
-  };
-  for (const auto& message : kMessages) {
-    if (message.id != id || capacity < 1) continue;
-    const std::size_t length = std::min(std::strlen(message.text), static_cast<std::size_t>(capacity - 1));
-    std::memcpy(buffer, message.text, length);
-    buffer[length] = '\0';
-    return true;
-  }
-  return false;
+  return CopyTableMessage(id, buffer, capacity);
 }
 
 FpEnvironment::FpEnvironment() noexcept : m_saved{}, m_hostTraps(0) {

@@ -1,4 +1,4 @@
-// Platform on Windows.
+// Platform on Windows; win32_dll.cpp and win32_static.cpp hold what the DLL and the static library do differently.
 #include "platform/Platform.h"
 
 #include <fenv.h>
@@ -9,11 +9,6 @@
 #include <new>
 
 #undef WriteProfileSection  // a macro of <windows.h>
-
-extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID /*reserved*/) {
-  orvex::platform::OnProcessEvent(instance, reason);
-  return TRUE;
-}
 
 namespace orvex::platform {
 
@@ -60,10 +55,6 @@ void AppendToFile(const char* fileName, const char* text, std::size_t length) {
   }
   _lwrite(file, text, static_cast<UINT>(length));
   _lclose(file);
-}
-
-bool LoadMessage(void* instance, int id, char* buffer, int capacity) {
-  return LoadStringA(static_cast<HINSTANCE>(instance), static_cast<UINT>(id), buffer, capacity) > 0;
 }
 
 std::size_t ReadProfileSection(const char* fileName, const char* section, char* buffer, std::size_t capacity) {

@@ -351,7 +351,8 @@ TEST(Georef, RandomControlsAreRefusedOrGiveFiniteImages) {
       return GEOREFPOINT{x * y, x - y};
     });
     for (int k = round % 4; k > 0 && n > 0; --k) {  // up to three of them made odd, or equal to another
-      const auto i = engine() % static_cast<unsigned>(n), j = engine() % static_cast<unsigned>(n);
+      const auto pick = [&] { return static_cast<std::size_t>(engine()) % c.src.size(); };
+      const std::size_t i = pick(), j = pick();
       const double odd = special[engine() % std::size(special)];
       (k == 1 ? c.dst : c.src)[i] = k == 2 ? c.src[j] : GEOREFPOINT{odd, c.src[i].y};
     }

@@ -1,0 +1,155 @@
+// CApi - the plain C functions: they call the interface and turn exceptions into statuses and messages.
+#include <cstddef>
+#include <cstdio>
+#include <cstring>
+#include <exception>
+#include <new>
+
+#include "orvex/orvex.h"
+#include "orvex/orvex_c.h"
+#include "shr/exception.h"
+#include "support/Errors.h"
+
+namespace orvex {
+
+static_assert(sizeof(orvex_projection) == sizeof(PROJDATA) && sizeof(orvex_point) == sizeof(PROJPOINT) &&
+              sizeof(orvex_point) == sizeof(DATUMPOINT));
+static_assert(offsetof(orvex_projection, k0) == offsetof(PROJDATA, K0) &&
+              offsetof(orvex_projection, zone) == offsetof(PROJDATA, Zone) &&
+              offsetof(orvex_projection, alpha) == offsetof(PROJDATA, Alpha) &&
+              offsetof(orvex_projection, ellipsoid) == offsetof(PROJDATA, Ellipsoid) &&
+              offsetof(orvex_projection, result) == offsetof(PROJDATA, iResult) &&
+              offsetof(orvex_projection, wrap_lon) == offsetof(PROJDATA, bWrapLon));
+static_assert(ORVEX_BAD_ARGUMENT == detail::kMsgBadParameter);
+
+namespace {
+
+int Fail(int status, const char* text, char* message) {
+  if (message != nullptr) std::snprintf(message, ORVEX_MESSAGE_SIZE, "%s", text);
+  return status;
+}
+
+int FailWith(int messageId, char* message) {
+  char text[detail::kMessageCapacity] = "";
+  detail::LoadMessageText(messageId, text);
+  return Fail(messageId, text, message);
+}
+
+/// Runs an operation that answers a status; whatever it throws becomes one.
+template <typename Operation>
+int Guarded(char* message, Operation operation) noexcept {
+  if (message != nullptr) *message = '\0';
+  try {
+    return operation();
+  } catch (const shr::Exception& e) {
+    return Fail(e.MessageId(), e.what(), message);
+  } catch (const std::bad_alloc&) {
+    return FailWith(detail::kMsgOutOfMemory, message);
+  } catch (...) {
+    return FailWith(detail::kMsgInternalInconsistency, message);
+  }
+}
+
+int Convert(void* projection, orvex_point* points, int count, char* message,
+            bool(ORVEX_CALL* convert)(void*, PROJPOINT*, int)) noexcept {
+  if (projection == nullptr || points == nullptr || count < 1) return FailWith(ORVEX_BAD_ARGUMENT, message);
+  return Guarded(message, [&] {
+    if (!convert(projection, reinterpret_cast<PROJPOINT*>(points), count)) return ORVEX_FAILED;
+    return ProjResult(projection) != 0 ? ORVEX_UNPLOTTABLE : ORVEX_OK;
+  });
+}
+
+bool SameName(const char* a, const char* b) {
+  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
+  while (*a != '\0' && lower(*a) == lower(*b)) ++a, ++b;
+  return lower(*a) == lower(*b);
+}
+
+}  // namespace
+
+}  // namespace orvex
+
+using namespace orvex;
+
+extern "C" {
+
+int ORVEX_CALL orvex_projection_number(const char* name, std::int32_t* number) {
+  if (name == nullptr || number == nullptr) return ORVEX_BAD_ARGUMENT;
+  return Guarded(nullptr, [&] {
+    for (int i = 0; i < ProjNumProjections(); ++i) {
+      char candidate[64];
+      ProjGetProjectionInfo(static_cast<ProjType>(i), candidate);
+      if (!SameName(candidate, name)) continue;
+      *number = i;
+      return ORVEX_OK;
+    }
+    return ORVEX_FAILED;
+  });
+}
+
+int ORVEX_CALL orvex_ellipsoid_number(const char* name, std::int32_t* number) {
+  if (name == nullptr || number == nullptr) return ORVEX_BAD_ARGUMENT;
+  return Guarded(nullptr, [&] {
+    EllipsoidType ellipsoid{};
+    if (!EllipsoidFromName(&ellipsoid, name)) return ORVEX_FAILED;
+    *number = ellipsoid;
+    return ORVEX_OK;
+  });
+}
+
+int ORVEX_CALL orvex_datum_number(const char* name, std::int32_t* number) {
+  if (name == nullptr || number == nullptr) return ORVEX_BAD_ARGUMENT;
+  return Guarded(nullptr, [&] {
+    DatumType datum{};
+    if (!DatGetDatumFromName(&datum, name)) return ORVEX_FAILED;
+    *number = datum;
+    return ORVEX_OK;
+  });
+}
+
+int ORVEX_CALL orvex_create(orvex_projection* record, void** projection, char* message) {
+  if (projection != nullptr) *projection = nullptr;
+  if (record == nullptr || projection == nullptr) return FailWith(ORVEX_BAD_ARGUMENT, message);
+  return Guarded(message, [&] {
+    *projection = ProjCreateProjection(reinterpret_cast<PROJDATA*>(record));
+    return *projection != nullptr ? ORVEX_OK : ORVEX_FAILED;
+  });
+}
+
+void ORVEX_CALL orvex_delete(void* projection) {
+  ProjDeleteProjection(projection);
+}
+
+int ORVEX_CALL orvex_forward(void* projection, orvex_point* points, int count, char* message) {
+  return Convert(projection, points, count, message, ProjForward);
+}
+
+int ORVEX_CALL orvex_inverse(void* projection, orvex_point* points, int count, char* message) {
+  return Convert(projection, points, count, message, ProjInverse);
+}
+
+int ORVEX_CALL orvex_datum_create(std::int32_t source, std::int32_t destination, void** datum, char* message) {
+  if (datum != nullptr) *datum = nullptr;
+  if (datum == nullptr) return FailWith(ORVEX_BAD_ARGUMENT, message);
+  return Guarded(message, [&] {
+    DATUMXFORM record{};
+    record.SrcDatum = static_cast<DatumType>(source);
+    record.DestDatum = static_cast<DatumType>(destination);
+    *datum = DatCreateDatum(&record);
+    return *datum != nullptr ? ORVEX_OK : ORVEX_FAILED;
+  });
+}
+
+void ORVEX_CALL orvex_datum_delete(void* datum) {
+  DatDeleteDatum(datum);
+}
+
+int ORVEX_CALL orvex_datum_convert(void* datum, orvex_point* points, int count, char* message) {
+  if (datum == nullptr || points == nullptr || count < 1) return FailWith(ORVEX_BAD_ARGUMENT, message);
+  return Guarded(message, [&] {
+    if (!DatConvertDatum(datum, reinterpret_cast<DATUMPOINT*>(points), count)) return ORVEX_FAILED;
+    return DatHadUnplottables(datum) ? ORVEX_UNPLOTTABLE : ORVEX_OK;
+  });
+}
+
+}  // extern "C"
