@@ -1,8 +1,8 @@
 # Compares what the DLL exports with the kept list: cmake -DDLL= -DLIST= -DOBJDUMP= -DCXXFILT= [-DUPDATE=ON] -P this
 execute_process(COMMAND ${OBJDUMP} -p ${DLL} OUTPUT_VARIABLE headers COMMAND_ERROR_IS_FATAL ANY)
-string(REGEX MATCH "\\[Ordinal/Name Pointer\\] Table[^\n]*\n(([ \t]+\\[[^\n]*\n)+)" found "${headers}")
-string(REGEX MATCHALL "\\] [^ \n]+\n" names "${CMAKE_MATCH_1}")
-list(TRANSFORM names REPLACE "^\\] (.*)\n$" "\\1")
+string(REGEX MATCH "Ordinal/Name Pointer. Table[^\n]*\n(([ \t]+.[ \t0-9]+. [^\n]*\n)+)" found "${headers}")
+string(REGEX REPLACE "[ \t]+.[ \t0-9]+. ([^ \n]+)\n" "\\1;" names "${CMAKE_MATCH_1}")  # lists must not hold a bracket
+list(REMOVE_ITEM names "")
 list(SORT names)
 list(LENGTH names count)
 if(count EQUAL 0)
