@@ -1,0 +1,54 @@
+// Every projection in every form, both ways, over random points of the area it is used for.
+#include <cfloat>
+
+#include "Common.h"
+#include "support/Forms.h"
+
+namespace orvex::bench {
+
+namespace {
+
+/// Points that can be plotted, and their images.
+struct Sample {
+  std::vector<PROJPOINT> geographic, projected;
+};
+
+Sample MakeSample(const test::ProjectionForm& form, void* handle, std::size_t count) {
+  Sample sample;
+  while (sample.geographic.size() < count) {
+    const PROJPOINT place = form.Place(Between(0, 1), Between(0, 1));
+    PROJPOINT image = place;
+    if (!ProjLLInProjection(handle, &place) || !ProjForward(handle, &image, 1) || image.x == DBL_MAX) continue;
+    sample.geographic.push_back(place);
+    sample.projected.push_back(image);
+  }
+  return sample;
+}
+
+void Measure(benchmark::State& state, const test::ProjectionForm& form, bool forward, std::size_t atOnce) {
+  PROJDATA rec = form.MakeRecord();
+  void* const handle = ProjCreateProjection(&rec);
+  const Sample sample = MakeSample(form, handle, TotalPoints(atOnce));
+  const auto convert = forward ? ProjForward : ProjInverse;
+  MeasureInPlace(state, forward ? sample.geographic : sample.projected, atOnce,
+                 [=](PROJPOINT* pts, int n) { convert(handle, pts, n); });
+  ProjDeleteProjection(handle);
+}
+
+}  // namespace
+
+void RegisterProjections() {
+  for (const test::ProjectionForm& form : test::AllProjections()) {
+    char projection[64];
+    ProjGetProjectionInfo(form.type, projection);
+    for (const bool forward : {true, false}) {
+      for (const std::size_t size : Sizes()) {
+        const std::string name = std::string(projection) + ", " + form.form + (forward ? "|forward|" : "|inverse|");
+        benchmark::RegisterBenchmark((name + std::to_string(size)).c_str(),
+                                     [=](benchmark::State& state) { Measure(state, form, forward, size); });
+      }
+    }
+  }
+}
+
+}  // namespace orvex::bench
