@@ -10,5 +10,6 @@ void AddListCommand(CLI::App& app, int& status);
 void AddProjectCommand(CLI::App& app, int& status);
 void AddDatumCommand(CLI::App& app, int& status);
 void AddConvertCommand(CLI::App& app, int& status);
+void AddGeorefCommand(CLI::App& app, int& status);
 
 }  // namespace orvex::tool

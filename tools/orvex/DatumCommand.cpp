@@ -1,4 +1,5 @@
 // DatumCommand - orvex datum: positions from one datum to another, and the custom datums of an INI file.
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 
@@ -9,6 +10,7 @@
 #include "Failure.h"
 #include "Names.h"
 #include "PointTable.h"
+#include "ProjectionOptions.h"
 
 namespace orvex::tool {
 
@@ -46,13 +48,11 @@ int Add(const StoreOptions& o) {
     throw Failure("a custom datum's method is none, molodensky or bursa");
   }
   params.bInverse = o.inverse;
-  EllipsoidType ellipsoid{};
-  if (o.values[8] != 0) {
-    ellipsoid = ET_USER_DEFINED;
-  } else if (!EllipsoidFromName(&ellipsoid, o.ellipsoid.c_str())) {
-    throw Failure("unknown ellipsoid \"" + o.ellipsoid + "\"; see: orvex list ellipsoids");
+  if (params.Method != DM_BURSA && std::any_of(o.values + 4, o.values + 8, [](double v) { return v != 0; })) {
+    throw Failure("rotations and scale belong to --method bursa");
   }
-  params.Ellipsoid = ellipsoid;
+  if (o.values[9] != 0 && o.values[8] == 0) throw Failure("--flattening needs --radius as well");
+  params.Ellipsoid = o.values[8] != 0 ? ET_USER_DEFINED : ParseEllipsoid(o.ellipsoid);
   params.PMShift = o.values[0];
   params.dx = o.values[1];
   params.dy = o.values[2];
@@ -88,16 +88,16 @@ int Remove(const StoreOptions& o) {
 
 int Show(const StoreOptions& o) {
   const char* const ini = o.ini.empty() ? nullptr : o.ini.c_str();
-  int index = 0;
-  if (!NDatExists(ini, o.name.c_str(), &index)) FindName(DatumNames(o.ini), o.name, "datum");
+  const std::vector<std::string> names = DatumNames(o.ini);
+  const std::size_t index = FindDatum(o.name, names);
+  const std::string& name = names[index];
   DatumMethod method{};
-  if (!NDatGetDatumMethod(ini, o.name.c_str(), &method))
-    throw Failure("the entry of \"" + o.name + "\" cannot be read");
-  std::printf("name        %s\nnumber      %d%s\nmethod      %s\nreversible  %s\n", o.name.c_str(), index,
-              index >= DatNumDatums() ? " (custom)" : "", MethodName(method).c_str(),
-              NDatReversible(ini, o.name.c_str()) ? "yes" : "no");
+  if (!NDatGetDatumMethod(ini, name.c_str(), &method)) throw Failure("the entry of \"" + name + "\" cannot be read");
+  std::printf("name        %s\nnumber      %zu%s\nmethod      %s\nreversible  %s\n", name.c_str(), index,
+              index >= static_cast<std::size_t>(DatNumDatums()) ? " (custom)" : "", MethodName(method).c_str(),
+              NDatReversible(ini, name.c_str()) ? "yes" : "no");
   DATUM2WGS84 params{};
-  if ((method != DM_BURSA && method != DM_MOLODENSKY) || !NDatGetDatumParams(ini, o.name.c_str(), &params))
+  if ((method != DM_BURSA && method != DM_MOLODENSKY) || !NDatGetDatumParams(ini, name.c_str(), &params))
     return kSuccess;
   char ellipsoid[80] = "";
   EllipsoidInfo(params.Ellipsoid, ellipsoid, nullptr, nullptr);
@@ -134,7 +134,8 @@ void AddDatumCommand(CLI::App& app, int& status) {
     if (action != show) ini->required();
   }
   add->add_option("--method", store->method, "none, molodensky (default) or bursa");
-  add->add_option("--ellipsoid", store->ellipsoid, "Ellipsoid by name (default WGS 84)");
+  CLI::Option* ellipsoid =
+      add->add_option("--ellipsoid", store->ellipsoid, "Ellipsoid by name or POSC number (default WGS 84)");
   add->add_flag("--from-wgs84", store->inverse, "The parameters lead from WGS 84 to the datum");
   const struct {
     const char* name;
@@ -151,6 +152,7 @@ void AddDatumCommand(CLI::App& app, int& status) {
                  {"--flattening", "Flattening, with --radius"}};
   for (std::size_t i = 0; i < std::size(numbers); ++i)
     add->add_option(numbers[i].name, store->values[i], numbers[i].help);
+  add->get_option("--radius")->excludes(ellipsoid);
 
   add->callback([store, &status] { status = Add(*store); });
   remove->callback([store, &status] { status = Remove(*store); });

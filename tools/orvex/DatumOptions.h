@@ -24,4 +24,7 @@ class DatumConversion {
 /// Names of all datums in list order: built in, then those of the INI file ("" for none). Unused numbers give "".
 std::vector<std::string> DatumNames(const std::string& ini);
 
+/// Place in the list of names of a datum given by name, POSC code or list number; throws Failure when there is none.
+std::size_t FindDatum(const std::string& text, const std::vector<std::string>& names);
+
 }  // namespace orvex::tool

@@ -28,14 +28,41 @@ std::size_t EditDistance(const std::string& a, const std::string& b) {
   return row.back();
 }
 
-/// Up to three candidates that the text may have meant: those that contain it, else those a few edits away.
+/// The text's runs of letters and runs of digits: "nad27" gives "nad" and "27".
+std::vector<std::string> Words(const std::string& text) {
+  const auto kind = [](char c) { return c >= '0' && c <= '9' ? 1 : c >= 'a' && c <= 'z' ? 2 : 0; };
+  std::vector<std::string> words;
+  int last = 0;
+  for (const char c : text) {
+    const int now = kind(c);
+    if (now != 0 && now != last) words.emplace_back();
+    if (now != 0) words.back() += c;
+    last = now;
+  }
+  return words;
+}
+
+/// First letters of the words of letters: "wgs" of "world geodetic system 1984".
+std::string Initials(const std::string& text) {
+  std::string initials;
+  for (const std::string& word : Words(text)) {
+    if (word.front() >= 'a') initials += word.front();
+  }
+  return initials;
+}
+
+/// Up to three candidates that the text may have meant: those that hold its words, else those a few edits away.
 std::vector<std::string> Suggestions(const std::vector<std::string>& candidates, const std::string& wanted) {
+  const std::vector<std::string> words = Words(wanted);
   std::vector<std::pair<std::size_t, std::string>> ranked;
   for (const std::string& candidate : candidates) {
     const std::string lower = Lower(candidate);
     std::size_t rank = EditDistance(lower, wanted);
-    if (!wanted.empty() && lower.find(wanted) != std::string::npos) {
-      rank = 1;
+    const auto holds = [&](const std::string& word) {
+      return lower.find(word) != std::string::npos || word == Initials(lower);
+    };
+    if (!words.empty() && std::all_of(words.begin(), words.end(), holds)) {
+      rank = std::min<std::size_t>(rank, 1);
     } else if (rank > 1 + wanted.size() / 3) {
       continue;
     }

@@ -55,15 +55,6 @@ bool ParseBool(const std::string& text) {
   throw Failure("\"" + text + "\" is neither yes nor no");
 }
 
-EllipsoidType ParseEllipsoid(const std::string& text) {
-  if (!text.empty() && text.find_first_not_of("0123456789") == std::string::npos) {
-    EllipsoidType type{};
-    if (EllipsoidFromPOSCNumber(ParseInteger(text, "ellipsoid"), &type)) return type;
-    throw Failure("no ellipsoid has the POSC number " + text);
-  }
-  return static_cast<EllipsoidType>(FindName(EllipsoidNames(), text, "ellipsoid"));
-}
-
 bool UsesParameter(ProjType type, int id) {
   if (id == kRadiusId || id == kFlatteningId) id = kEllipsoidId;  // offered with a user-defined ellipsoid
   return ProjUsesParam(type, id);
@@ -99,7 +90,8 @@ void Store(PROJDATA& record, const Parameter& parameter, Value value) {
   ProjSetParam(&record, parameter.id, &value);
 }
 
-void Set(PROJDATA& record, const std::string& setting) {
+/// Stores one NAME=VALUE and answers the parameter's id.
+int Set(PROJDATA& record, const std::string& setting) {
   const std::size_t equals = setting.find('=');
   if (equals == std::string::npos) throw Failure("\"" + setting + "\" is not of the form NAME=VALUE");
   const std::string name = setting.substr(0, equals), text = setting.substr(equals + 1);
@@ -124,6 +116,7 @@ void Set(PROJDATA& record, const std::string& setting) {
     case PDT_PROJTYPE:
       break;
   }
+  return parameter.id;
 }
 
 void ChooseUtm(PROJDATA& record, const std::string& text) {
@@ -191,13 +184,26 @@ void AddProjectionOptions(CLI::App& command, ProjectionOptions& options, const s
   command.add_flag(dashes + "wrap", options.wrap, "Wrap longitude differences into +-180 degrees (world projections)");
 }
 
+EllipsoidType ParseEllipsoid(const std::string& text) {
+  if (!text.empty() && text.find_first_not_of("0123456789") == std::string::npos) {
+    EllipsoidType type{};
+    if (EllipsoidFromPOSCNumber(ParseInteger(text, "ellipsoid"), &type)) return type;
+    throw Failure("no ellipsoid has the POSC number " + text);
+  }
+  return static_cast<EllipsoidType>(FindName(EllipsoidNames(), text, "ellipsoid"));
+}
+
 PROJDATA MakeRecord(const ProjectionOptions& options) {
   PROJDATA record{};
   record.Ellipsoid = ET_WGS_84;
   ChooseProjection(record, options);
   record.bWrapLon = options.wrap;
   if (!options.ellipsoid.empty()) Set(record, "ellipsoid=" + options.ellipsoid);
-  for (const std::string& setting : options.settings) Set(record, setting);
+  bool flattening = false;
+  for (const std::string& setting : options.settings) flattening |= Set(record, setting) == kFlatteningId;
+  if (flattening && record.Ellipsoid != ET_USER_DEFINED) throw Failure("flattening needs radius set as well");
+  const bool zoned = record.Type == PT_STATEPLANE27 || record.Type == PT_STATEPLANE83;
+  if (zoned && record.Zone == SZ_NONE) throw Failure("name the zone, for example --set zone=\"Texas Central\"");
   return record;
 }
 

@@ -34,6 +34,9 @@ std::vector<std::string> ProjectionNames();
 std::vector<std::string> EllipsoidNames();
 std::vector<std::string> ZoneNames();
 
+/// An ellipsoid by name or POSC number; throws Failure for neither.
+EllipsoidType ParseEllipsoid(const std::string& text);
+
 /// One parameter as the tool presents it.
 struct Parameter {
   int id;
