@@ -13,11 +13,16 @@ namespace {
 char GuessDelimiter(std::string_view line) {
   constexpr std::string_view kCandidates = ",;\t|";
   std::size_t counts[kCandidates.size()]{};
-  bool quoted = false;
+  bool quoted = false, started = false;  // as in SplitDelimited, for every candidate
   for (const char c : line) {
-    if (c == '"') quoted = !quoted;
+    if (c == '"' && (quoted || !started)) quoted = !quoted;
     const std::size_t candidate = kCandidates.find(c);
-    if (candidate != std::string_view::npos && !quoted) ++counts[candidate];
+    if (candidate != std::string_view::npos && !quoted) {
+      ++counts[candidate];
+      started = false;
+    } else if (c != ' ') {
+      started = true;
+    }
   }
   const auto* const most = std::max_element(std::begin(counts), std::end(counts));
   return *most == 0 ? ' ' : kCandidates[static_cast<std::size_t>(most - counts)];

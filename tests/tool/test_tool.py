@@ -1,0 +1,291 @@
+#!/usr/bin/env python3
+"""Tests of the command-line host as a user meets it: arguments and streams in, text, messages and exit status out.
+
+Usage: test_tool.py PROGRAM [unittest arguments]
+"""
+import os
+import re
+import subprocess
+import sys
+import tempfile
+import unittest
+
+PROGRAM = ""
+OK, SOME_FAILED, USAGE = 0, 1, 2
+
+
+def run(*arguments, text="", cwd=None):
+    """Status, output and messages of one run; bytes stay bytes in disguise (latin-1)."""
+    done = subprocess.run([PROGRAM, *arguments], input=text.encode("latin-1"), capture_output=True, cwd=cwd, timeout=300)
+    return done.returncode, done.stdout.decode("latin-1"), done.stderr.decode("latin-1")
+
+
+class ToolTest(unittest.TestCase):
+    def setUp(self):
+        directory = tempfile.TemporaryDirectory()
+        self.addCleanup(directory.cleanup)
+        self.directory = directory.name
+
+    def file(self, name, text=None):
+        path = os.path.join(self.directory, name)
+        if text is not None:
+            with open(path, "w", encoding="latin-1", newline="") as out:
+                out.write(text)
+        return path
+
+    def read(self, name):
+        with open(self.file(name), encoding="latin-1", newline="") as handle:
+            return handle.read()
+
+    def numbers(self, *arguments, text=""):
+        status, out, messages = run(*arguments, text=text)
+        self.assertEqual((status, messages), (OK, ""), arguments)
+        return [float(field) for field in re.split(r"[,\s]+", out.strip())]
+
+    def near(self, got, expected, tolerance, what):
+        self.assertEqual(len(got), len(expected), what)
+        for value, wanted in zip(got, expected):
+            self.assertLessEqual(abs(value - wanted), tolerance, (what, got, expected))
+
+    def refused(self, *arguments, says, text="1,2\n"):
+        status, out, messages = run(*arguments, text=text, cwd=self.directory)
+        self.assertEqual((status, out), (USAGE, ""), arguments)
+        self.assertTrue(messages.startswith("orvex: "), messages)
+        self.assertIn(says, messages)
+
+
+class Project(ToolTest):
+    def test_published_values_in_both_directions(self):
+        rows = [
+            # Snyder 1987, p. 270 (zone 18 after adding the false easting) and p. 296
+            (["--utm", "18N", "--ellipsoid", "clarke 1866"], (-73.5, 40.5), (627106.5, 4484124.4)),
+            (["--proj", "lambert CONFORMAL conic", "--ellipsoid", "7008", "--set", "Standard Parallel=33d", "--set",
+              "lat2=45", "--set", "LAT0=23d00'00\"N", "--set", "lon0=96dW"], (-75, 35), (1894410.9, 1564649.5)),
+            # published origins of the zones: 1983 in metres, 1927 two million US survey feet east
+            (["--stateplane83", "texas central"], (-(100 + 20 / 60), 29 + 40 / 60), (700000, 3000000)),
+            (["--stateplane27", "Texas Central"], (-(100 + 20 / 60), 29 + 40 / 60), (2e6 * 1200 / 3937, 0)),
+        ]
+        for options, place, there in rows:
+            text = "%.12f,%.12f\n" % place
+            self.near(self.numbers("project", *options, text=text), there, 0.06, options)
+            text = "%.4f %.4f" % there
+            # the ellipsoidal conic's inverse stops at 0.5 m by design
+            self.near(self.numbers("project", *options, "-i", text=text), place, 5e-6, options)
+
+    def test_same_projection_by_other_names(self):
+        ways = [["--utm", "32N"], ["--utm", "32"], ["--proj", "universal transverse mercator (utm)", "--set", "lon0=9"],
+                ["--proj", "Transverse Mercator", "--set", "lon0=9d0'E", "--set", "k0=.9996", "--set", "x0=5e5"]]
+        results = {run("project", *way, text="11.5,48.1")[1] for way in ways}
+        self.assertEqual(len(results), 1, results)
+        code = re.search(r"(\d+)  Texas Central$", run("list", "zones")[1], re.M).group(1)
+        self.assertEqual(run("project", "--posc", code, text="-99,31")[1],
+                         run("project", "--stateplane83", "Texas Central", text="-99,31")[1])
+
+    def test_refusals(self):
+        for arguments, says in [
+            (["project", "--proj", "mercater"], 'did you mean "Mercator"?'),
+            (["project", "--stateplane83", "texas centrl"], '"Texas Central"'),
+            (["project", "--proj", "Mercator", "--ellipsoid", "grs80"], '"GRS 1980 / IUGG 1980"'),
+            (["project", "--proj", "Transverse Mercator", "--set", "lat2=9"],
+             "does not use lat2; it uses: ellipsoid, scale, x0, y0, k0, lon0, lat0"),
+            (["project", "--proj", "Mercator", "--set", "lonn=9"], '"lon0"'),
+            (["project", "--proj", "Mercator", "--set", "lon0=9x"], "cannot read the value of lon0=9x"),
+            (["project", "--proj", "Mercator", "--set", "flattening=0.003"], "needs radius"),
+            (["project", "--proj", "Lambert Conformal Conic"], "Standard parallels"),
+            (["project", "--proj", "State Plane 1983"], "name the zone"),
+            (["project", "--utm", "61N"], "is not a UTM zone"), (["project", "--utm", "33X"], "is not a UTM zone"),
+            (["project", "--utm", "33N", "--proj", "Mercator"], "name one projection"), (["project"], "name one projection"),
+            (["project", "--posc", "1"], "POSC number 1"), (["project", "--utm", "1N", "no.csv"], "cannot open no.csv"),
+            (["project", "--utm", "1N", "."], "directory"), (["project", "--utm", "1N", "-o", "no/x"], "cannot write no/x"),
+            (["project", "--utm", "1N", "--foo"], "Try: orvex project --help"),
+            (["lst"], 'did you mean "list"?'), ([], "needs one of: list, project"), (["list", "foo"], '"foo"'),
+        ]:
+            self.refused(*arguments, says=says)
+
+
+class Tables(ToolTest):
+    A, B = "686121.7558,5330438.1305", "500000.0000,0.0000"  # 11.5 48.1 and 9 0 in UTM zone 32
+
+    def test_what_is_no_coordinate_stays_byte_for_byte(self):
+        a, b = self.A.split(","), self.B.split(",")
+        for text, expected in [
+            ("11.5,48.1\n9,0", f"{self.A}\n{self.B}\n"),
+            ("\xef\xbb\xbfid;LAT;Lon;note\r\n#c\r\n \r\n\"M;\xc3\xbc\"; 48.1 ;+11.5;\"a \"\"b\"\"\"\r\n",
+             f"\xef\xbb\xbfid;y;x;note\r\n#c\r\n \r\n\"M;\xc3\xbc\";{a[1]};{a[0]};\"a \"\"b\"\"\"\r\n"),
+            ("lon\tlat\tn\n11.5\t48.1\t\n9\t0\tx,y", f"x\ty\tn\n{a[0]}\t{a[1]}\t\n{b[0]}\t{b[1]}\tx,y\n"),
+            ("  11.5   48.1  A b\n\n9 0", f"  {a[0]}   {a[1]}  A b\n\n{b[0]} {b[1]}\n"),
+            ("id|longitude (deg)|lat_dd\n7|9|0", f"id|x|y\n7|{b[0]}|{b[1]}\n"),
+        ]:
+            status, out, messages = run("project", "--utm", "32N", text=text)
+            self.assertEqual((status, out, messages), (OK, expected, ""), text)
+        status, out, _ = run("project", "--utm", "32N", "--keep", "--x", "p", "--y", "3", text="id,P,q\n1,9,0\n")
+        self.assertEqual((status, out), (OK, f"id,P,q,x,y\n1,9,0,{self.B}\n"))
+
+    def test_degree_minute_second_text_in_and_out(self):
+        forms = ["11d30'0.5\",48d6'N", "\"11d30'0.5\"\"\",48d6m", "11\xc2\xb030\xe2\x80\xb20.5\xe2\x80\xb3,48.1",
+                 "%.12f,48d06'00\"" % (11 + 30 / 60 + 0.5 / 3600)]
+        lines = set(run("project", "--utm", "32N", text="\n".join(forms))[1].splitlines())
+        self.assertEqual(len(lines), 1, lines)
+        self.assertEqual(run("project", "--utm", "32N", "-i", "--dms", text=lines.pop())[1],
+                         '"11d30\'00.5000""E","48d06\'00.0000""N"\n')
+        # seconds that round to sixty carry, west and south have their letters
+        for degrees, expected in [("-10.99999999 -0.5", '11d00\'00.00"W 0d30\'00.00"S'),
+                                  ("10.3333333333 59.9999999999", '10d20\'00.00"E 60d00\'00.00"N')]:
+            out = run("project", "--proj", "unprojected lat/long", "--dms", "--decimals", "2", text=degrees)[1]
+            self.assertEqual(out.strip(), expected)
+
+    def test_bad_lines_are_numbered_and_kept(self):
+        text = "id,lon,lat\n1,9,0\n\n2,x,0\n3\n4,9,\"0\n5,nan,0\n6,,\n7,1e999,0\n8,9,0"
+        path = self.file("in.csv", text)
+        status, out, messages = run("project", "--utm", "32N", path)
+        self.assertEqual(status, SOME_FAILED)
+        self.assertEqual(out.splitlines(), ["id,x,y", "1," + self.B, "", "2,,", "3", "4,9,\"0", "5,,", "6,,", "7,,",
+                                            "8," + self.B])
+        self.assertEqual([int(n) for n in re.findall(r"in\.csv:(\d+):", messages)], [4, 5, 6, 7, 8, 8, 9])
+        self.assertIn("points converted: 2, unplottable: 0, unreadable lines: 6", messages)
+
+    def test_unplottable_points(self):
+        arguments = ["project", "--proj", "Orthographic"]
+        for text, expected in [("a,lon,lat\nb,180,0\nc,0,0\n", "a,x,y\nb,,\nc,0.0000,0.0000\n"), ("180 0 b\n", "* * b\n")]:
+            status, out, messages = run(*arguments, text=text)
+            self.assertEqual((status, out), (SOME_FAILED, expected))
+            self.assertIn("unplottable: 1,", messages)
+
+    def test_refusals(self):
+        self.file("in.csv", "id,lon,lat\n1,9,0\n")
+        self.file("names.csv", "id,p,q\n1,9,0\n")
+        os.symlink(self.file("in.csv"), self.file("link.csv"))
+        project = ["project", "--utm", "32N"]
+        for arguments, says in [(["names.csv"], "--x and --y"), (["names.csv", "--x", "pp"], 'did you mean "p"'),
+                                (["in.csv", "--x", "9"], "no column 9"), (["in.csv", "--x", "0"], "from 1"),
+                                (["in.csv", "--x", "2", "--y", "2"], "same column"), (["--x", "p"], "no header"),
+                                (["in.csv", "--delimiter", "xx"], "delimiter"), (["in.csv", "-o", "link.csv"], "is the input")]:
+            self.refused(*project, *arguments, says=says)
+        self.assertEqual(self.read("in.csv"), "id,lon,lat\n1,9,0\n")
+        if os.path.exists("/dev/stdin"):
+            with open(self.file("in.csv"), "rb") as text:
+                done = subprocess.run([PROGRAM, *project, "-o", self.file("in.csv")], stdin=text, capture_output=True)
+            self.assertEqual((done.returncode, self.read("in.csv")), (USAGE, "id,lon,lat\n1,9,0\n"))
+        if os.path.exists("/dev/full"):
+            self.assertEqual(run(*project, "-o", "/dev/full", text="9,0\n")[0], USAGE)
+
+    def test_absurd_input(self):
+        long = "9" * 3_000_000
+        for text, good in [("", 0), ("\n" * 70000, 0), ("\0,\0\n9,0\n", 1), ("9,0\n" + long + "," + long + "\n9,0", 2),
+                           ("9,0\n" + "," * 1_000_000 + "\n", 1), ("9,0\n" + '"' * 999_999 + "\n9,0", 2),
+                           ("".join(map(chr, range(256))) * 50 + "\n", 0), ("9,0\n1e308,1e308\n-1e-320,4e-324\n", 2)]:
+            status, out, _ = run("project", "--utm", "32N", text=text)
+            self.assertIn(status, (OK, SOME_FAILED, USAGE))  # no signal, no sanitizer report
+            self.assertGreaterEqual(len(re.findall(r"^[-\d.]+,[-\d.]+$", out, re.M)), good, text[:40])
+
+    def test_many_blocks_keep_their_order(self):
+        text = "".join("%d,9,0\n" % i if i % 5 else "%d,?,0\n" % i for i in range(50000))
+        status, out, messages = run("project", "--utm", "32N", "--x", "2", "--y", "3", text=text)
+        self.assertEqual(status, SOME_FAILED)
+        self.assertEqual(out, "".join("%d,%s\n" % (i, self.B if i % 5 else ",") for i in range(50000)))
+        self.assertIn("9900 more", messages)  # the first hundred are shown
+
+
+class Datums(ToolTest):
+    def test_custom_datum_from_store_to_result(self):
+        ini = self.file("own.ini", "; mine\n[Other]\nkey=1\n")
+        # EPSG Guidance Note 7-2: WGS 72 to WGS 84 moves 4 E 55 N by 0.554 and 0.090 arcseconds
+        add = ["datum", "add", "--ini", ini, "--method", "bursa", "--ellipsoid", "wgs 72"]
+        self.assertEqual(run(*add, "Site A", "--dz", "4.5", "--rz", "0.554", "--k", "0.219")[0], OK)
+        for name in ["site a", "254"]:
+            got = self.numbers("datum", "--from", name, "--to", "6326", "--ini", ini, text="4,55")
+            self.near(got, (4 + 0.554 / 3600, 55 + 0.090 / 3600), 0.0006 / 3600, name)
+        back = self.numbers("datum", "--to", "Site A", "--from", "6326", "--ini", ini, text="%.12f,%.12f" % tuple(got))
+        self.near(back, (4, 55), 1e-7, "back")
+        self.assertRegex(run("datum", "show", "SITE A", "--ini", ini)[1], r"(?s)254 \(custom\).*0 0 4\.5 m.*0\.219 ppm")
+        self.assertRegex(run("list", "datums", "--ini", ini)[1], r"254 .*Bursa-Wolf.*Site A\n$")
+        self.assertEqual(run("datum", "add", "B", "--ini", ini, "--dx", "-1.5")[0], OK)
+        self.assertEqual(run("datum", "remove", "site a", "--ini", ini)[0], OK)
+        kept = self.read("own.ini")
+        self.assertTrue(kept.startswith("; mine\n[Other]\nkey=1\n"), kept)
+        self.assertNotIn("Site A", kept)
+        for arguments, says in [
+            (["remove", "Site A", "--ini", ini], "there is no datum"), (["show", "nad83"], '"North American Datum 1983"'),
+            (["add", "C", "--ini", ini, "--rx", "1"], "--method bursa"), (["add", "C", "--ini", ini, "--method", "ntv2"], "none, mol"),
+            (["add", "C", "--ini", "no/own.ini"], "cannot store"), (["add", "C", "--ini", ini, "--flattening", "1"], "--radius"),
+            (["add", "world geodetic system 1984", "--ini", ini], "built-in"), (["--from", "6326"], "--from and --to"),
+            (["--from", "6326", "--to", "European 1950 (MRE)"], "only be converted from"), (["--from", "1", "--to", "0"], "no datum"),
+        ]:
+            self.refused("datum", *arguments, says=says)
+
+    def test_convert_is_the_three_steps_in_one(self):
+        zone, point = ["stateplane27", "Texas Central"], "650000,250000\n"
+        datums = ["NAD 1927 - CONUS", "6326"]
+        place = run("project", "--" + zone[0], zone[1], "-i", "--decimals", "15", text=point)[1]
+        shifted = run("datum", "--from", datums[0], "--to", datums[1], "--decimals", "15", text=place)[1]
+        expected = run("project", "--utm", "14N", text=shifted)[1]
+        self.assertEqual(run("convert", "--from-" + zone[0], zone[1], "--from-datum", datums[0], "--to-datum", datums[1],
+                             "--to-utm", "14N", text=point)[1], expected)
+        self.assertNotEqual(place, shifted)
+        self.refused("convert", says="nothing to convert")
+        self.refused("convert", "--to-utm", "1N", "--from-datum", "1", says="both datums")
+
+
+class Georef(ToolTest):
+    # X = 1000 + 2x - y/2, Y = 5000 - 2y + x/4 in five places
+    AFFINE = "col,row,e,n\n" + "".join(
+        "%d,%d,%.3f,%.3f\n" % (x, y, 1000 + 2 * x - y / 2, 5000 - 2 * y + x / 4)
+        for x, y in [(0, 0), (100, 8), (8, 100), (96, 104), (48, 40)])
+
+    def test_affine_data_come_back_by_every_method_that_can(self):
+        controls = self.file("c.csv", self.AFFINE)
+        for method in ["affine", "AFFINE polynomial", "poly1", "tps", "natural", "marcov", "exponential", "rational",
+                       "idw"]:
+            got = self.numbers("georef", "--controls", controls, "--method", method, text="12,20\n-400,300\n")
+            self.near(got, (1014, 4963, 50, 4300), 2e-4, method)
+
+    def test_report_and_world_file(self):
+        controls = self.file("c.csv", self.AFFINE)
+        world = self.file("c.wld")
+        status, out, _ = run("georef", "--controls", controls, "--method", "affine", "--report", "--world-file", world)
+        self.assertEqual(status, OK)
+        self.assertRegex(out, r"total error \(root mean square\)  0\.0000\n")
+        coefficients = [float(v) for v in re.findall(r"[=*] ([-+.e\d]+)", out)]
+        self.near(coefficients, (1000, 2, -0.5, 5000, 0.25, -2), 1e-9, "coefficients")
+        # the position is that of the centre of pixel (0, 0), half a pixel from its corner
+        self.near([float(v) for v in self.read("c.wld").split()], (2, 0.25, -0.5, -2, 1000.75, 4999.125), 1e-9, "world")
+
+    def test_helmert_residuals_and_mirror(self):
+        # scale and rotation 3 + 4i, shift (10, 20); the last corner of the square is off by (0.4, 0.3), so d = 0.5.
+        # With centred corners z the fit takes d * (1/4 + z conj(z4) / 8): of d it leaves 1/2 at the corner itself,
+        # nothing at the opposite one and sqrt(2)/4 at its neighbours; their root mean square is also d sqrt(2)/4.
+        points = [(0, 0), (2, 0), (2, 2), (0, 2)]
+        rows = [[x, y, 10 + 3 * x - 4 * y, 20 + 4 * x + 3 * y] for x, y in points]
+        rows[3][2] += 0.4
+        rows[3][3] += 0.3
+        controls = self.file("h.txt", "\n".join(" ".join("%.4f" % v for v in row) for row in rows))
+        status, out, messages = run("georef", "--controls", controls, "--method", "helmert", "--report")
+        self.assertEqual((status, messages), (OK, ""))
+        errors = [float(line.split()[-1]) for line in out.splitlines() if re.match(r"\s+\d+\s", line)]
+        errors.append(float(re.search(r"total error.* ([\d.]+)\n", out).group(1)))
+        self.near(errors, (0.17678, 0, 0.17678, 0.25, 0.17678), 0.00006, "errors")
+        mirrored = self.file("m.txt", "\n".join("%g %g %g %g" % (x, -y, e, n) for (x, y), (_, _, e, n) in zip(points, rows)))
+        status, _, messages = run("georef", "--controls", mirrored, "--method", "helmert", "--report")
+        self.assertEqual(status, OK)
+        self.assertIn("try with --flip-y", messages)
+
+    def test_refusals(self):
+        self.file("bad.csv", "x,y,e,n\n1,1,5,5\n2,2,6,6,7\n\n3,x,7,8\n4,4,\"9,9\n")
+        self.file("line.csv", "1,1,5,5\n2,2,6,6\n3,3,7,8\n")
+        self.file("empty.csv", "# nothing\n")
+        self.file("good.csv", self.AFFINE)
+        for file, method, says in [("bad.csv", "affine", "bad.csv: 3 bad lines"), ("line.csv", "affine", "not on one line"),
+                                   ("line.csv", "poly3", "needs at least 10 control points, not 3"),
+                                   ("empty.csv", "tps", "no control points"), ("good.csv", "afine", 'mean "affine"'),
+                                   ("none.csv", "affine", "cannot open")]:
+            self.refused("georef", "--controls", file, "--method", method, says=says)
+        messages = run("georef", "--controls", self.file("bad.csv"), "--method", "affine")[2]
+        self.assertEqual(re.findall(r"bad\.csv:(\d):", messages), ["3", "5", "6"])
+        good = ["georef", "--controls", "good.csv", "--method"]
+        self.refused(*good, "tps", "--world-file", "w", says="affine map")
+        self.refused(*good, "affine", "--world-file", "good.csv", says="is the input")
+
+
+if __name__ == "__main__":
+    PROGRAM = os.path.abspath(sys.argv.pop(1))
+    unittest.main()
