@@ -31,7 +31,7 @@ class Random {
  public:
   explicit Random(std::uint64_t seed) : m_engine(seed) {}
 
-  std::size_t Below(std::size_t count) { return m_engine() % count; }
+  std::size_t Below(std::size_t count) { return static_cast<std::size_t>(m_engine() % count); }
   bool OneIn(std::size_t count) { return Below(count) == 0; }
   double Between(double low, double high) {
     return low + static_cast<double>(m_engine() >> 11) * 0x1p-53 * (high - low);
