@@ -8,7 +8,7 @@ import sys
 
 def main():
     rows = {}
-    for run in json.load(sys.stdin)["benchmarks"]:
+    for run in sorted(json.load(sys.stdin)["benchmarks"], key=lambda run: run["family_index"]):
         if run.get("aggregate_name") != "median" or "each" not in run:
             continue
         name = run["run_name"].split("|")

@@ -57,6 +57,7 @@ class FpEnvironment {
   /// Code (0xC000008D to 0xC0000093, the Windows exception codes) of an exception that has been raised since the status
   /// was last cleared and whose trap the host had enabled; 0 when there is none.
   unsigned RaisedFault() const noexcept;
+  /// Clears the status as far as RaisedFault looks at it: without host traps there is nothing to do.
   void ClearStatus() noexcept;
 
  private:

@@ -62,6 +62,7 @@ FpEnvironment::~FpEnvironment() {
 }
 
 unsigned FpEnvironment::RaisedFault() const noexcept {
+  if (m_hostTraps == 0) return 0;
   const unsigned raised = static_cast<unsigned>(std::fetestexcept(FE_ALL_EXCEPT)) & m_hostTraps;
   if (raised & FE_INVALID) return 0xC0000090;
   if (raised & FE_DIVBYZERO) return 0xC000008E;
@@ -72,6 +73,7 @@ unsigned FpEnvironment::RaisedFault() const noexcept {
 }
 
 void FpEnvironment::ClearStatus() noexcept {
+  if (m_hostTraps == 0) return;  // nobody asks, and clearing takes as long as projecting a point
   std::feclearexcept(FE_ALL_EXCEPT);
 }
 

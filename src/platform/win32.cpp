@@ -85,6 +85,7 @@ FpEnvironment::~FpEnvironment() {
 }
 
 unsigned FpEnvironment::RaisedFault() const noexcept {
+  if (m_hostTraps == 0) return 0;
   const unsigned raised = (X87Status() | _mm_getcsr()) & m_hostTraps;
   if (raised & kInvalid) return EXCEPTION_FLT_INVALID_OPERATION;
   if (raised & kZeroDivide) return EXCEPTION_FLT_DIVIDE_BY_ZERO;
@@ -96,6 +97,7 @@ unsigned FpEnvironment::RaisedFault() const noexcept {
 }
 
 void FpEnvironment::ClearStatus() noexcept {
+  if (m_hostTraps == 0) return;  // nobody asks
   asm volatile("fnclex");
   _mm_setcsr(kDefaultMxcsr);
 }
