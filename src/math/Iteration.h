@@ -1,7 +1,10 @@
 // Iteration - the stopping rule that several inverses share.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
+
+#include "math/Angles.h"
 
 namespace orvex::detail {
 
@@ -24,6 +27,30 @@ bool PreviousEstimate(double first, double slot, double tolerance, Step step, do
     if (!step(phi, next)) return false;
     previous = phi;
     phi = next;
+  }
+  return false;
+}
+
+/// The same for Snyder's 7-9, phi = pi/2 - 2 atan(t ((1 - e sin phi) / (1 + e sin phi))^(e/2)), from 7-11 on. It runs
+/// in q = tan(pi/4 - phi/2), of which sin phi and the difference of two latitudes are rational functions.
+inline bool PreviousConformalEstimate(double t, double e, double slot, double tolerance, double& result) {
+  constexpr double kSouthPole = 1e150;  // beyond it the latitude does not change, and squares would overflow
+  t = std::min(t, kSouthPole);
+  const double first = kHalfPi - 2 * std::atan(t);
+  if (std::fabs(first - slot) <= tolerance) {
+    result = slot;
+    return true;
+  }
+  double q = t;
+  for (int passes = 1; passes < kMaxPasses; ++passes) {
+    const double s = e * (2 / (1 + q * q) - 1);
+    if (1 + s == 0) return false;
+    const double next = t * std::pow((1 - s) / (1 + s), e / 2);
+    if (std::fabs(next - q) <= tolerance / 2 * (1 + q * next)) {
+      result = kHalfPi - 2 * std::atan(q);
+      return true;
+    }
+    q = next;
   }
   return false;
 }

@@ -140,14 +140,8 @@ Plot InverseEllipsoid(const Cone& c, PROJPOINT& p) {
   ToPolar(c, p, rho, theta);
   if (rho == 0) return Plot::Unplottable;
   const double t = std::pow(rho / c.aF, 1 / c.n);  // 15-11
-  const auto step = [&c, t](double phi, double& next) {
-    const double s = c.e * std::sin(phi);
-    if (1 + s == 0) return false;
-    next = kHalfPi - 2 * std::atan(t * std::pow((1 - s) / (1 + s), c.e / 2));  // 7-9
-    return true;
-  };
   double phi = 0;
-  if (!PreviousEstimate(kHalfPi - 2 * std::atan(t), p.y, kLatitudeTolerance, step, phi)) return Plot::Unplottable;
+  if (!PreviousConformalEstimate(t, c.e, p.y, kLatitudeTolerance, phi)) return Plot::Unplottable;
   p = {theta / c.n + c.lon0, phi};
   return Plot::Ok;
 }

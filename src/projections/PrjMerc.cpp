@@ -65,15 +65,9 @@ Plot InverseEllipsoid(const Constants& c, PROJPOINT& p) {
   if (c.k == 0) Assert(kSource, kZeroScaleLine);
   const double northing = p.y / c.k;
   const double t = std::pow(kNaturalBase, -northing / c.a);  // 7-10
-  const auto step = [&c, t](double phi, double& next) {
-    const double s = c.e * std::sin(phi);
-    if (1 + s == 0) return false;
-    next = kHalfPi - 2 * std::atan(t * std::pow((1 - s) / (1 + s), c.e / 2));  // 7-9
-    return true;
-  };
   double lat = 0;
-  if (!PreviousEstimate(kHalfPi - 2 * std::atan(t), northing, kTolerance, step, lat)) return Plot::Unplottable;  // 7-11
-  p = {p.x / c.k / c.a + c.lon0, lat};                                                                           // 7-12
+  if (!PreviousConformalEstimate(t, c.e, northing, kTolerance, lat)) return Plot::Unplottable;
+  p = {p.x / c.k / c.a + c.lon0, lat};  // 7-12
   return Plot::Ok;
 }
 
