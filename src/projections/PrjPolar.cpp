@@ -1,11 +1,10 @@
 // PrjPolar - Stereographic: azimuthal and conformal, circles stay circles on the sphere. Sphere and ellipsoid, every
-// aspect. Centre Lat0/Lon0, scale K0 at the centre. Source: Snyder, Map Projections - A Working Manual, USGS PP 1395
-// (1987), sphere
-//   5-3, 21-2 to 21-4, 21-15, 20-14 to 20-18; ellipsoid 3-1, 14-15, 15-9, 21-24 to 21-40; latitude by the series 3-5.
+// aspect. Centre Lat0/Lon0, scale K0 at the centre.
+// Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987), sphere 5-3, 21-2 to 21-4, 21-15, 20-14 to
+//   20-18; ellipsoid 3-1, 14-15, 15-9, 21-24 to 21-40; latitude by the series 3-5.
 // Fixed on purpose: only the hemisphere about the centre is plotted; on the ellipsoid the oblique and equatorial
-// aspects
-//   refuse the north pole, the equatorial forward takes a centre within 1.2e-7 radians of the equator to lie on it
-//   while the inverse does not, and the inverse refuses the centre; Lat1 and Lon1 of the working record receive the
+//   aspects refuse the north pole, the equatorial forward takes a centre within 1.2e-7 radians of the equator to lie on
+//   it while the inverse does not, and the inverse refuses the centre; Lat1 and Lon1 of the working record receive the
 //   centre.
 #include "math/Azimuthal.h"
 #include "math/MeridianArc.h"
@@ -85,10 +84,12 @@ struct ConformalLatitude {
   bool exists;
   double sinChi, cosChi;
 
-  ConformalLatitude(double e, double phi, double sinPhi)
+  ConformalLatitude(double e, double sinPhi, double cosPhi)
       : exists(1 - sinPhi != 0 && 1 + e * sinPhi != 0), sinChi(0), cosChi(1) {
     if (!exists) return;
-    const double T = std::tan(kQuarterPi + phi / 2) * EllipsoidFactor(e, sinPhi);  // tan(pi/4 + chi/2)
+    // tan(pi/4 + phi/2), whose argument itself would lose digits towards the north pole.
+    const double tangent = sinPhi > 0 ? (1 + sinPhi) / cosPhi : cosPhi / (1 - sinPhi);
+    const double T = tangent * EllipsoidFactor(e, sinPhi);  // tan(pi/4 + chi/2)
     const double square = T * T;
     sinChi = (square - 1) / (square + 1);
     cosChi = 2 * T / (square + 1);
@@ -109,7 +110,7 @@ struct EllipsoidConstants : Constants {
         e(std::sqrt(e2)),
         w1Squared(1 - e2 * Square(centre.sinLat)),
         polarScale(twoRk0 / std::sqrt(std::pow(1 + e, 1 + e) * std::pow(1 - e, 1 - e))),
-        chi1(e, centre.lat, centre.sinLat),
+        chi1(e, centre.sinLat, centre.cosLat),
         conformalCentre(centre),
         obliqueScale(twoRk0 * (centre.cosLat / std::sqrt(w1Squared)) / chi1.cosChi) {
     conformalCentre.sinLat = chi1.sinChi;
@@ -140,9 +141,9 @@ Plot ForwardEllipsoidPolar(const EllipsoidConstants& c, PROJPOINT& p) {
 }
 
 Plot ForwardEllipsoidOblique(const EllipsoidConstants& c, PROJPOINT& p) {
-  const double sinPhi = std::sin(p.y);
-  if (Refused(c, c.centre.View(sinPhi, std::cos(p.y), p.x), sinPhi)) return Plot::Unplottable;
-  const ConformalLatitude chi(c.e, p.y, sinPhi);
+  const double sinPhi = std::sin(p.y), cosPhi = std::cos(p.y);
+  if (Refused(c, c.centre.View(sinPhi, cosPhi, p.x), sinPhi)) return Plot::Unplottable;
+  const ConformalLatitude chi(c.e, sinPhi, cosPhi);
   if (!c.chi1.exists || !chi.exists) return Plot::Unplottable;
   const AzimuthalView view = c.conformalCentre.View(chi.sinChi, chi.cosChi, p.x);
   const double D = 1 + view.cosC;

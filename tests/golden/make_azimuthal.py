@@ -10,7 +10,7 @@ R, A, F = SPHERE[0], *WGS84
 E2 = 2 * F - F * F
 E = sqrt(E2)
 K0_SPHERE, K0_ELLIPSOID = mpf("0.97"), mpf("0.9999079")
-CENTRES = [(90, 20), (-90, -140), (0, 33), (40, -100), (mpf("-33.25"), mpf("151.5"))]
+CENTRES = [(90, 20), (-90, -140), (0, 33), (40, -100), (mpf("-33.25"), mpf("151.5")), (mpf("89.999"), 64)]
 DIRECTIONS = [(mpf("0.7"), 203), (23, 74), (50, -155), (85, 12), (138, -40), (172, 110)]  # arc and azimuth, degrees
 REACH = {"Stereographic": 90, "Orthographic": 84, "Gnomonic": 84, "Lambert Azimuthal Equal Area": 180,
          "Azimuthal Equidistant": 180}

@@ -190,6 +190,7 @@ CASES = [  # projection, formulas, inverse with its own error (or None), paramet
      ], [(2, 3), (-17, 9), (11, -14)]),
     ("Cassini", cassini, None, [SPHERE + ";Lat0=31.7;Lon0=35.2", SPHERE + ";Lat0=-42;Lon0=-71"],
      [(2, 3), (-60, 20), (81, -30), (150, 40)]),
+    ("Cassini", cassini, None, [SPHERE + ";Lat0=0;Lon0=25"], [(mpf("89.9999"), 0)]),  # next to an end of the map
     ("Polyconic", polyconic, polyconic_inverse, [
         SPHERE + ";Lat0=30;Lon0=-96", WGS84 + ";Lat0=30;Lon0=-96", CLARKE + ";Lat0=-22;Lon0=-54",
      ], [(2, 3), (-17, 9), (21, -24), (9, -66), (1, 1e-7)]),
