@@ -164,10 +164,10 @@ class Fit {
   CGeorefTransform m_transform;
 };
 
-/// The shortest text that reads back as the same number.
-std::string Exact(double value) {
+/// Fifteen digits: nanometres at map coordinates, and no noise behind them.
+std::string Digits(double value) {
   char text[40];
-  return {text, std::to_chars(text, text + sizeof text, value).ptr};
+  return {text, std::to_chars(text, text + sizeof text, value, std::chars_format::general, 15).ptr};
 }
 
 void Report(Fit& fit, int decimals, std::FILE* out) {
@@ -190,8 +190,9 @@ void Report(Fit& fit, int decimals, std::FILE* out) {
                decimals, total, decimals, *worst, worst - errors.begin() + 1);
   if (!fit.HasCoefficients()) return;
   const std::array<double, 6> c = fit.Coefficients();
-  std::fprintf(out, "\nX = %s + x * %s + y * %s\nY = %s + x * %s + y * %s\n", Exact(c[0]).c_str(), Exact(c[1]).c_str(),
-               Exact(c[2]).c_str(), Exact(c[3]).c_str(), Exact(c[4]).c_str(), Exact(c[5]).c_str());
+  std::fprintf(out, "\nX = %s + x * %s + y * %s\nY = %s + x * %s + y * %s\n", Digits(c[0]).c_str(),
+               Digits(c[1]).c_str(), Digits(c[2]).c_str(), Digits(c[3]).c_str(), Digits(c[4]).c_str(),
+               Digits(c[5]).c_str());
 }
 
 /// Six lines: the steps of one column and of one row, and the position of the centre of the upper left pixel, which
@@ -203,7 +204,7 @@ void WriteWorldFile(Fit& fit, const Options& options) {
   const std::array<double, 6> c = fit.Coefficients();
   std::ofstream file(options.worldFile, std::ios::binary);
   for (const double value : {c[1], c[4], c[2], c[5], c[0] + (c[1] + c[2]) / 2, c[3] + (c[4] + c[5]) / 2}) {
-    file << Exact(value) << "\n";
+    file << Digits(value) << "\n";
   }
   file.flush();
   if (!file) throw Failure("cannot write " + options.worldFile);
