@@ -2,6 +2,7 @@
 // Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987), 5-3 and 20-14 to 20-17.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 
 #include "math/Angles.h"
@@ -28,6 +29,26 @@ struct AzimuthalDirection {
   double LongitudeDifference() const { return std::atan2(across, along); }
 };
 
+/// Sine and cosine of the arc between centre and point, from what the map tells about it. `sine` is not negative; what
+/// exceeds 1 counts as 1.
+struct Arc {
+  double sine, cosine;
+
+  static Arc Of(double angle) { return {std::sin(angle), std::cos(angle)}; }
+  static Arc WithSine(double sine) {
+    constexpr double kLeastCosine = 6.123233995736766e-17;  // cos(pi/2) in doubles: never 0, which callers refuse
+    sine = std::min(sine, 1.0);
+    return {sine, std::max(std::sqrt((1 - sine) * (1 + sine)), kLeastCosine)};
+  }
+  static Arc WithHalfSine(double sine) {
+    sine = std::min(sine, 1.0);
+    return {2 * sine * std::sqrt((1 - sine) * (1 + sine)), 1 - 2 * sine * sine};
+  }
+  static Arc WithHalfTangent(double tangent) {
+    return {2 / (tangent + 1 / tangent), 2 / (1 + tangent * tangent) - 1};  // right at infinity as well
+  }
+};
+
 /// Centre of an azimuthal projection.
 struct AzimuthalCentre {
   double lat, lon, sinLat, cosLat;
@@ -47,9 +68,8 @@ struct AzimuthalCentre {
   }
 
   /// Where the arc c towards map point (x, y) ends, rho = |(x, y)|; the direction is scaled by rho.
-  AzimuthalDirection Direction(double x, double y, double rho, double c) const {
-    const double sinC = std::sin(c), cosC = std::cos(c);
-    return {rho * cosC * sinLat + y * sinC * cosLat, x * sinC, rho * cosLat * cosC - y * sinLat * sinC};
+  AzimuthalDirection Direction(double x, double y, double rho, const Arc& c) const {
+    return {rho * c.cosine * sinLat + y * c.sine * cosLat, x * c.sine, rho * cosLat * c.cosine - y * sinLat * c.sine};
   }
 };
 

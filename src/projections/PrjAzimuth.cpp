@@ -71,14 +71,14 @@ Plot InversePolar(const Constants& c, PROJPOINT& p) {
   const double rho = std::sqrt(p.x * p.x + p.y * p.y);
   if (rho < kCentreRadius) return Plot::Unplottable;
   p = {WrapOnce(c.centre.lon + PolarLongitudeDifference(p.x, p.y, c.pole)),
-       c.centre.Direction(p.x, p.y, rho, rho / c.R).Latitude()};  // 25-15
+       c.centre.Direction(p.x, p.y, rho, Arc::Of(rho / c.R)).Latitude()};  // 25-15
   return Plot::Ok;
 }
 
 Plot InverseOblique(const Constants& c, PROJPOINT& p) {
   const double rho = std::sqrt(p.x * p.x + p.y * p.y);
   if (rho < kCentreRadius) return Plot::Unplottable;
-  const AzimuthalDirection direction = c.centre.Direction(p.x, p.y, rho, rho / c.R);  // 25-15
+  const AzimuthalDirection direction = c.centre.Direction(p.x, p.y, rho, Arc::Of(rho / c.R));  // 25-15
   p = {WrapOnce(c.centre.lon + direction.LongitudeDifference()), direction.Latitude()};
   return Plot::Ok;
 }

@@ -46,7 +46,7 @@ Plot ForwardOblique(const Constants& c, PROJPOINT& p) {
 }
 
 AzimuthalDirection DirectionOf(const Constants& c, const PROJPOINT& p, double rho) {
-  return c.centre.Direction(p.x, p.y, rho, 2 * ClampedAsin(rho / (2 * c.R)));  // 24-16
+  return c.centre.Direction(p.x, p.y, rho, Arc::WithHalfSine(rho / (2 * c.R)));  // 24-16
 }
 
 Plot InversePolar(const Constants& c, PROJPOINT& p) {

@@ -38,7 +38,7 @@ Plot ForwardPoint(const Constants& c, PROJPOINT& p) {
 
 /// Direction of a map point that is not the centre.
 AzimuthalDirection DirectionOf(const Constants& c, const PROJPOINT& p, double rho) {
-  return c.centre.Direction(p.x, p.y, rho, ClampedAsin(rho / c.R));  // 20-19
+  return c.centre.Direction(p.x, p.y, rho, Arc::WithSine(rho / c.R));  // 20-19
 }
 
 Plot InversePolar(const Constants& c, PROJPOINT& p) {

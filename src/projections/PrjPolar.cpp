@@ -47,7 +47,7 @@ Plot ForwardSphere(const Constants& c, PROJPOINT& p) {
 }
 
 AzimuthalDirection SphereDirection(const Constants& c, const PROJPOINT& p, double rho) {
-  return c.centre.Direction(p.x, p.y, rho, 2 * std::atan(rho / c.twoRk0));  // 21-15
+  return c.centre.Direction(p.x, p.y, rho, Arc::WithHalfTangent(rho / c.twoRk0));  // 21-15
 }
 
 Plot InverseSpherePolar(const Constants& c, PROJPOINT& p) {
@@ -180,7 +180,7 @@ Plot InverseEllipsoidOblique(const EllipsoidConstants& c, const ConformalSeries&
   const double rho = std::sqrt(p.x * p.x + p.y * p.y);
   if (c.w1Squared <= 0 || rho <= kFloatEpsilon || !c.chi1.exists) return Plot::Unplottable;
   const AzimuthalDirection direction =
-      c.conformalCentre.Direction(p.x, p.y, rho, 2 * std::atan(rho / c.obliqueScale));  // 21-38
+      c.conformalCentre.Direction(p.x, p.y, rho, Arc::WithHalfTangent(rho / c.obliqueScale));  // 21-38
   if (direction.along == 0) return Plot::Unplottable;
   p = {WrapOnce(c.centre.lon + direction.LongitudeDifference()), series(direction.Latitude())};  // 21-36, 21-37
   return Plot::Ok;
