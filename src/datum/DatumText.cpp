@@ -59,9 +59,11 @@ double ParseNumber(std::string_view text) {
   const auto format = hex ? std::chars_format::hex : std::chars_format::general;
   const auto result = std::from_chars(text.data(), text.data() + text.size(), value, format);
   if (result.ec == std::errc::result_out_of_range) {
-    const std::string_view number(text.data(), static_cast<std::size_t>(result.ptr - text.data()));
-    const bool tiny = number.starts_with("0.") || number.starts_with('.') || number.find('-') != number.npos;
-    value = tiny ? 0 : HUGE_VAL;
+    // Too small or too large? The exponent's sign tells, or, without one, whether there are digits before the point.
+    std::string_view number(text.data(), static_cast<std::size_t>(result.ptr - text.data()));
+    const std::size_t exponent = number.find_first_of(hex ? "pP" : "eE");
+    number.remove_prefix(std::min(number.find_first_not_of('0'), number.size()));
+    value = (exponent != number.npos ? text[exponent + 1] == '-' : number.starts_with('.')) ? 0 : HUGE_VAL;
   }
   return negative ? -value : value;
 }

@@ -109,6 +109,7 @@ bool FindCell(const Header& grid, const DATUMPOINT& p, Cell& cell) {
   // Truncated indexes from 0 up to the count, tested before truncating so that no number, NaN included, overflows.
   if (!(column > -1 && column < grid.columns && row > -1 && row < grid.rows)) return false;
   const auto c = static_cast<std::int32_t>(column), r = static_cast<std::int32_t>(row);
+  if (c >= grid.columns || r >= grid.rows) return false;  // a grid without columns or rows
   const std::uint64_t record = static_cast<std::uint64_t>(grid.columns) + 1;
   cell.south = record * static_cast<std::uint64_t>(r) + static_cast<std::uint64_t>(c);
   cell.north = cell.south + record;

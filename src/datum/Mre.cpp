@@ -14,7 +14,7 @@ namespace orvex::detail {
 
 namespace {
 
-constexpr int kLanes = 8;
+constexpr std::size_t kLanes = 8;
 using Lanes = std::array<double, kLanes>;
 using Powers = std::array<Lanes, kMreHighestPower + 1>;
 
@@ -61,8 +61,10 @@ void ShiftBlock(const MreDatum& datum, std::span<DATUMPOINT> pts) {
 bool ConvertMre(DatumType datum, DATUMPOINT* pts, int n) {
   const MreDatum* equations = FindMre(datum);
   if (equations == nullptr) return true;
-  for (int left = n; left > 0; left -= kLanes, pts += kLanes) {
-    ShiftBlock(*equations, {pts, static_cast<std::size_t>(std::min(kLanes, left))});
+  for (std::span<DATUMPOINT> left(pts, static_cast<std::size_t>(n)); !left.empty();) {
+    const auto block = left.first(std::min(kLanes, left.size()));
+    ShiftBlock(*equations, block);
+    left = left.subspan(block.size());
   }
   return true;
 }

@@ -201,6 +201,7 @@ TEST_F(CustomStore, readsHandWrittenAndDamagedValues) {
       {"molodensky,0,user-defined,0x10p3,0,0,0,0,-2.5rubbish,", 128, -2.5},
       {"molodensky,0,%085ser Defined,7", 7, 0},  // escaped; the catalogue's own name of row 0; missing numbers are 0
       {"molodensky,0,wgs 84,1e400,0,0,0,0,1e-400", HUGE_VAL, 0},
+      {"molodensky,0,wgs 84,0.1e400,0,0,0,0,0x8p-2000", HUGE_VAL, 0},
       {"bursa,0,WGS 84,--5,,,,,4,", 0, 4},
       {"molodensky", -1, 0},
       {"molodensky,2,WGS 84,1", -1, 0},

@@ -174,6 +174,13 @@ TEST_F(Nadcon, hostileHeadersMoveNothing) {
     const DATUMPOINT q = Convert({-78, 22});
     EXPECT_TRUE(q.x == -78 && q.y == 22) << "byte " << row.at << ": " << q.x << ", " << q.y;
   }
+  for (const std::size_t at : {64U, 68U}) {  // no columns or no rows: not even where indexes are truncated to 0
+    std::string las = m_goodLas;
+    las.replace(at, 4, integer(0));
+    Use(las, m_goodLos);
+    const DATUMPOINT q = Convert({-80.3125, 19.6875});
+    EXPECT_TRUE(q.x == -80.3125 && q.y == 19.6875) << "byte " << at << ": " << q.x << ", " << q.y;
+  }
   std::mt19937 random(5);
   for (int i = 0; i < 300; ++i) {
     Use(Damaged(m_goodLas, random), Damaged(m_goodLos, random));
