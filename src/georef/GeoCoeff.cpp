@@ -1,6 +1,8 @@
 // GeoCoeff - affine transforms given by six coefficients.
 #include "georef/GeoCoeff.h"
 
+#include <cmath>
+
 namespace orvex::detail {
 
 AffineCoefficients CoefficientsOf(const GEOREF& g) {
@@ -19,8 +21,12 @@ AffineCoefficients CoefficientsOf(const PlaneFit& fit) {
   return {{x[0], x[1], x[2], y[0], y[1], y[2]}};
 }
 
-void StoreCoefficients(const AffineCoefficients& coefficients, GEOREF& g) {
+bool StoreCoefficients(const AffineCoefficients& coefficients, GEOREF& g) {
+  for (const double c : coefficients.c) {
+    if (!std::isfinite(c)) return false;
+  }
   for (std::size_t i = 0; i < coefficients.c.size(); ++i) g.Coeff[i] = coefficients.c[i];
+  return true;
 }
 
 void CoeffForward(const AffineCoefficients& coefficients, GEOREFPOINT* pts, int n) {

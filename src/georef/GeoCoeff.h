@@ -20,7 +20,8 @@ struct AffineCoefficients {
 AffineCoefficients CoefficientsOf(const GEOREF& g);
 AffineCoefficients CoefficientsOf(const PlaneFit& fit);
 
-void StoreCoefficients(const AffineCoefficients& coefficients, GEOREF& g);
+/// False, nothing stored, when one of them is not finite.
+bool StoreCoefficients(const AffineCoefficients& coefficients, GEOREF& g);
 
 void CoeffForward(const AffineCoefficients& coefficients, GEOREFPOINT* pts, int n);
 

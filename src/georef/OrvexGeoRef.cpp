@@ -164,13 +164,11 @@ bool ORVEX_CALL RefControlsToCoeff(GEOREF* g) {
   copy.Method = RM_AFFINEPOLYNOMIAL;
   void* const system = RefCreateSystem(&copy);
   if (system == nullptr) return false;
-  {
-    const FpGuard guard;
-    StoreCoefficients(CoefficientsOf(static_cast<const System*>(system)->fit), *g);
-  }
+  const FpGuard guard;
+  const bool stored = StoreCoefficients(CoefficientsOf(static_cast<const System*>(system)->fit), *g);
   RefDeleteSystem(system);
-  g->Method = RM_AFFINECOEFFICIENTS;
-  return true;
+  if (stored) g->Method = RM_AFFINECOEFFICIENTS;
+  return stored;
 }
 
 bool ORVEX_CALL RefCoeffToControls(GEOREF* g, int iWidth, int iHeight) {

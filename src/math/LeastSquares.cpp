@@ -3,6 +3,7 @@
 
 #include <cfloat>
 #include <cmath>
+#include <cstddef>
 #include <limits>
 #include <new>
 #include <utility>
@@ -18,7 +19,8 @@ constexpr double kPivotTolerance = 8 * DBL_EPSILON;
 constexpr std::size_t kPanel = 4;
 
 std::size_t CheckedSize(std::size_t rows, std::size_t columns) {
-  constexpr std::size_t kLargest = std::numeric_limits<std::size_t>::max() / sizeof(double);
+  // Beyond this a vector would throw std::length_error, which nobody expects.
+  constexpr std::size_t kLargest = std::numeric_limits<std::ptrdiff_t>::max() / sizeof(double);
   if (columns != 0 && rows > kLargest / columns) throw std::bad_alloc();
   return rows * columns;
 }

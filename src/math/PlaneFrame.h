@@ -17,13 +17,14 @@ struct PlaneBox {
   double Height() const { return top - bottom; }
   double Side() const { return std::max(Width(), Height()); }
 
-  /// None for an empty set, a coordinate that is not finite, or a box too large for its sides to be.
+  /// None for an empty set, a coordinate that is not finite or marks an unplottable point (DBL_MAX), or a box too large
+  /// for its sides to be finite.
   template <class Point>
   static std::optional<PlaneBox> Around(std::span<const Point> points) {
     if (points.empty()) return std::nullopt;
     PlaneBox box{points[0].x, points[0].x, points[0].y, points[0].y};
     for (const Point& p : points) {
-      if (!std::isfinite(p.x) || !std::isfinite(p.y)) return std::nullopt;
+      if (!(std::fabs(p.x) < DBL_MAX && std::fabs(p.y) < DBL_MAX)) return std::nullopt;
       box.left = std::min(box.left, p.x);
       box.right = std::max(box.right, p.x);
       box.bottom = std::min(box.bottom, p.y);

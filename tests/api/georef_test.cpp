@@ -187,6 +187,11 @@ TEST(Georef, CoefficientsAndControlsFollowEachOther) {
   few.nControls = 2;
   EXPECT_FALSE(RefControlsToCoeff(&few));
   EXPECT_EQ(few.Method, RM_POLYNOMIAL2);
+  // A slope of 1e310 is none that can be stored.
+  Controls steep{{{0, 0}, {1e-300, 0}, {0, 1e-300}}, {{0, 0}, {1e10, 0}, {0, 1e10}}};
+  GEOREF flat = steep.Record(RM_AFFINEPOLYNOMIAL);
+  EXPECT_FALSE(RefControlsToCoeff(&flat));
+  EXPECT_TRUE(flat.Method == RM_AFFINEPOLYNOMIAL && flat.Coeff[1] == 0);
   ASSERT_TRUE(RefControlsToCoeff(&g));
   EXPECT_EQ(g.Method, RM_AFFINECOEFFICIENTS);
   for (int i = 0; i < 6; ++i) EXPECT_NEAR(g.Coeff[i], coefficients[i], 1e-12 * 900) << i;
@@ -322,6 +327,7 @@ TEST(Georef, RefusesControlsThatDetermineNothing) {
       {"aslant", mapped(1e6 / 7, 1.0 / 3), RM_AFFINEPOLYNOMIAL, RM_INVERSEDISTANCE},
       {"not a number", changed(3, {kNaN, 5e6}, {1, 1}), RM_HELMERT, RM_INVERSEDISTANCE},
       {"infinite destination", changed(3, {5e6, 5e6}, {1, INFINITY}), RM_HELMERT, RM_INVERSEDISTANCE},
+      {"unplottable destination", changed(3, {5e6, 5e6}, {DBL_MAX, DBL_MAX}), RM_HELMERT, RM_INVERSEDISTANCE},
       {"one point", {{{1, 2}}, {{3, 4}}}, RM_HELMERT, RM_INVERSEDISTANCE}};
   for (auto& test : cases) {
     for (int method = 0; method < RM_NONE; ++method) {
