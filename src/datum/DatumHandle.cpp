@@ -5,6 +5,7 @@
 #include "datum/OrvexDatum.h"
 #include "support/FpGuard.h"
 #include "support/Log.h"
+#include "support/SharedHandle.h"
 
 namespace orvex {
 
@@ -20,15 +21,11 @@ void LogDelete(const void* handle) {
   LogPrintf("DatDeleteDatum(hDatum=%p)\n", handle);
 }
 
-/// A handle of its own for a wrapper; empty when memory runs out. The release is logged by each wrapper that lets go.
+constexpr int kLineNoOwner = 450;  // reported when there is no room to share a handle
+
+/// A handle of its own for a wrapper. Its release is not logged here but by each wrapper that lets go.
 std::shared_ptr<void> MakeShared(const DATUMXFORM* xform) {
-  void* handle = DatCreateDatum(xform);
-  if (handle == nullptr) return nullptr;
-  try {
-    return {handle, std::free};
-  } catch (const std::bad_alloc&) {
-    return nullptr;  // the handle has been freed
-  }
+  return ShareHandle(DatCreateDatum(xform), std::free, kDatumSource, kLineNoOwner);
 }
 
 }  // namespace

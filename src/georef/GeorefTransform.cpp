@@ -1,24 +1,24 @@
 // GeorefTransform - the wrapper that owns a georeference handle, alone or together with others.
-#include <new>
-#include <utility>
-
-#include "orvex/georef.h"
-#include "support/Errors.h"
+#include "georef/System.h"
+#include "support/SharedHandle.h"
 
 namespace orvex {
+
+using namespace detail;
 
 namespace {
 
 constexpr int kLineNoOwner = 40;  // reported when there is no room to share a handle
 
 std::shared_ptr<void> NewSystem(const GEOREF* g) {
-  void* const system = RefCreateSystem(g);
-  if (system == nullptr) return nullptr;
-  try {
-    return {system, RefDeleteSystem};  // deletes the system when it throws
-  } catch (const std::bad_alloc&) {
-    detail::ThrowError("OrvexGeoRef", kLineNoOwner, detail::kMsgOutOfMemory);
-  }
+  return ShareHandle(RefCreateSystem(g), RefDeleteSystem, "OrvexGeoRef", kLineNoOwner);
+}
+
+// Whether a record has control arrays that a handle holds, as RefGetHandleInfo gives them.
+bool HoldsControls(const void* handle, const GEOREF* g) {
+  if (handle == nullptr || g == nullptr) return false;
+  const GEOREF& own = static_cast<const System*>(handle)->record;
+  return own.pSrc != nullptr && (g->pSrc == own.pSrc || g->pDst == own.pDst);
 }
 
 }  // namespace
@@ -37,8 +37,9 @@ CGeorefTransform& CGeorefTransform::operator=(const CGeorefTransform& other) = d
 CGeorefTransform::~CGeorefTransform() = default;
 
 bool CGeorefTransform::Create(const GEOREF* g) {
-  // The old system is let go of last: the record may be its own (GetInfo), with control arrays that it holds.
-  const std::shared_ptr<void> old = std::move(m_hRef);
+  // A record of the present system (GetInfo) needs that system's control arrays until the fit is done.
+  const std::shared_ptr<void> kept = HoldsControls(m_hRef.get(), g) ? m_hRef : nullptr;
+  Delete();
   m_hRef = NewSystem(g);
   return IsCreated();
 }

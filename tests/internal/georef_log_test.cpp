@@ -62,6 +62,9 @@ TEST(GeorefLog, EntriesAndControlLines) {
   };
   EXPECT_EQ(Logged([&] { RefDeleteSystem(RefCreateSystem(&g)); }), fitted("", "RefInitializeHelmert"));
   EXPECT_EQ(Logged([&] { RefControlsToCoeff(&g); }), fitted("RefCoeffToControls(pRefData=@)", "RefInitializeOrder3"));
+  CGeorefTransform transform(&g);  // of coefficients now; Create deletes the present handle first
+  EXPECT_EQ(Logged([&] { transform.Create(&g); }),
+            (std::vector<std::string>{"RefDeleteSystem(hRef=@)", "RefCreateSystem(pRefData=@)"}));
   EXPECT_EQ(
       Logged([&] {
         RefComputeError(nullptr, nullptr, nullptr);
