@@ -50,8 +50,8 @@ ORVEX_API bool ORVEX_CALL RefAllocControls(GEOREF* g, int n);
 ORVEX_API void ORVEX_CALL RefFreeControls(GEOREF* g);
 
 /// Fits the transform and returns a handle with private copies of the control arrays; null when the method is unknown,
-/// the controls do not determine the transform (too few, coincident, collinear, not finite), or g is null. Free it with
-/// RefDeleteSystem.
+/// the controls do not determine the transform (too few, coincident, collinear, not finite, DBL_MAX), or g is null.
+/// Free it with RefDeleteSystem.
 ORVEX_API void* ORVEX_CALL RefCreateSystem(const GEOREF* g);
 /// Frees a handle; null is ignored.
 ORVEX_API void ORVEX_CALL RefDeleteSystem(void* h);

@@ -45,9 +45,9 @@ class ORVEX_API CImageRegistration {
   CImageRegistration(const CImageRegistration&) = delete;
   CImageRegistration& operator=(const CImageRegistration&) = delete;
 
-  /// Fits the warp that carries src[i] to dst[i]. Needs at least 3 distinct, non-collinear, finite source points and
-  /// sets of equal length. Solves a dense system: time grows with the cube of the number of points, memory with its
-  /// square. Returns `method`, or WM_NONE when the points do not determine the warp.
+  /// Fits the warp that carries src[i] to dst[i]. Needs at least 3 distinct, non-collinear source points, sets of equal
+  /// length, and coordinates that are finite and not DBL_MAX. Solves a dense system: time grows with the cube of the
+  /// number of points, memory with its square. Returns `method`, or WM_NONE when the points do not determine the warp.
   WarpingMethod Calibrate(const RPoints& src, const RPoints& dst, WarpingMethod method);
 
   /// The warped position of a point. Before a successful Calibrate the point is returned as it is.
