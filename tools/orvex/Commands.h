@@ -11,5 +11,6 @@ void AddProjectCommand(CLI::App& app, int& status);
 void AddDatumCommand(CLI::App& app, int& status);
 void AddConvertCommand(CLI::App& app, int& status);
 void AddGeorefCommand(CLI::App& app, int& status);
+void AddMapCommand(CLI::App& app, int& status);
 
 }  // namespace orvex::tool

@@ -60,6 +60,7 @@ int main(int argc, char** argv) {
   AddDatumCommand(app, status);
   AddConvertCommand(app, status);
   AddGeorefCommand(app, status);
+  AddMapCommand(app, status);
   try {
     try {
       app.parse(argc, argv);
