@@ -16,11 +16,15 @@ struct Sample {
 Sample MakeSample(const test::ProjectionForm& form, void* handle, std::size_t count) {
   Sample sample;
   while (sample.geographic.size() < count) {
-    const PROJPOINT place = form.Place(Between(0, 1), Between(0, 1));
-    PROJPOINT image = place;
-    if (!ProjLLInProjection(handle, &place) || !ProjForward(handle, &image, 1) || image.x == DBL_MAX) continue;
-    sample.geographic.push_back(place);
-    sample.projected.push_back(image);
+    std::vector<PROJPOINT> places = PointsIn<PROJPOINT>(count, form.west, form.east, form.south, form.north);
+    std::erase_if(places, [=](const PROJPOINT& p) { return !ProjLLInProjection(handle, &p); });
+    std::vector<PROJPOINT> images = places;
+    if (!images.empty()) ProjForward(handle, images.data(), static_cast<int>(images.size()));
+    for (std::size_t i = 0; i < places.size() && sample.geographic.size() < count; ++i) {
+      if (images[i].x == DBL_MAX) continue;
+      sample.geographic.push_back(places[i]);
+      sample.projected.push_back(images[i]);
+    }
   }
   return sample;
 }

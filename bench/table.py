@@ -1,6 +1,6 @@
-"""Reads Google Benchmark's JSON and prints the medians as Markdown tables.
+"""Reads Google Benchmark's JSON and prints the medians, nanoseconds for each item, as Markdown tables.
 
-Names are "what|of which|size": rows are what and of which, columns the sizes, one table for each set of sizes.
+Names are "row|column" or "row|column|size"; rows whose columns are among those of the row before share its table.
 """
 import json
 import sys
@@ -9,18 +9,16 @@ import sys
 def main():
     rows = {}
     for run in sorted(json.load(sys.stdin)["benchmarks"], key=lambda run: run["family_index"]):
-        if run.get("aggregate_name") != "median" or "each" not in run:
-            continue
-        name = run["run_name"].split("|")
-        size = name[2] if len(name) > 2 else "each"
-        rows.setdefault((name[0], name[1]), {})[size] = run["each"] * 1e9
-    header = None
-    for (what, which), figures in rows.items():
-        sizes = sorted(figures, key=lambda s: int(s) if s.isdigit() else 0)
-        if sizes != header:
-            header = sizes
-            print("\n| ns | | " + " | ".join(sizes) + " |\n|---|---|" + "--:|" * len(sizes))
-        print(f"| {what} | {which} | " + " | ".join(f"{figures[s]:.4g}" for s in sizes) + " |")
+        if run.get("aggregate_name") == "median" and "each" in run:
+            row, *column = run["run_name"].split("|")
+            rows.setdefault(row, {})[" ".join(column)] = run["each"] * 1e9
+    header = []
+    for row, figures in rows.items():
+        if not set(figures) <= set(header):
+            header = list(figures)
+            print("\n| ns | " + " | ".join(header) + " |\n|---|" + "--:|" * len(header))
+        cells = (format(figures[c], ".0f" if figures[c] >= 100 else ".1f") if c in figures else "" for c in header)
+        print(f"| {row} | " + " | ".join(cells) + " |")
 
 
 if __name__ == "__main__":

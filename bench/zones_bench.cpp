@@ -54,9 +54,9 @@ void ReadAngles(benchmark::State& state) {
 }  // namespace
 
 void RegisterZones() {
-  benchmark::RegisterBenchmark("State plane zone expanded|zone", ExpandZones);
-  benchmark::RegisterBenchmark("Degrees, minutes and seconds written|text", WriteAngles);
-  benchmark::RegisterBenchmark("Degrees, minutes and seconds read|text", ReadAngles);
+  benchmark::RegisterBenchmark("State plane zone expanded|each", ExpandZones);
+  benchmark::RegisterBenchmark("Degrees, minutes and seconds written|each", WriteAngles);
+  benchmark::RegisterBenchmark("Degrees, minutes and seconds read|each", ReadAngles);
 }
 
 }  // namespace orvex::bench
