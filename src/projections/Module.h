@@ -79,6 +79,19 @@ bool ConvertEach(PROJDATA& work, PROJPOINT* pts, int nPts, PointOperation operat
   return true;
 }
 
+/// The same with the operation as a function `Plot (const Constants&, PROJPOINT&)` of constants prepared once.
+template <auto kOperation, class Constants>
+bool ConvertEach(PROJDATA& work, PROJPOINT* pts, int nPts, const Constants& constants) {
+  return ConvertEach(work, pts, nPts, [constants](PROJPOINT& p) { return kOperation(constants, p); });
+}
+
+/// The same for projections with two forms: the sphere's where the flattening is exactly 0.
+template <auto kSphere, auto kEllipsoid, class Constants>
+bool ConvertByForm(PROJDATA& work, PROJPOINT* pts, int nPts, const Constants& constants) {
+  return work.Flattening == 0 ? ConvertEach<kSphere>(work, pts, nPts, constants)
+                              : ConvertEach<kEllipsoid>(work, pts, nPts, constants);
+}
+
 /// The same with the operation as a member `bool (double& x, double& y) const` of a formula class that knows no
 /// records.
 template <auto kOperation, class Formulas>
@@ -94,6 +107,21 @@ bool ConvertBy(PROJDATA& work, PROJPOINT* pts, int nPts, const Formulas& formula
 /// Domain test: the open band of longitudes Lon0 - halfWidth to Lon0 + halfWidth, degrees.
 inline bool InOpenBand(const PROJDATA* rec, const PROJPOINT* point, double halfWidth) {
   return rec != nullptr && point != nullptr && rec->Lon0 - halfWidth < point->x && point->x < rec->Lon0 + halfWidth;
+}
+
+/// Domain test of most world maps: less than 180 degrees of longitude from Lon0.
+inline bool InWorldBand(const PROJDATA* rec, const PROJPOINT* point) {
+  return InOpenBand(rec, point, 180);
+}
+
+/// The same without the poles.
+inline bool InWorldBandBetweenPoles(const PROJDATA* rec, const PROJPOINT* point) {
+  return InWorldBand(rec, point) && -90 < point->y && point->y < 90;
+}
+
+/// Domain test of projections that take every point.
+inline bool Everywhere(const PROJDATA* rec, const PROJPOINT* point) {
+  return rec != nullptr && point != nullptr;
 }
 
 /// Offset rule about a central meridian (degrees): an object that touches or passes its western limit is repeated 360
@@ -133,6 +161,11 @@ inline bool NeverOffset(const PROJDATA* rec, const PROJPOINT* pts, unsigned nPts
   return false;
 }
 
+/// The same, but an empty object gets its zero offsets as well.
+inline bool NeverOffsetEvenEmpty(const PROJDATA* rec, const PROJPOINT* pts, unsigned, double* dx, double* dy) {
+  return NeverOffset(rec, pts, 1, dx, dy);
+}
+
 /// Cosine of the arc between a centre and a point, angles in radians.
 inline double CosineOfArc(double lat0, double lon0, double lat, double lon) {
   return std::sin(lat0) * std::sin(lat) + std::cos(lat0) * std::cos(lat) * std::cos(lon - lon0);
@@ -141,6 +174,11 @@ inline double CosineOfArc(double lat0, double lon0, double lat, double lon) {
 /// Domain test: within the arc whose cosine is `leastCosine` of the centre (degrees), the edge included.
 inline bool WithinArc(double lat0Deg, double lon0Deg, const PROJPOINT& point, double leastCosine) {
   return CosineOfArc(DegToRad(lat0Deg), DegToRad(lon0Deg), DegToRad(point.y), DegToRad(point.x)) >= leastCosine;
+}
+
+/// Domain test: the hemisphere about the centre Lat0/Lon0, its edge included.
+inline bool InHemisphere(const PROJDATA* rec, const PROJPOINT* point) {
+  return rec != nullptr && point != nullptr && WithinArc(rec->Lat0, rec->Lon0, *point, 0);
 }
 
 }  // namespace orvex::detail

@@ -1,10 +1,9 @@
 // PrjAzimuth - Azimuthal Equidistant: distances and directions from the centre are true. Sphere only, every aspect.
-// Centre Lat1/Lon0. Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987), forward 5-3, 22-4, 22-5,
-// 25-1,
-//   25-2 and their polar and equatorial forms, inverse 20-14 to 20-18, 25-15.
+// Centre Lat1/Lon0.
+// Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987), forward 5-3, 22-4, 22-5, 25-1, 25-2 and
+//   their polar and equatorial forms, inverse 20-14 to 20-18, 25-15.
 // Fixed on purpose: centre and antipode, within 4.5e-5 radians, are refused in the oblique aspect and both plotted at
-// the
-//   origin in the equatorial one; the polar aspects refuse nothing; the inverse refuses the centre.
+//   the origin in the equatorial one; the polar aspects refuse nothing; the inverse refuses the centre.
 #include "math/Azimuthal.h"
 #include "projections/Modules.h"
 
@@ -88,24 +87,20 @@ Plot InverseOblique(const Constants& c, PROJPOINT& p) {
 bool Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kForwardSite)) return false;
   const Constants c(*work);
-  if (c.pole != 0) return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return ForwardPolar(c, p); });
-  if (c.equatorial) return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return ForwardEquatorial(c, p); });
-  return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return ForwardOblique(c, p); });
+  if (c.pole != 0) return ConvertEach<ForwardPolar>(*work, pts, nPts, c);
+  if (c.equatorial) return ConvertEach<ForwardEquatorial>(*work, pts, nPts, c);
+  return ConvertEach<ForwardOblique>(*work, pts, nPts, c);
 }
 
 bool Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kInverseSite)) return false;
   const Constants c(*work);
-  if (c.pole != 0) return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return InversePolar(c, p); });
-  return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return InverseOblique(c, p); });
+  if (c.pole != 0) return ConvertEach<InversePolar>(*work, pts, nPts, c);
+  return ConvertEach<InverseOblique>(*work, pts, nPts, c);
 }
 
 bool InDomain(const PROJDATA* rec, const PROJPOINT* point) {
   return rec != nullptr && point != nullptr && WithinArc(rec->Lat1, rec->Lon0, *point, std::cos(kDomainArc));
-}
-
-bool OffsetSplit(const PROJDATA* rec, const PROJPOINT* pts, unsigned nPts, double* dx, double* dy) {
-  return NeverOffset(rec, pts, nPts, dx, dy);
 }
 
 }  // namespace orvex::detail::PrjAzimuth

@@ -22,7 +22,6 @@ struct Constants {
   double sin1, K, M1;  // ellipsoid: K is the radius of the standard parallel, M1 its distance from the equator
   MeridianArc arc;
   FootpointLatitude footpoint;
-  bool sphere;
 };
 
 /// cos(lat) / sqrt(1 - e2 sin^2 lat): radius of a parallel in units of a, 14-15.
@@ -43,8 +42,7 @@ Constants Prepare(const PROJDATA& work) {
           a * RelativeParallel(e2, lat1) / sin1,
           arc(lat1),
           arc,
-          FootpointLatitude(e2, 155),
-          work.Flattening == 0};
+          FootpointLatitude(e2, 155)};
 }
 
 Plot ForwardSphere(const Constants& c, PROJPOINT& p) {
@@ -99,24 +97,12 @@ Plot InverseEllipsoid(const Constants& c, PROJPOINT& p) {
 
 bool Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  const Constants c = Prepare(*work);
-  return c.sphere ? ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return ForwardSphere(c, p); })
-                  : ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return ForwardEllipsoid(c, p); });
+  return ConvertByForm<ForwardSphere, ForwardEllipsoid>(*work, pts, nPts, Prepare(*work));
 }
 
 bool Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  const Constants c = Prepare(*work);
-  return c.sphere ? ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return InverseSphere(c, p); })
-                  : ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return InverseEllipsoid(c, p); });
-}
-
-bool InDomain(const PROJDATA* rec, const PROJPOINT* point) {
-  return InOpenBand(rec, point, 180);
-}
-
-bool OffsetSplit(const PROJDATA* rec, const PROJPOINT* pts, unsigned nPts, double* dx, double* dy) {
-  return CommonOffset(rec, pts, nPts, dx, dy);
+  return ConvertByForm<InverseSphere, InverseEllipsoid>(*work, pts, nPts, Prepare(*work));
 }
 
 }  // namespace orvex::detail::PrjBonne

@@ -53,22 +53,12 @@ Plot InverseSphere(const Constants& c, PROJPOINT& p) {
 
 bool Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  const Constants c = Prepare(*work);
-  return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return ForwardSphere(c, p); });
+  return ConvertEach<ForwardSphere>(*work, pts, nPts, Prepare(*work));
 }
 
 bool Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  const Constants c = Prepare(*work);
-  return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return InverseSphere(c, p); });
-}
-
-bool InDomain(const PROJDATA* rec, const PROJPOINT* point) {
-  return rec != nullptr && point != nullptr && WithinArc(rec->Lat0, rec->Lon0, *point, 0);
-}
-
-bool OffsetSplit(const PROJDATA* rec, const PROJPOINT* pts, unsigned nPts, double* dx, double* dy) {
-  return NeverOffset(rec, pts, nPts, dx, dy);
+  return ConvertEach<InverseSphere>(*work, pts, nPts, Prepare(*work));
 }
 
 }  // namespace orvex::detail::PrjCassini

@@ -57,20 +57,12 @@ Plot InverseSphere(const Constants& c, PROJPOINT& p) {
 
 bool PrjEquiCon::Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  return ConvertEach(*work, pts, nPts, [c = Prepare(*work)](PROJPOINT& p) { return ForwardSphere(c, p); });
+  return ConvertEach<ForwardSphere>(*work, pts, nPts, Prepare(*work));
 }
 
 bool PrjEquiCon::Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  return ConvertEach(*work, pts, nPts, [c = Prepare(*work)](PROJPOINT& p) { return InverseSphere(c, p); });
-}
-
-bool PrjEquiCon::InDomain(const PROJDATA* rec, const PROJPOINT* point) {
-  return InOpenBand(rec, point, 180);
-}
-
-bool PrjEquiCon::OffsetSplit(const PROJDATA* rec, const PROJPOINT* pts, unsigned nPts, double* dx, double* dy) {
-  return CommonOffset(rec, pts, nPts, dx, dy);
+  return ConvertEach<InverseSphere>(*work, pts, nPts, Prepare(*work));
 }
 
 }  // namespace orvex::detail

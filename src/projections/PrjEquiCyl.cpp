@@ -33,20 +33,12 @@ Plot InverseSphere(const Constants& c, PROJPOINT& p) {
 
 bool PrjEquiCyl::Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  return ConvertEach(*work, pts, nPts, [c = Prepare(*work)](PROJPOINT& p) { return ForwardSphere(c, p); });
+  return ConvertEach<ForwardSphere>(*work, pts, nPts, Prepare(*work));
 }
 
 bool PrjEquiCyl::Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  return ConvertEach(*work, pts, nPts, [c = Prepare(*work)](PROJPOINT& p) { return InverseSphere(c, p); });
-}
-
-bool PrjEquiCyl::InDomain(const PROJDATA* rec, const PROJPOINT* point) {
-  return rec != nullptr && point != nullptr;
-}
-
-bool PrjEquiCyl::OffsetSplit(const PROJDATA* rec, const PROJPOINT* pts, unsigned nPts, double* dx, double* dy) {
-  return NeverOffset(rec, pts, nPts, dx, dy);
+  return ConvertEach<InverseSphere>(*work, pts, nPts, Prepare(*work));
 }
 
 }  // namespace orvex::detail

@@ -2,8 +2,7 @@
 // Sphere only, every aspect. Centre Lat1/Lon0. Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987),
 //   forward 5-3, 22-3 to 22-5 and their polar and equatorial forms, inverse 20-14, 20-15, 22-16.
 // Fixed on purpose: the south polar forward, which mirrors the map north to south and is not what the inverse undoes;
-// the
-//   domain test stops at 60 degrees of arc, while the forward goes on to anything short of 90.
+//   the domain test stops at 60 degrees of arc, while the forward goes on to anything short of 90.
 #include "math/Azimuthal.h"
 #include "projections/Modules.h"
 
@@ -77,22 +76,17 @@ bool Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (c.CentreNear(-90)) {
     return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return ForwardPolar(c, kSouthPole, p); });
   }
-  if (c.CentreNear(0)) return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return ForwardEquatorial(c, p); });
-  return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return ForwardOblique(c, p); });
+  if (c.CentreNear(0)) return ConvertEach<ForwardEquatorial>(*work, pts, nPts, c);
+  return ConvertEach<ForwardOblique>(*work, pts, nPts, c);
 }
 
 bool Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  const Constants c(*work);
-  return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return InversePoint(c, p); });
+  return ConvertEach<InversePoint>(*work, pts, nPts, Constants(*work));
 }
 
 bool InDomain(const PROJDATA* rec, const PROJPOINT* point) {
   return rec != nullptr && point != nullptr && WithinArc(rec->Lat1, rec->Lon0, *point, std::cos(kDomainArc));
-}
-
-bool OffsetSplit(const PROJDATA* rec, const PROJPOINT* pts, unsigned, double* dx, double* dy) {
-  return NeverOffset(rec, pts, 1, dx, dy);  // an empty object gets its zero offsets as well
 }
 
 }  // namespace orvex::detail::PrjGnom

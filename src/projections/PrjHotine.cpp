@@ -55,24 +55,18 @@ Plot InversePoint(const Constants& c, PROJPOINT& p) {
 
 bool Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  const Constants c = Prepare(*work);
-  return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return ForwardPoint(c, p); });
+  return ConvertEach<ForwardPoint>(*work, pts, nPts, Prepare(*work));
 }
 
 bool Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  const Constants c = Prepare(*work);
-  return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return InversePoint(c, p); });
+  return ConvertEach<InversePoint>(*work, pts, nPts, Prepare(*work));
 }
 
 bool InDomain(const PROJDATA* rec, const PROJPOINT* point) {
   if (rec == nullptr || point == nullptr) return false;
   const Constants c = Prepare(*rec, DegToRad);
   return c.valid && c.line.NearLine(DegToRad(point->x), DegToRad(point->y));
-}
-
-bool OffsetSplit(const PROJDATA* rec, const PROJPOINT* pts, unsigned nPts, double* dx, double* dy) {
-  return NeverOffset(rec, pts, nPts, dx, dy);
 }
 
 }  // namespace orvex::detail::PrjHotine

@@ -1,10 +1,8 @@
 // PrjLamAEA - Lambert Azimuthal Equal Area. Sphere only, every aspect. Centre Lat1/Lon0.
 // Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987), forward 24-2 to 24-4 and the polar forms
-// 24-3 to
-//   24-10, inverse 20-14 to 20-18, 24-16.
+//   24-3 to 24-10, inverse 20-14 to 20-18, 24-16.
 // Fixed on purpose: the forward plots the centre, the inverse refuses it; a map point beyond the limiting circle is
-// taken for
-//   the antipode; every point counts as inside the domain.
+//   taken for the antipode; every point counts as inside the domain.
 #include "math/Azimuthal.h"
 #include "projections/Modules.h"
 
@@ -70,23 +68,15 @@ Plot InverseOblique(const Constants& c, PROJPOINT& p) {
 bool Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kForwardSite)) return false;
   const Constants c(*work);
-  if (c.pole != 0) return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return ForwardPolar(c, p); });
-  return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return ForwardOblique(c, p); });
+  if (c.pole != 0) return ConvertEach<ForwardPolar>(*work, pts, nPts, c);
+  return ConvertEach<ForwardOblique>(*work, pts, nPts, c);
 }
 
 bool Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kInverseSite)) return false;
   const Constants c(*work);
-  if (c.pole != 0) return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return InversePolar(c, p); });
-  return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return InverseOblique(c, p); });
-}
-
-bool InDomain(const PROJDATA* rec, const PROJPOINT* point) {
-  return rec != nullptr && point != nullptr;
-}
-
-bool OffsetSplit(const PROJDATA* rec, const PROJPOINT* pts, unsigned nPts, double* dx, double* dy) {
-  return NeverOffset(rec, pts, nPts, dx, dy);
+  if (c.pole != 0) return ConvertEach<InversePolar>(*work, pts, nPts, c);
+  return ConvertEach<InverseOblique>(*work, pts, nPts, c);
 }
 
 }  // namespace orvex::detail::PrjLamAEA

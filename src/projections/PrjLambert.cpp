@@ -151,27 +151,17 @@ Plot InverseEllipsoid(const Cone& c, PROJPOINT& p) {
 bool PrjLambert::Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kForwardSite)) return false;
   if (work->Flattening == 0) {
-    return ConvertEach(*work, pts, nPts, [c = PrepareSphere(*work)](PROJPOINT& p) { return ForwardSphere(c, p); });
+    return ConvertEach<ForwardSphere>(*work, pts, nPts, PrepareSphere(*work));
   }
-  return ConvertEach(*work, pts, nPts,
-                     [c = PrepareEllipsoid(*work, false)](PROJPOINT& p) { return ForwardEllipsoid(c, p); });
+  return ConvertEach<ForwardEllipsoid>(*work, pts, nPts, PrepareEllipsoid(*work, false));
 }
 
 bool PrjLambert::Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kInverseSite)) return false;
   if (work->Flattening == 0) {
-    return ConvertEach(*work, pts, nPts, [c = PrepareSphere(*work)](PROJPOINT& p) { return InverseSphere(c, p); });
+    return ConvertEach<InverseSphere>(*work, pts, nPts, PrepareSphere(*work));
   }
-  return ConvertEach(*work, pts, nPts,
-                     [c = PrepareEllipsoid(*work, true)](PROJPOINT& p) { return InverseEllipsoid(c, p); });
-}
-
-bool PrjLambert::InDomain(const PROJDATA* rec, const PROJPOINT* point) {
-  return InOpenBand(rec, point, 180);
-}
-
-bool PrjLambert::OffsetSplit(const PROJDATA* rec, const PROJPOINT* pts, unsigned nPts, double* dx, double* dy) {
-  return CommonOffset(rec, pts, nPts, dx, dy);
+  return ConvertEach<InverseEllipsoid>(*work, pts, nPts, PrepareEllipsoid(*work, true));
 }
 
 }  // namespace orvex::detail

@@ -33,20 +33,12 @@ Plot InverseSphere(const Constants& c, PROJPOINT& p) {
 
 bool PrjMiller::Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  return ConvertEach(*work, pts, nPts, [c = Prepare(*work)](PROJPOINT& p) { return ForwardSphere(c, p); });
+  return ConvertEach<ForwardSphere>(*work, pts, nPts, Prepare(*work));
 }
 
 bool PrjMiller::Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  return ConvertEach(*work, pts, nPts, [c = Prepare(*work)](PROJPOINT& p) { return InverseSphere(c, p); });
-}
-
-bool PrjMiller::InDomain(const PROJDATA* rec, const PROJPOINT* point) {
-  return InOpenBand(rec, point, 180) && -90 < point->y && point->y < 90;
-}
-
-bool PrjMiller::OffsetSplit(const PROJDATA* rec, const PROJPOINT* pts, unsigned nPts, double* dx, double* dy) {
-  return CommonOffset(rec, pts, nPts, dx, dy);
+  return ConvertEach<InverseSphere>(*work, pts, nPts, Prepare(*work));
 }
 
 }  // namespace orvex::detail

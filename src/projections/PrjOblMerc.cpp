@@ -1,8 +1,8 @@
 // PrjOblMerc - Oblique Mercator about the line through two points, sphere and ellipsoid. x counts along the line from
-// its node next to the points' mean meridian, y to the left of it. Source: Snyder, Map Projections - A Working Manual,
-// USGS PP 1395 (1987). Sphere 9-1 to 9-8; the ellipsoid by Hotine's method,
-//   p. 71-75, with the centre at the points' mean latitude. The sphere is its own aposphere, so one set of formulas
-//   does.
+// its node next to the points' mean meridian, y to the left of it.
+// Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987). Sphere 9-1 to 9-8; the ellipsoid by Hotine's
+//   method, p. 71-75, with the centre at the points' mean latitude. The sphere is its own aposphere, so one set of
+//   formulas does.
 #include "math/ObliqueMercator.h"
 #include "projections/Modules.h"
 
@@ -40,23 +40,17 @@ Plot InversePoint(const ObliqueMercator& line, PROJPOINT& p) {
 
 bool Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  const ObliqueMercator line = Prepare(*work);
-  return ConvertEach(*work, pts, nPts, [&line](PROJPOINT& p) { return ForwardPoint(line, p); });
+  return ConvertEach<ForwardPoint>(*work, pts, nPts, Prepare(*work));
 }
 
 bool Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  const ObliqueMercator line = Prepare(*work);
-  return ConvertEach(*work, pts, nPts, [&line](PROJPOINT& p) { return InversePoint(line, p); });
+  return ConvertEach<InversePoint>(*work, pts, nPts, Prepare(*work));
 }
 
 bool InDomain(const PROJDATA* rec, const PROJPOINT* point) {
   if (rec == nullptr || point == nullptr) return false;
   return Prepare(*rec, DegToRad).NearLine(DegToRad(point->x), DegToRad(point->y));
-}
-
-bool OffsetSplit(const PROJDATA* rec, const PROJPOINT* pts, unsigned nPts, double* dx, double* dy) {
-  return NeverOffset(rec, pts, nPts, dx, dy);
 }
 
 }  // namespace orvex::detail::PrjOblMerc

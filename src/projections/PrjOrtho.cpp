@@ -2,8 +2,7 @@
 // Sphere only, every aspect. Centre Lat0/Lon0. Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987),
 //   forward 5-3, 20-3, 20-4 and their polar forms, inverse 20-14 to 20-19.
 // Fixed on purpose: the limiting circle itself is plotted; a map point beyond it is taken for the one on it; the
-// longitude of
-//   the inverse is not wrapped; the centre latitude is left in Lat1 of the working record.
+//   longitude of the inverse is not wrapped; the centre latitude is left in Lat1 of the working record.
 #include "math/Azimuthal.h"
 #include "projections/Modules.h"
 
@@ -67,23 +66,14 @@ Plot InverseOblique(const Constants& c, PROJPOINT& p) {
 
 bool Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  const Constants c(*work);
-  return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return ForwardPoint(c, p); });
+  return ConvertEach<ForwardPoint>(*work, pts, nPts, Constants(*work));
 }
 
 bool Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kInverseSite)) return false;
   const Constants c(*work);
-  if (c.pole != 0) return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return InversePolar(c, p); });
-  return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return InverseOblique(c, p); });
-}
-
-bool InDomain(const PROJDATA* rec, const PROJPOINT* point) {
-  return rec != nullptr && point != nullptr && WithinArc(rec->Lat0, rec->Lon0, *point, 0);
-}
-
-bool OffsetSplit(const PROJDATA* rec, const PROJPOINT* pts, unsigned, double* dx, double* dy) {
-  return NeverOffset(rec, pts, 1, dx, dy);  // an empty object gets its zero offsets as well
+  if (c.pole != 0) return ConvertEach<InversePolar>(*work, pts, nPts, c);
+  return ConvertEach<InverseOblique>(*work, pts, nPts, c);
 }
 
 }  // namespace orvex::detail::PrjOrtho

@@ -193,12 +193,12 @@ bool Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
   KeepCentre(*work);
   if (work->Flattening == 0) {
     const Constants c(*work);
-    return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return ForwardSphere(c, p); });
+    return ConvertEach<ForwardSphere>(*work, pts, nPts, c);
   }
   EllipsoidConstants c(*work);
-  if (c.pole != 0) return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return ForwardEllipsoidPolar(c, p); });
+  if (c.pole != 0) return ConvertEach<ForwardEllipsoidPolar>(*work, pts, nPts, c);
   if (std::abs(c.centre.lat) <= kFloatEpsilon) c.PutCentreOnEquator();
-  return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return ForwardEllipsoidOblique(c, p); });
+  return ConvertEach<ForwardEllipsoidOblique>(*work, pts, nPts, c);
 }
 
 bool Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
@@ -206,8 +206,8 @@ bool Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
   KeepCentre(*work);
   if (work->Flattening == 0) {
     const Constants c(*work);
-    if (c.pole != 0) return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return InverseSpherePolar(c, p); });
-    return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return InverseSphereOblique(c, p); });
+    if (c.pole != 0) return ConvertEach<InverseSpherePolar>(*work, pts, nPts, c);
+    return ConvertEach<InverseSphereOblique>(*work, pts, nPts, c);
   }
   const EllipsoidConstants c(*work);
   const ConformalSeries series(c.e2);
@@ -215,14 +215,6 @@ bool Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
     return ConvertEach(*work, pts, nPts, [&](PROJPOINT& p) { return InverseEllipsoidPolar(c, series, p); });
   }
   return ConvertEach(*work, pts, nPts, [&](PROJPOINT& p) { return InverseEllipsoidOblique(c, series, p); });
-}
-
-bool InDomain(const PROJDATA* rec, const PROJPOINT* point) {
-  return rec != nullptr && point != nullptr && WithinArc(rec->Lat0, rec->Lon0, *point, 0);
-}
-
-bool OffsetSplit(const PROJDATA* rec, const PROJPOINT* pts, unsigned, double* dx, double* dy) {
-  return NeverOffset(rec, pts, 1, dx, dy);  // an empty object gets its zero offsets as well
 }
 
 }  // namespace orvex::detail::PrjPolar

@@ -18,13 +18,13 @@ constexpr double kEllipsoidTolerance = 10 * kFloatEpsilon;  // radians
 struct Constants {
   double a, e2, lat0, lon0, M0;
   MeridianArc arc;
-  bool sphere, wrap;
+  bool wrap;
 };
 
 Constants Prepare(const PROJDATA& work) {
   const double a = work.MajorRadius, e2 = EccentricitySquared(work.Flattening);
   const MeridianArc arc(a, e2);
-  return {a, e2, work.Lat0, work.Lon0, arc(work.Lat0), arc, work.Flattening == 0, work.bWrapLon};
+  return {a, e2, work.Lat0, work.Lon0, arc(work.Lat0), arc, work.bWrapLon};
 }
 
 double LongitudeDifference(const Constants& c, double lon) {
@@ -130,24 +130,12 @@ Plot InverseEllipsoid(const Constants& c, PROJPOINT& p) {
 
 bool Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  const Constants c = Prepare(*work);
-  return c.sphere ? ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return ForwardSphere(c, p); })
-                  : ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return ForwardEllipsoid(c, p); });
+  return ConvertByForm<ForwardSphere, ForwardEllipsoid>(*work, pts, nPts, Prepare(*work));
 }
 
 bool Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  const Constants c = Prepare(*work);
-  return c.sphere ? ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return InverseSphere(c, p); })
-                  : ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return InverseEllipsoid(c, p); });
-}
-
-bool InDomain(const PROJDATA* rec, const PROJPOINT* point) {
-  return InOpenBand(rec, point, 180);
-}
-
-bool OffsetSplit(const PROJDATA* rec, const PROJPOINT* pts, unsigned nPts, double* dx, double* dy) {
-  return CommonOffset(rec, pts, nPts, dx, dy);
+  return ConvertByForm<InverseSphere, InverseEllipsoid>(*work, pts, nPts, Prepare(*work));
 }
 
 }  // namespace orvex::detail::PrjPolycon

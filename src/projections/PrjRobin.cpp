@@ -75,12 +75,12 @@ Plot InverseSphere(const Constants& c, PROJPOINT& p) {
 
 bool PrjRobin::Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  return ConvertEach(*work, pts, nPts, [c = Prepare(*work)](PROJPOINT& p) { return ForwardSphere(c, p); });
+  return ConvertEach<ForwardSphere>(*work, pts, nPts, Prepare(*work));
 }
 
 bool PrjRobin::Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  return ConvertEach(*work, pts, nPts, [c = Prepare(*work)](PROJPOINT& p) { return InverseSphere(c, p); });
+  return ConvertEach<InverseSphere>(*work, pts, nPts, Prepare(*work));
 }
 
 bool PrjRobin::InDomain(const PROJDATA* rec, const PROJPOINT* point) {

@@ -56,24 +56,12 @@ Plot InverseEllipsoid(const Constants& c, PROJPOINT& p) {
 
 bool PrjSinus::Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  const Constants c = Prepare(*work);
-  if (work->Flattening == 0) return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return ForwardSphere(c, p); });
-  return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return ForwardEllipsoid(c, p); });
+  return ConvertByForm<ForwardSphere, ForwardEllipsoid>(*work, pts, nPts, Prepare(*work));
 }
 
 bool PrjSinus::Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  const Constants c = Prepare(*work);
-  if (work->Flattening == 0) return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return InverseSphere(c, p); });
-  return ConvertEach(*work, pts, nPts, [&c](PROJPOINT& p) { return InverseEllipsoid(c, p); });
-}
-
-bool PrjSinus::InDomain(const PROJDATA* rec, const PROJPOINT* point) {
-  return InOpenBand(rec, point, 180);
-}
-
-bool PrjSinus::OffsetSplit(const PROJDATA* rec, const PROJPOINT* pts, unsigned nPts, double* dx, double* dy) {
-  return CommonOffset(rec, pts, nPts, dx, dy);
+  return ConvertByForm<InverseSphere, InverseEllipsoid>(*work, pts, nPts, Prepare(*work));
 }
 
 }  // namespace orvex::detail

@@ -38,8 +38,4 @@ bool PrjTMerc::InDomain(const PROJDATA* rec, const PROJPOINT* point) {
   return InOpenBand(rec, point, kHalfBandDeg);
 }
 
-bool PrjTMerc::OffsetSplit(const PROJDATA* rec, const PROJPOINT* pts, unsigned nPts, double* dx, double* dy) {
-  return CommonOffset(rec, pts, nPts, dx, dy);
-}
-
 }  // namespace orvex::detail

@@ -88,20 +88,12 @@ Plot InverseSphere(const Constants& c, PROJPOINT& p) {
 
 bool PrjVanDer::Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  return ConvertEach(*work, pts, nPts, [c = Constants(*work)](PROJPOINT& p) { return ForwardSphere(c, p); });
+  return ConvertEach<ForwardSphere>(*work, pts, nPts, Constants(*work));
 }
 
 bool PrjVanDer::Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
   if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  return ConvertEach(*work, pts, nPts, [c = Constants(*work)](PROJPOINT& p) { return InverseSphere(c, p); });
-}
-
-bool PrjVanDer::InDomain(const PROJDATA* rec, const PROJPOINT* point) {
-  return InOpenBand(rec, point, 180);
-}
-
-bool PrjVanDer::OffsetSplit(const PROJDATA* rec, const PROJPOINT* pts, unsigned nPts, double* dx, double* dy) {
-  return CommonOffset(rec, pts, nPts, dx, dy);
+  return ConvertEach<InverseSphere>(*work, pts, nPts, Constants(*work));
 }
 
 }  // namespace orvex::detail
