@@ -1,7 +1,7 @@
 // PrjRobin - Robinson by cubics through its table; a compromise, neither conformal nor equal area.
 // Sphere only, of radius MajorRadius whatever the flattening. The table and its source stand in RobinsonTable.h.
 // On purpose: the central meridian is always Greenwich, Lon0 is not read; the inverse works in single precision, which
-// leaves it good to 2e-5 degrees.
+// leaves it good to 2.1e-5 degrees.
 #include "projections/Modules.h"
 #include "projections/RobinsonTable.h"
 
