@@ -126,7 +126,7 @@ int Run(const Options& options) {
   painter.SetFrame(picture.frame);
 
   const std::string name = ProjectionNames()[static_cast<std::size_t>(record.Type)];
-  MapSvg svg(picture.width, picture.height, options.title.empty() ? name : options.title);
+  MapSvg svg(picture.width, picture.height, picture.frame, options.title.empty() ? name : options.title);
   svg.AddArea(painter.FillArea(), options.seaColor, "#7a8a94");
   const Drawing world = DrawShapes(painter, land);
   svg.AddFill(world.fill, "fill=\"" + EscapedXml(options.landColor) + "\"");

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <utility>
 
 namespace orvex::tool {
@@ -123,11 +124,15 @@ std::string EscapedXml(std::string_view text) {
   return out;
 }
 
-MapSvg::MapSvg(int width, int height, std::string_view title) : m_width(width) {
+MapSvg::MapSvg(int width, int height, const Frame& frame, std::string_view title) : m_width(width) {
   const std::string w = std::to_string(width), h = std::to_string(height);
   m_text = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + w + "\" height=\"" + h + "\" viewBox=\"0 0 " + w +
-           "0 " + h + "0\">\n<title>" + EscapedXml(title) +
-           "</title>\n<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n";
+           "0 " + h + "0\">\n<title>" + EscapedXml(title) + "</title>\n";
+  char text[200];  // for hosts that lay the picture over other data
+  std::snprintf(text, sizeof text, "<desc>One pixel is %.10g map units; x 0, y 0 lies at pixel %.3f, %.3f.</desc>\n",
+                10 / frame.scale, frame.x0 / 10, frame.y0 / 10);
+  m_text += text;
+  m_text += "<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n";
 }
 
 void MapSvg::AddArea(const Path& path, std::string_view fill, std::string_view edge) {

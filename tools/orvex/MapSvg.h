@@ -11,7 +11,7 @@ namespace orvex::tool {
 class MapSvg {
  public:
   /// Size in pixels.
-  MapSvg(int width, int height, std::string_view title);
+  MapSvg(int width, int height, const Frame& frame, std::string_view title);
 
   /// A filled path with an edge outside of it only, so that pieces that lie side by side show no seams.
   void AddArea(const Path& path, std::string_view fill, std::string_view edge);
