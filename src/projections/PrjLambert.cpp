@@ -32,6 +32,12 @@ double LogCosineDifference(double phi1, double phi2) {
   return std::log1p(2 * std::sin((phi1 + phi2) / 2) * std::sin((phi2 - phi1) / 2) / std::cos(phi2));
 }
 
+/// Whether a standard parallel is a pole. The two differences above have no value there; plain logarithms do.
+bool AnyIsPole(double phi1, double phi2) {
+  constexpr double kPoleCosine = 1e-15;
+  return std::fabs(std::cos(phi1)) < kPoleCosine || std::fabs(std::cos(phi2)) < kPoleCosine;
+}
+
 /// What the cone is on the record alone. A cone that cannot be used refuses every point, here `usable` false.
 struct Cone {
   double e = 0, n = 0, aF = 0, rho0 = 0, lon0 = 0;
@@ -45,9 +51,10 @@ Cone PrepareSphere(const PROJDATA& work) {
   c.lon0 = work.Lon0;
   const double T1 = std::tan(kQuarterPi + lat1 / 2);
   if (T1 == 0) return c;
-  const double L = IsometricDifference(lat1, lat2);
-  if (L == 0) return c;                       // one standard parallel: there is no tangent cone here
-  c.n = LogCosineDifference(lat1, lat2) / L;  // 15-3
+  const bool pole = AnyIsPole(lat1, lat2);
+  const double L = pole ? std::log(std::tan(kQuarterPi + lat2 / 2) / T1) : IsometricDifference(lat1, lat2);
+  if (L == 0) return c;  // one standard parallel: there is no tangent cone here
+  c.n = (pole ? std::log(std::cos(lat1) / std::cos(lat2)) : LogCosineDifference(lat1, lat2)) / L;  // 15-3
   c.zero = c.n == 0;
   if (c.zero) return c;
   const double F = std::pow(T1, c.n) * std::cos(lat1) / c.n;  // 15-2
@@ -78,10 +85,14 @@ Cone PrepareEllipsoid(const PROJDATA& work, bool needOrigin) {
   const double t0 = ConformalT(lat0, c.e), t1 = ConformalT(lat1, c.e);
   const double m1 = std::cos(lat1) / std::sqrt(w1);  // 14-15
   // ln t1 - ln t2 and ln m1 - ln m2, written so that nothing cancels between parallels half a degree apart.
-  const double D = IsometricDifference(lat1, lat2) - c.e * std::atanh(c.e * (sin2 - sin1) / (1 - e2 * sin1 * sin2));
+  const bool pole = AnyIsPole(lat1, lat2);
+  const double D =
+      pole ? std::log(t1) - std::log(ConformalT(lat2, c.e))
+           : IsometricDifference(lat1, lat2) - c.e * std::atanh(c.e * (sin2 - sin1) / (1 - e2 * sin1 * sin2));
   if (D == 0) return c;  // one standard parallel: there is no tangent cone here
   const double lnM =
-      LogCosineDifference(lat1, lat2) - std::log1p(e2 * std::sin(lat2 - lat1) * std::sin(lat2 + lat1) / w2) / 2;
+      pole ? std::log(m1) - std::log(std::cos(lat2) / std::sqrt(w2))
+           : LogCosineDifference(lat1, lat2) - std::log1p(e2 * std::sin(lat2 - lat1) * std::sin(lat2 + lat1) / w2) / 2;
   c.n = lnM / D;  // 15-8
   if (t1 == 0 && c.n < 0) return c;
   const double P1 = std::pow(t1, c.n);

@@ -96,6 +96,15 @@ TEST(TMercLambert, DegenerateConesRefusePoints) {
   EXPECT_TRUE(sphere.Inverse(&marker, 1));
   EXPECT_EQ(sphere.Result(), 0);
 
+  // A parallel at a pole, where the logarithms are of 1e16 and of 0; expected: the equations term by term in doubles.
+  PROJDATA pole = Record(PT_LAMBERT, "Lat1=45;Lat2=90;R=6378137"), flat = Record(PT_LAMBERT, "Lat1=45;Lat2=90");
+  CProjector polar(&pole), flatPolar(&flat);
+  const PROJPOINT beside = Forward(polar, 10, 20);
+  EXPECT_NEAR(beside.x, 1333925.1972667181, 1e-6);
+  EXPECT_NEAR(beside.y, 3416979.1704188557, 1e-6);
+  EXPECT_NEAR(Inverse(polar, beside.x, beside.y).y, 20, 1e-9);
+  EXPECT_TRUE(Unplottable(Forward(flatPolar, 10, 20)));
+
   PROJDATA south = Record(PT_LAMBERT, "Lat0=-40;Lat1=-30;Lat2=-50;Lon0=145");
   CProjector cone(&south);
   const PROJPOINT apexSide = Forward(cone, 100, -90), farPole = Forward(cone, 100, 90);
