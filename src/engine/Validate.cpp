@@ -88,6 +88,7 @@ int FirstFailedCheck(const PROJDATA& d) {
 int ORVEX_CALL ProjCheckParams(const PROJDATA* pProjData, char* message, bool bThrow) {
   using namespace detail;
   constexpr std::size_t kCallerCapacity = 256;
+  const FpGuard guard;  // formatting numbers for the log raises exceptions too
   LogPrintf("ProjCheckParams called with:\n");
   DumpProjData(pProjData);
   if (message != nullptr) *message = '\0';
@@ -95,11 +96,7 @@ int ORVEX_CALL ProjCheckParams(const PROJDATA* pProjData, char* message, bool bT
     if (message != nullptr) CopyText(message, "NULL pointer to projection parameters", kCallerCapacity);
     return 998;
   }
-  int id = 0;
-  {
-    const FpGuard guard;
-    id = FirstFailedCheck(*pProjData);
-  }
+  const int id = FirstFailedCheck(*pProjData);
   if (id == 0) return 0;
   if (message != nullptr) {
     char text[kMessageCapacity];

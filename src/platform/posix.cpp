@@ -3,6 +3,9 @@
 
 #include <fcntl.h>
 #include <unistd.h>
+#ifdef __SSE__
+#include <xmmintrin.h>
+#endif
 
 #include <cfenv>
 #include <new>
@@ -19,6 +22,15 @@ __attribute__((constructor)) void OnLoad() {
 
 __attribute__((destructor)) void OnUnload() {
   OnProcessEvent(nullptr, kDetach);
+}
+
+/// Exceptions whose traps are enabled. fegetexcept knows the x87 unit only, a host may have enabled those of SSE alone.
+unsigned EnabledTraps() {
+  unsigned traps = static_cast<unsigned>(fegetexcept());
+#ifdef __SSE__
+  traps |= (~_mm_getcsr() >> 7) & static_cast<unsigned>(FE_ALL_EXCEPT);  // the masks stand 7 bits above the flags
+#endif
+  return traps;
 }
 
 }  // namespace
@@ -53,7 +65,7 @@ bool LoadMessage(void* /*instance*/, int id, char* buffer, int capacity) {
 
 FpEnvironment::FpEnvironment() noexcept : m_saved{}, m_hostTraps(0) {
   static_assert(sizeof(std::fenv_t) <= sizeof m_saved && alignof(std::fenv_t) <= 16);
-  m_hostTraps = static_cast<unsigned>(fegetexcept());
+  m_hostTraps = EnabledTraps();
   std::feholdexcept(new (m_saved) std::fenv_t);
 }
 
