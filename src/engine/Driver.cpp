@@ -138,7 +138,6 @@ bool ORVEX_CALL ProjForward(void* hProj, PROJPOINT* pPts, int nPts) {
     return false;
   }
   handle->iResult = work.iResult;  // still 1 when the screening above found something
-  if (Screen(pPts, nPts)) handle->iResult = 1;
 
   const double xOrg = work.xOrg, yOrg = work.yOrg, scale = work.Scale;
   if (xOrg != 0 || yOrg != 0) {
@@ -149,6 +148,7 @@ bool ORVEX_CALL ProjForward(void* hProj, PROJPOINT* pPts, int nPts) {
     const auto scaled = [scale](double value) { return value * scale; };
     ForEachCoordinate(pPts, nPts, scaled, scaled);
   }
+  if (Screen(pPts, nPts)) handle->iResult = 1;  // last, so that an origin or a scale beyond reason leaves no infinities
   LogUnplottable(handle);
   return true;
 }

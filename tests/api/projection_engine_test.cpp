@@ -1,4 +1,8 @@
 // The engine: catalogue, validation, handles, driver, wrapper and the floating-point guard.
+#ifdef __SSE__
+#include <xmmintrin.h>
+#endif
+
 #include <cfenv>
 #include <cstring>
 #include <limits>
@@ -193,6 +197,12 @@ TEST(Driver, FalseOriginComesBeforeScale) {
   const PROJPOINT back = Inverse(b, q.x, q.y);
   EXPECT_NEAR(back.x, 11, 1e-8);
   EXPECT_NEAR(back.y, 47, 1e-8);
+  for (const char* absurd : {"Scale=1e305", "Scale=inf", "Scale=nan", "yOrg=nan"}) {
+    PROJDATA record = Record(PT_TRANSVERSEMERCATOR, absurd);
+    CProjector projector(&record);
+    EXPECT_TRUE(Unplottable(Forward(projector, 11, 47))) << absurd;
+    EXPECT_EQ(projector.Result(), 1) << absurd;
+  }
 }
 
 // A bad point changes only itself, an array of n equals n arrays of one, and the two directions count a bad input
@@ -267,6 +277,15 @@ TEST(FpGuard, HostTrapsNeitherFireNorChange) {
   EXPECT_TRUE(projector.Forward(again, 2));
   EXPECT_TRUE(Unplottable(again[0]));
   EXPECT_FALSE(Unplottable(again[1]));
+
+#ifdef __SSE__
+  PROJPOINT sse{-90, 0};  // a host may unmask the traps of this unit alone
+  const unsigned masked = _mm_getcsr();
+  _mm_setcsr(masked & ~static_cast<unsigned>(_MM_MASK_DIV_ZERO));
+  const bool sseCall = projector.Forward(&sse, 1);
+  _mm_setcsr(masked);
+  EXPECT_FALSE(sseCall);
+#endif
 }
 #endif
 
