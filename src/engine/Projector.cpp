@@ -1,7 +1,10 @@
 // Projector - the class that owns a projection handle.
 #include "orvex/projection.h"
 
+#include <cstdlib>
+
 #include "orvex/clip.h"
+#include "support/Log.h"
 #include "support/SharedHandle.h"
 
 namespace orvex {
@@ -10,8 +13,9 @@ namespace {
 
 constexpr int kNoMemoryLine = 604;  // reported when a handle cannot be shared
 
+/// A handle of its own for a wrapper. The release is logged by each wrapper that lets go.
 std::shared_ptr<void> Own(void* handle) {
-  return detail::ShareHandle(handle, ProjDeleteProjection, "Orvex", kNoMemoryLine);
+  return detail::ShareHandle(handle, std::free, "Orvex", kNoMemoryLine);
 }
 
 }  // namespace
@@ -36,7 +40,7 @@ bool CProjector::Create(PROJDATA* pProjData) {
 }
 
 void CProjector::Delete() {
-  if (m_hProj == nullptr) ProjDeleteProjection(nullptr);  // for the log's sake
+  detail::LogPrintf("ProjDeleteProjection(hProj=%p)\n", m_hProj.get());
   m_hProj.reset();
 }
 
