@@ -113,7 +113,8 @@ ORVEX_API int ORVEX_CALL ProjCheckParams(const PROJDATA* pProjData, char* messag
 ///   UTM the
 ///              false origin (500000, 0 or 10000000) and a zero K0 as 0.9996.
 /// In the handle a zero Scale and a zero K0 become 1. Throws shr::Exception for the first failed check of
-/// ProjCheckParams. Free the handle with ProjDeleteProjection.
+/// ProjCheckParams, and with id 20200 for an ellipsoid that cannot be used where ProjCheckParams does not look at it
+/// (PT_UNDEFINED and the state plane types). Free the handle with ProjDeleteProjection.
 ORVEX_API void* ORVEX_CALL ProjCreateProjection(PROJDATA* pProjData);
 
 /// Frees a handle; null is ignored.

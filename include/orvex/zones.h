@@ -177,7 +177,7 @@ ORVEX_API void ORVEX_CALL ProjGetStateZoneParams(PROJDATA* pData);
 enum UTMZoneNameFormat : std::int32_t {
   UTMZN_SHORT = 0,    ///< "Zone 33N"
   UTMZN_LETTERS = 1,  ///< "Zone 33N (012E to 018E)"
-  UTMZN_SIGNED = 2    ///< "Zone 33N (+012 to +018)"
+  UTMZN_SIGNED = 2    ///< "Zone 33N (+12 to +18)"; three digits from 100 on
 };
 
 /// Writes a zone's name. Any integer zone is taken modulo 60. False, nothing written, for a null name, an unknown
