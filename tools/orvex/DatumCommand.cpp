@@ -95,7 +95,7 @@ int Show(const StoreOptions& o) {
   if (!NDatGetDatumMethod(ini, name.c_str(), &method)) throw Failure("the entry of \"" + name + "\" cannot be read");
   std::printf("name        %s\nnumber      %zu%s\nmethod      %s\nreversible  %s\n", name.c_str(), index,
               index >= static_cast<std::size_t>(DatNumDatums()) ? " (custom)" : "", MethodName(method).c_str(),
-              NDatReversible(ini, name.c_str()) ? "yes" : "no");
+              CanBeDestination(o.ini, name) ? "yes" : "no");
   DATUM2WGS84 params{};
   if ((method != DM_BURSA && method != DM_MOLODENSKY) || !NDatGetDatumParams(ini, name.c_str(), &params))
     return kSuccess;

@@ -37,6 +37,12 @@ std::vector<std::string> DatumNames(const std::string& ini) {
   return names;
 }
 
+bool CanBeDestination(const std::string& ini, const std::string& name) {
+  DatumMethod method{};
+  return NDatReversible(IniOrNull(ini), name.c_str()) ||
+         (NDatGetDatumMethod(IniOrNull(ini), name.c_str(), &method) && method == DM_NTV2);
+}
+
 std::size_t FindDatum(const std::string& text, const std::vector<std::string>& names) {
   if (text.empty() || text.find_first_not_of("0123456789") != std::string::npos) return FindName(names, text, "datum");
   const int number = ParseInteger(text, "datum");
@@ -53,11 +59,7 @@ DatumConversion::DatumConversion(const std::string& from, const std::string& to,
   DATUM2WGS84 step1{}, step2{};
   Choose(from, ini, source, step1);
   const std::string toName = Choose(to, ini, destination, step2);
-  if (destination != DT_USER_DEFINED && !DatReversible(destination)) {
-    DatumMethod method{};
-    DatGetDatumMethod(destination, &method);
-    if (method != DM_NTV2) throw Failure("\"" + toName + "\" can only be converted from, not to");
-  }
+  if (!CanBeDestination(ini, toName)) throw Failure("\"" + toName + "\" can only be converted from, not to");
   step2.bInverse = !step2.bInverse;  // a custom datum is stored as it leads to WGS 84
   xform.SrcDatum = source;
   xform.DestDatum = destination;

@@ -24,6 +24,9 @@ class DatumConversion {
 /// Names of all datums in list order: built in, then those of the INI file ("" for none). Unused numbers give "".
 std::vector<std::string> DatumNames(const std::string& ini);
 
+/// Whether positions can be converted to the datum. The library also runs its NTv2 datum backwards, by iteration.
+bool CanBeDestination(const std::string& ini, const std::string& name);
+
 /// Place in the list of names of a datum given by name, POSC code or list number; throws Failure when there is none.
 std::size_t FindDatum(const std::string& text, const std::vector<std::string>& names);
 

@@ -68,7 +68,7 @@ void ListDatums(const std::string& ini) {
     const bool known = NDatGetDatumMethod(file, names[i].c_str(), &method);
     if (i < static_cast<std::size_t>(DatNumDatums())) DatGetDatumPOSCNumber(static_cast<DatumType>(i), &posc);
     std::printf("%6zu  %6s  %-10s  %-10s  %s\n", i, Code(posc).c_str(), known ? kMethods[method] : "unreadable",
-                NDatReversible(file, names[i].c_str()) ? "yes" : "no", names[i].c_str());
+                CanBeDestination(ini, names[i]) ? "yes" : "no", names[i].c_str());
   }
 }
 

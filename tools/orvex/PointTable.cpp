@@ -22,6 +22,7 @@ namespace orvex::tool {
 namespace {
 
 constexpr std::size_t kBlockLines = 8192;
+constexpr std::uint64_t kBlockBytes = 4 << 20;  // long lines make smaller blocks
 constexpr std::uint64_t kMostReports = 100;
 
 /// One line of the block. Without a point it is passed on as it is (blank lines, comments, the header).
@@ -53,18 +54,21 @@ class TableConverter {
       : m_options(options), m_from(from), m_to(to), m_convert(convert), m_in(in), m_out(out) {}
 
   int Run(std::uint64_t totalBytes) {
-    Progress progress(totalBytes, !m_options.quiet);
+    m_progress.emplace(totalBytes, !m_options.quiet, m_options.output == "-");
     std::vector<Line> block;
     block.reserve(kBlockLines);
+    std::uint64_t blockStart = 0;
     for (Line line; ReadLine(line);) {
       block.push_back(std::move(line));
       line = {};
-      if (block.size() == kBlockLines) {
+      if (block.size() == kBlockLines || m_bytes - blockStart >= kBlockBytes) {
         Convert(block);
-        progress.Update(m_bytes, m_lineNumber);
+        m_progress->Update(m_bytes, m_lineNumber);
+        blockStart = m_bytes;
       }
     }
     Convert(block);
+    m_progress.reset();
     m_out.flush();
     if (!m_out) throw Failure("cannot write the output");
     if (m_in.bad()) throw Failure("cannot read the input to its end");
@@ -145,6 +149,7 @@ class TableConverter {
 
   void Report(const std::string& what) {
     if (++m_reports > kMostReports) return;
+    m_progress->Hide();
     std::cerr << "orvex: " << DisplayName(m_options.file) << ":" << m_lineNumber << ": " << what << "\n";
   }
 
@@ -162,6 +167,7 @@ class TableConverter {
       m_text += line.carriageReturn ? "\r\n" : "\n";
     }
     m_out.write(m_text.data(), static_cast<std::streamsize>(m_text.size()));
+    if (!m_out) throw Failure("cannot write the output");
     m_text.clear();
     m_points.clear();
     block.clear();
@@ -215,6 +221,7 @@ class TableConverter {
   const Converter& m_convert;
   std::istream& m_in;
   std::ostream& m_out;
+  std::optional<Progress> m_progress;
   bool m_started = false;
   Splitter m_splitter{','};
   std::array<std::size_t, 2> m_columns{};

@@ -16,23 +16,28 @@ namespace {
 constexpr auto kFirst = std::chrono::seconds(1);
 constexpr auto kEvery = std::chrono::milliseconds(250);
 
-bool StandardErrorIsTerminal() {
+bool IsTerminal(std::FILE* stream) {
 #if defined(_WIN32)
-  return _isatty(_fileno(stderr)) != 0;
+  return _isatty(_fileno(stream)) != 0;
 #else
-  return isatty(STDERR_FILENO) != 0;
+  return isatty(fileno(stream)) != 0;
 #endif
 }
 
 }  // namespace
 
-Progress::Progress(std::uint64_t total, bool enabled)
+Progress::Progress(std::uint64_t total, bool enabled, bool resultsToStandardOutput)
     : m_total(total),
-      m_enabled(enabled && StandardErrorIsTerminal()),
+      m_enabled(enabled && IsTerminal(stderr) && !(resultsToStandardOutput && IsTerminal(stdout))),
       m_next(std::chrono::steady_clock::now() + kFirst) {}
 
 Progress::~Progress() {
+  Hide();
+}
+
+void Progress::Hide() {
   if (m_shown) std::fputs("\r\x1b[K", stderr);
+  m_shown = false;
 }
 
 void Progress::Update(std::uint64_t bytes, std::uint64_t lines) {

@@ -7,13 +7,16 @@
 namespace orvex::tool {
 
 /// Shows how far the work has come on standard error, if that is a terminal and the work takes longer than a second.
+/// Not when the results appear on the terminal as well.
 class Progress {
  public:
   /// total: amount of input in bytes, 0 when it is not known
-  Progress(std::uint64_t total, bool enabled);
+  Progress(std::uint64_t total, bool enabled, bool resultsToStandardOutput);
   ~Progress();
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
+  /// Takes the line away, for a message to come; the next Update brings it back.
+  void Hide();
   void Update(std::uint64_t bytes, std::uint64_t lines);
 
  private:
