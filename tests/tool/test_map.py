@@ -105,13 +105,13 @@ def arc(a, b):
     return math.degrees(math.acos(max(-1, min(1, sines + cosines))))
 
 
-def probes(rings, count=600):
-    """Points spread evenly over the globe, all farther from every coast point than 2 degrees, and whether on land."""
+def probes(rings, count=1200):
+    """Points spread evenly over the globe, all farther from every coast point than 1.5 degrees, and whether on land."""
     coast = [p for ring in rings for p in ring if p[1] > -90]
     points = []
     for i in range(count):
-        p = (math.remainder(i * 222.49223594996, 360), math.degrees(math.asin((2 * i + 1) / count - 1)))
-        if all(abs(p[1] - q[1]) > 2 or arc(p, q) > 2 for q in coast):
+        p = (math.remainder((i + 0.5) * 222.49223594996, 360), math.degrees(math.asin((2 * i + 1) / count - 1)))
+        if all(abs(p[1] - q[1]) > 1.5 or arc(p, q) > 1.5 for q in coast):
             points.append((*p, on_land(rings, *p)))
     return points
 
@@ -169,7 +169,9 @@ class Pictures(unittest.TestCase):
             x, y = 10 * x0 + 10 * place[0] / scale, 10 * y0 - 10 * place[1] / scale
             if inside(picture.area, x, y):
                 seen += 1
-                self.assertEqual(inside(picture.land, x, y), land, (name, lon, lat))
+                # Two of three spots: boxes that lie side by side may part by a tenth of a pixel.
+                painted = sum(inside(picture.land, x + dx, y + dy) for dx, dy in ((0, 0), (7, 3), (-4, 6))) >= 2
+                self.assertEqual(painted, land, (name, lon, lat))
         return seen
 
     def test_land_share(self):

@@ -129,7 +129,9 @@ int Run(const Options& options) {
   MapSvg svg(picture.width, picture.height, picture.frame, options.title.empty() ? name : options.title);
   svg.AddArea(painter.FillArea(), options.seaColor, "#7a8a94");
   const Drawing world = DrawShapes(painter, land);
-  svg.AddFill(world.fill, "fill=\"" + EscapedXml(options.landColor) + "\"");
+  const std::string color = EscapedXml(options.landColor);
+  // The thin edge covers the tenths of a pixel by which boxes that lie side by side can part when rounded.
+  svg.AddFill(world.fill, "fill=\"" + color + "\" stroke=\"" + color + "\" stroke-width=\"3\"");
   if (options.graticule != 0) {
     const Drawing lines = DrawShapes(painter, Graticule(area, options.graticule));
     svg.AddLines(lines.lines, "stroke=\"#667\" stroke-opacity=\".35\" stroke-width=\"5\"");

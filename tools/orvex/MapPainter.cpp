@@ -21,7 +21,9 @@ constexpr double kStepDeg = 1;       // longest step of a shape before and after
 constexpr double kSmallBoxDeg = 1;   // boxes on the domain's edge are not divided further
 constexpr double kTornBoxDeg = 0.1;  // torn boxes are divided down to this and left out
 constexpr double kLargeBoxDeg = 45;  // larger boxes are divided even when every sample is outside
-constexpr int kSamples = 9;          // in each direction of a box
+constexpr int kSamples = 9;          // in each direction of a box ...
+constexpr int kFewSamples = 3;       // ... and of a small one
+constexpr double kFewSamplesDeg = 2;
 constexpr double kTornStretch = 8;   // a step of the map that is this much longer than on the globe ...
 constexpr double kTornLength = 0.2;  // ... and longer than this part of the radius is a tear
 constexpr double kFlatness = 0.7;    // tenths of a pixel between a curve and its chord
@@ -157,30 +159,37 @@ void MapPainter::Subdivide(const Points& ring, const Bounds& box, Path& path) {
 }
 
 MapPainter::View MapPainter::Examine(const Bounds& box) {
+  const double width = box.east - box.west, height = box.north - box.south;
+  const int side = std::max(width, height) > kFewSamplesDeg ? kSamples : kFewSamples, count = side * side;
   std::array<PROJPOINT, kSamples * kSamples> globe, map;
   int inside = 0;
-  for (int i = 0; i < kSamples * kSamples; ++i) {
-    const double u = i % kSamples / (kSamples - 1.0), v = i / kSamples / (kSamples - 1.0);
+  for (int i = 0; i < count; ++i) {
+    const double u = i % side / (side - 1.0), v = i / side / (side - 1.0);
     const auto k = static_cast<std::size_t>(i);
-    globe[k] = {box.west + u * (box.east - box.west), box.south + v * (box.north - box.south)};
+    globe[k] = {box.west + u * width, box.south + v * height};
     map[k] = m_projector.LLInProjection(&globe[k]) ? globe[k] : PROJPOINT{DBL_MAX, DBL_MAX};
     inside += Plottable(map[k]);
   }
   if (inside == 0) return View::Outside;
-  m_projector.Forward(map.data(), kSamples * kSamples);
-  int plottable = 0;
-  for (const PROJPOINT& p : map) plottable += Plottable(p);
-  if (plottable < inside) return View::Torn;
-  const auto tearBetween = [&](std::size_t i, std::size_t k) {
-    if (!Plottable(map[i]) || !Plottable(map[k])) return false;
-    const double length = std::hypot(map[i].x - map[k].x, map[i].y - map[k].y) / m_area.radius;
-    return length > kTornLength && length > kTornStretch * Arc(globe[i], globe[k]);
+  m_projector.Forward(map.data(), count);
+  const auto tearBetween = [&](int i, int k) {
+    const auto a = static_cast<std::size_t>(i), b = static_cast<std::size_t>(k);
+    return Plottable(map[a]) && Plottable(map[b]) && IsTear(globe[a], map[a], globe[b], map[b]);
   };
-  for (std::size_t i = 0; i < map.size(); ++i) {
-    if ((i + 1) % kSamples != 0 && tearBetween(i, i + 1)) return View::Torn;
-    if (i + kSamples < map.size() && tearBetween(i, i + kSamples)) return View::Torn;
+  int plottable = 0;
+  for (int i = 0; i < count; ++i) {
+    plottable += Plottable(map[static_cast<std::size_t>(i)]);
+    if ((i + 1) % side != 0 && tearBetween(i, i + 1)) return View::Torn;
+    if (i + side < count && tearBetween(i, i + side)) return View::Torn;
   }
-  return inside == kSamples * kSamples ? View::Clean : View::Mixed;
+  if (plottable < inside) return View::Torn;
+  return inside == count ? View::Clean : View::Mixed;
+}
+
+/// Whether the map is torn between two points: much farther apart there than on the globe.
+bool MapPainter::IsTear(const PROJPOINT& a, const PROJPOINT& mapA, const PROJPOINT& b, const PROJPOINT& mapB) const {
+  const double length = std::hypot(mapA.x - mapB.x, mapA.y - mapB.y) / m_area.radius;
+  return length > kTornLength && length > kTornStretch * Arc(a, b);
 }
 
 void MapPainter::Preclip(const Points& ring, Path& path) {
@@ -237,15 +246,14 @@ PROJPOINT MapPainter::Project(PROJPOINT p) {
 std::vector<Spot> MapPainter::Projected(const PROJPOINT* pts, int nPts, std::vector<std::vector<Spot>>* torn) {
   const Points dense = Densified({pts, pts + nPts}, kStepDeg);
   std::vector<Spot> out;
-  PROJPOINT before{};
+  PROJPOINT before{}, mapBefore{};
   Spot last{};
   for (const PROJPOINT& p : dense) {
     const PROJPOINT map = Project(p);
     if (!Plottable(map)) continue;
     const Spot spot = m_frame.At(map);
     if (!out.empty()) {
-      const double length = Distance(last, spot) / m_frame.scale / m_area.radius;
-      if (torn != nullptr && length > kTornLength && length > kTornStretch * Arc(before, p)) {
+      if (torn != nullptr && IsTear(before, mapBefore, p, map)) {
         torn->push_back(std::move(out));
         out.clear();
       } else {
@@ -254,6 +262,7 @@ std::vector<Spot> MapPainter::Projected(const PROJPOINT* pts, int nPts, std::vec
     }
     out.push_back(spot);
     before = p;
+    mapBefore = map;
     last = spot;
   }
   return out;

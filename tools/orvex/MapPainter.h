@@ -43,6 +43,7 @@ class MapPainter {
   void FillPiece(const Points& ring, Path& path);
   void Subdivide(const Points& ring, const Bounds& box, Path& path);
   View Examine(const Bounds& box);
+  bool IsTear(const PROJPOINT& a, const PROJPOINT& mapA, const PROJPOINT& b, const PROJPOINT& mapB) const;
   void Preclip(const Points& ring, Path& path);
   std::vector<Spot> Projected(const PROJPOINT* pts, int nPts, std::vector<std::vector<Spot>>* torn);
   PROJPOINT Project(PROJPOINT p);
