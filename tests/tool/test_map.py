@@ -109,7 +109,7 @@ def probes(rings, count=1200):
     """Points spread evenly over the globe, all farther from every coast point than 1.5 degrees, and whether on land."""
     coast = [p for ring in rings for p in ring if p[1] > -90]
     points = []
-    for i in range(count):
+    for i in (k * 541 % count for k in range(count)):  # all over the globe from the first few on
         p = (math.remainder((i + 0.5) * 222.49223594996, 360), math.degrees(math.asin((2 * i + 1) / count - 1)))
         if all(abs(p[1] - q[1]) > 1.5 or arc(p, q) > 1.5 for q in coast):
             points.append((*p, on_land(rings, *p)))
@@ -162,6 +162,8 @@ class Pictures(unittest.TestCase):
         scale, x0, y0 = map(float, re.findall(r"[-+.\de]+\d", picture.root.find(f"{SVG}desc").text))
         seen = 0
         for place, (lon, lat), (_, _, land) in zip(maps, here, points):
+            if seen == 80:
+                break
             if place is None or (name == "Cassini" and arc((lon, lat), centre) > 88):
                 continue  # the far hemisphere would be folded over the near one
             if "ransverse" in name and abs(lon - centre[0]) > 45:
