@@ -38,6 +38,13 @@ bool AnyIsPole(double phi1, double phi2) {
   return std::fabs(std::cos(phi1)) < kPoleCosine || std::fabs(std::cos(phi2)) < kPoleCosine;
 }
 
+/// The cosine, to the last bit at the poles too: there the 32-bit runtime's falls short by 3e-5 of it, and the
+/// logarithms of such cosines carry that into the cone.
+double ParallelCosine(double phi) {
+  constexpr double kCosineOfHalfPi = 6.123233995736766e-17;  // kHalfPi is that much less than a right angle
+  return std::fabs(phi) == kHalfPi ? kCosineOfHalfPi : std::cos(phi);
+}
+
 /// What the cone is on the record alone. A cone that cannot be used refuses every point, here `usable` false.
 struct Cone {
   double e = 0, n = 0, aF = 0, rho0 = 0, lon0 = 0;
@@ -54,10 +61,10 @@ Cone PrepareSphere(const PROJDATA& work) {
   const bool pole = AnyIsPole(lat1, lat2);
   const double L = pole ? std::log(std::tan(kQuarterPi + lat2 / 2) / T1) : IsometricDifference(lat1, lat2);
   if (L == 0) return c;  // one standard parallel: there is no tangent cone here
-  c.n = (pole ? std::log(std::cos(lat1) / std::cos(lat2)) : LogCosineDifference(lat1, lat2)) / L;  // 15-3
+  c.n = (pole ? std::log(ParallelCosine(lat1) / ParallelCosine(lat2)) : LogCosineDifference(lat1, lat2)) / L;  // 15-3
   c.zero = c.n == 0;
   if (c.zero) return c;
-  const double F = std::pow(T1, c.n) * std::cos(lat1) / c.n;  // 15-2
+  const double F = std::pow(T1, c.n) * ParallelCosine(lat1) / c.n;  // 15-2
   const double P0 = std::pow(std::tan(kQuarterPi + work.Lat0 / 2), c.n);
   if (P0 == 0) return c;
   c.aF = work.MajorRadius * F;
@@ -83,7 +90,7 @@ Cone PrepareEllipsoid(const PROJDATA& work, bool needOrigin) {
   const double w1 = 1 - e2 * sin1 * sin1, w2 = 1 - e2 * sin2 * sin2;
   if (w1 <= 0 || w2 <= 0 || (needOrigin && 1 - e2 * sin0 * sin0 <= 0)) return c;
   const double t0 = ConformalT(lat0, c.e), t1 = ConformalT(lat1, c.e);
-  const double m1 = std::cos(lat1) / std::sqrt(w1);  // 14-15
+  const double m1 = ParallelCosine(lat1) / std::sqrt(w1);  // 14-15
   // ln t1 - ln t2 and ln m1 - ln m2, written so that nothing cancels between parallels half a degree apart.
   const bool pole = AnyIsPole(lat1, lat2);
   const double D =
@@ -91,7 +98,7 @@ Cone PrepareEllipsoid(const PROJDATA& work, bool needOrigin) {
            : IsometricDifference(lat1, lat2) - c.e * std::atanh(c.e * (sin2 - sin1) / (1 - e2 * sin1 * sin2));
   if (D == 0) return c;  // one standard parallel: there is no tangent cone here
   const double lnM =
-      pole ? std::log(m1) - std::log(std::cos(lat2) / std::sqrt(w2))
+      pole ? std::log(m1) - std::log(ParallelCosine(lat2) / std::sqrt(w2))
            : LogCosineDifference(lat1, lat2) - std::log1p(e2 * std::sin(lat2 - lat1) * std::sin(lat2 + lat1) / w2) / 2;
   c.n = lnM / D;  // 15-8
   if (t1 == 0 && c.n < 0) return c;
