@@ -11,7 +11,10 @@ int ORVEX_CALL ProjNumProjections() {
 
 unsigned int ORVEX_CALL ProjGetProjectionInfo(ProjType type, char* name) {
   const detail::ProjectionRow* row = detail::FindRow(type);
-  if (name != nullptr) std::strcpy(name, row != nullptr ? row->name : type == PT_UNDEFINED ? "undefined" : "");
+  if (name != nullptr) {
+    const char* const text = row != nullptr ? row->name : type == PT_UNDEFINED ? "undefined" : "";
+    std::memcpy(name, text, std::strlen(text) + 1);
+  }
   return row != nullptr ? row->mask : 0;
 }
 
