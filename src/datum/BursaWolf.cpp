@@ -9,6 +9,7 @@
 
 #include "datum/DatumPoint.h"
 #include "math/Angles.h"
+#include "support/Flag.h"
 
 namespace orvex::detail {
 
@@ -28,7 +29,7 @@ constexpr double ArcsecondsToRad(double arcseconds) {
 
 Constants Prepare(const DATUM2WGS84& step) {
   const StepFrame frame(step);
-  const double sign = step.bInverse ? -1 : 1, factor = 1 + step.k * 1e-6;
+  const double sign = IsSet(step.bInverse) ? -1 : 1, factor = 1 + step.k * 1e-6;
   const auto [aS, fS] = frame.source;
   const auto [aT, fT] = frame.target;
   return {
@@ -39,7 +40,7 @@ Constants Prepare(const DATUM2WGS84& step) {
       .rx = ArcsecondsToRad(sign * step.rx),
       .ry = ArcsecondsToRad(sign * step.ry),
       .rz = ArcsecondsToRad(sign * step.rz),
-      .scale = step.bInverse ? 1 / factor : factor,
+      .scale = IsSet(step.bInverse) ? 1 / factor : factor,
       .aS = aS,
       .e2S = (2 - fS) * fS,
       .oneMinusE2S = 1 - (2 - fS) * fS,

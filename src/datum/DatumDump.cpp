@@ -2,6 +2,7 @@
 #include <cstddef>
 
 #include "datum/OrvexDatum.h"
+#include "support/Flag.h"
 #include "support/Log.h"
 
 namespace orvex::detail {
@@ -17,7 +18,7 @@ const char* MethodName(DatumMethod method) {
 void DumpStep(const DATUM2WGS84* step) {
   LogPrintf("  DATUM2WGS84 (Pointer=%p)\n", static_cast<const void*>(step));
   LogPrintf("    Method:          %d (%s)\n", step->Method, MethodName(step->Method));
-  LogPrintf("    bInverse:        %s\n", BoolText(step->bInverse));
+  LogPrintf("    bInverse:        %s\n", BoolText(IsSet(step->bInverse)));
   LogPrintf("    PMShift:         %f\n", step->PMShift);
   if (step->Method == DM_MOLODENSKY || step->Method == DM_BURSA) {
     LogPrintf("    dx:              %f\n", step->dx);
@@ -47,7 +48,7 @@ void DumpXform(const DATUMXFORM* record) {
   DumpStep(&record->Step1);
   LogPrintf("Step2:\n");
   DumpStep(&record->Step2);
-  LogPrintf("  bUnplottable: %s\n", BoolText(record->bUnplottable));
+  LogPrintf("  bUnplottable: %s\n", BoolText(IsSet(record->bUnplottable)));
 }
 
 }  // namespace orvex::detail

@@ -3,6 +3,7 @@
 #include <new>
 
 #include "datum/OrvexDatum.h"
+#include "support/Flag.h"
 #include "support/FpGuard.h"
 #include "support/Log.h"
 #include "support/SharedHandle.h"
@@ -52,7 +53,7 @@ bool DatGetHandleInfo(void* handle, DATUMXFORM* out) {
 }
 
 bool DatHadUnplottables(void* handle) {
-  return handle != nullptr && RecordOf(handle)->bUnplottable;
+  return handle != nullptr && IsSet(RecordOf(handle)->bUnplottable);
 }
 
 CDatumTransform::CDatumTransform() = default;

@@ -5,6 +5,8 @@
 
 #include <orvex/datum.h>
 
+#include "support/Flag.h"
+
 namespace orvex::detail {
 
 inline bool IsUnplottable(const DATUMPOINT& p) {
@@ -29,7 +31,7 @@ struct StepFrame {
         dy(step.dy),
         dz(step.dz),
         pmShift(step.PMShift) {
-    if (!step.bInverse) return;
+    if (!IsSet(step.bInverse)) return;
     const Ellipsoid datum = source;
     source = target;
     target = datum;

@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <system_error>
 
+#include "support/Flag.h"
 #include "support/Log.h"
 #include "support/Text.h"
 
@@ -133,7 +134,7 @@ std::optional<std::string> DatumParamsToText(const DATUM2WGS84& params) {
     } else if (!EllipsoidInfo(params.Ellipsoid, ellipsoid, &a, &f)) {
       return std::nullopt;
     }
-    text.append(params.bInverse ? "1," : "0,").append(EscapeName(ellipsoid)).append(",");
+    text.append(IsSet(params.bInverse) ? "1," : "0,").append(EscapeName(ellipsoid)).append(",");
     if (parametric) {
       AppendNumber(text, a, 10);
       AppendNumber(text, f, 10);

@@ -3,6 +3,7 @@
 
 #include "orvex/zones.h"
 #include "projections/Module.h"
+#include "support/Flag.h"
 #include "support/Log.h"
 
 namespace orvex::detail {
@@ -29,14 +30,14 @@ void DumpProjData(const PROJDATA* data) {
   number("Lon2:", d.Lon2);
   number("Lon3:", d.Lon3);
   number("K0:", d.K0);
-  flag("bSouth:", d.bSouth);
+  flag("bSouth:", IsSet(d.bSouth));
   char name[80];
   ProjGetStateZoneInfo(static_cast<StateZoneType>(d.Zone), name, nullptr);
   LogPrintf("    Zone:            %d (%s)\n", static_cast<int>(d.Zone), *name != '\0' ? name : "UNKNOWN");
-  flag("bUseAlpha:", d.bUseAlpha);
+  flag("bUseAlpha:", IsSet(d.bUseAlpha));
   number("Alpha:", d.Alpha);
-  flag("bRotate:", d.bRotate);
-  flag("bUOffset:", d.bUOffset);
+  flag("bRotate:", IsSet(d.bRotate));
+  flag("bUOffset:", IsSet(d.bUOffset));
   const bool known = EllipsoidInfo(d.Ellipsoid, name, nullptr, nullptr);
   LogPrintf("    Ellipsoid:       %d (%s)\n", static_cast<int>(d.Ellipsoid), known ? name : "UNKNOWN");
   number("MajorRadius:", d.MajorRadius);

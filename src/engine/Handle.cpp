@@ -3,6 +3,7 @@
 
 #include "engine/Dump.h"
 #include "support/Errors.h"
+#include "support/Flag.h"
 #include "support/FpGuard.h"
 #include "support/Log.h"
 
@@ -39,7 +40,7 @@ void CompleteEllipsoid(PROJDATA& d) {
 /// Whatever false origin the caller gave is replaced.
 void CompleteUtm(PROJDATA& d) {
   d.xOrg = kUtmFalseEasting;
-  d.yOrg = d.bSouth ? kUtmSouthFalseNorthing : 0.0;
+  d.yOrg = detail::IsSet(d.bSouth) ? kUtmSouthFalseNorthing : 0.0;
   if (d.K0 == 0) d.K0 = kUtmScale;
 }
 

@@ -7,6 +7,7 @@
 
 #include "engine/Dump.h"
 #include "support/Errors.h"
+#include "support/Flag.h"
 #include "support/FpGuard.h"
 #include "support/Log.h"
 #include "support/Text.h"
@@ -63,7 +64,7 @@ int FirstFailedCheck(const PROJDATA& d) {
   if (type == PT_BONNE && lat1 == 0) return 20244;
   if (type == PT_ALBERS && SumOrDifferenceVanishes(lat1, lat2)) return 20245;
   if (type == PT_EQUICONIC && SumOrDifferenceVanishes(lat1, lat2)) return 20256;
-  if (type == PT_HOTINE && d.bUseAlpha && d.Alpha == 0) return 20246;
+  if (type == PT_HOTINE && IsSet(d.bUseAlpha) && d.Alpha == 0) return 20246;
   if (type == PT_LAMBERT && std::fabs(lat1 - lat2) < 0.1) return 20247;
   if (type == PT_MERCATOR && std::fabs(std::fabs(d.Lat0) - 90) < 0.01) return 20251;
   if (type == PT_OBLIQUEMERCATOR) {

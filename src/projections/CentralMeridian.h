@@ -3,6 +3,7 @@
 
 #include "math/Angles.h"
 #include "orvex/projection.h"
+#include "support/Flag.h"
 
 namespace orvex::detail {
 
@@ -12,7 +13,7 @@ struct CentralMeridian {
   double lon0;
   bool wrap;
 
-  explicit CentralMeridian(const PROJDATA& work) : lon0(work.Lon0), wrap(work.bWrapLon) {}
+  explicit CentralMeridian(const PROJDATA& work) : lon0(work.Lon0), wrap(IsSet(work.bWrapLon)) {}
 
   double Difference(double lon) const { return wrap ? WrapOnce(lon - lon0) : lon - lon0; }
 };

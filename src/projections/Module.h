@@ -10,6 +10,7 @@
 #include "math/Angles.h"
 #include "orvex/projection.h"
 #include "support/Errors.h"
+#include "support/Flag.h"
 
 namespace orvex::detail {
 

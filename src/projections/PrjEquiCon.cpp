@@ -28,7 +28,7 @@ double ConeConstant(double lat1, double lat2) {
 }
 
 Constants Prepare(const PROJDATA& work) {
-  Constants c{work.MajorRadius, work.Lon0, ConeConstant(work.Lat1, work.Lat2), 0, 0, work.bWrapLon, false};
+  Constants c{work.MajorRadius, work.Lon0, ConeConstant(work.Lat1, work.Lat2), 0, 0, IsSet(work.bWrapLon), false};
   c.refused = std::fabs(c.n) < kLeastCone;
   if (c.refused) return c;
   c.G = std::cos(work.Lat1) / c.n + work.Lat1;  // 16-2

@@ -23,12 +23,13 @@ template <class Radians>
 Constants Prepare(const PROJDATA& rec, Radians radians) {
   const double lat0 = radians(rec.Lat0);
   const Aposphere sphere(rec.MajorRadius, rec.Flattening, rec.K0, lat0);
-  const ObliqueMercator line = rec.bUseAlpha
+  const ObliqueMercator line = IsSet(rec.bUseAlpha)
                                    ? ObliqueMercator::ThroughCentre(sphere, radians(rec.Lon0), radians(rec.Alpha))
                                    : ObliqueMercator::ThroughPoints(sphere, radians(rec.Lon1), radians(rec.Lat1),
                                                                     radians(rec.Lon2), radians(rec.Lat2));
-  const bool needsCentre = rec.bRotate || rec.bUOffset;
-  return {line, line.valid && (line.onLine || !needsCentre), rec.bRotate, rec.bUOffset ? line.centreU : 0};
+  const bool needsCentre = IsSet(rec.bRotate) || IsSet(rec.bUOffset);
+  return {line, line.valid && (line.onLine || !needsCentre), IsSet(rec.bRotate),
+          IsSet(rec.bUOffset) ? line.centreU : 0};
 }
 
 Constants Prepare(const PROJDATA& work) {

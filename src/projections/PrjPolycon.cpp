@@ -24,7 +24,7 @@ struct Constants {
 Constants Prepare(const PROJDATA& work) {
   const double a = work.MajorRadius, e2 = EccentricitySquared(work.Flattening);
   const MeridianArc arc(a, e2);
-  return {a, e2, work.Lat0, work.Lon0, arc(work.Lat0), arc, work.bWrapLon};
+  return {a, e2, work.Lat0, work.Lon0, arc(work.Lat0), arc, IsSet(work.bWrapLon)};
 }
 
 double LongitudeDifference(const Constants& c, double lon) {

@@ -131,6 +131,18 @@ TEST(Handle, CompletesTheRecord) {
   ProjDeleteProjection(nullptr);
 }
 
+// Visual Basic and others store -1 for true.
+TEST(Handle, AnyNonZeroByteIsTrue) {
+  PROJDATA rec = Record(PT_UTM, "Lon0=15");
+  std::memset(&rec.bSouth, 0xFF, 1);
+  CProjector south(&rec);
+  EXPECT_EQ(+rec.yOrg, 10000000.0);
+  PROJDATA world = Record(PT_SINUSOIDAL, "R=1");
+  std::memset(&world.bWrapLon, 0xFF, 1);
+  CProjector wrapped(&world);
+  EXPECT_NEAR(Forward(wrapped, 190, 20).x, Forward(wrapped, -170, 20).x, 1e-15);
+}
+
 TEST(Handle, WrapperCopiesAndShares) {
   PROJDATA rec = Record(PT_UTM, "Lon0=15");
   CProjector empty, first(&rec), copy(first), copyOfEmpty(empty);
