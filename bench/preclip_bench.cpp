@@ -1,5 +1,9 @@
-// Preclipping of wavy rings all over the world, for a map of a hemisphere and one of the world, by number of points.
+// Preclipping and projecting the land of the world, for a map of a hemisphere and one of the world, by number of
+// points.
 #include <cmath>
+#include <fstream>
+#include <stdexcept>
+#include <string>
 
 #include "Common.h"
 #include "support/Forms.h"
@@ -8,50 +12,68 @@ namespace orvex::bench {
 
 namespace {
 
-constexpr int kRings = 100;
+struct Land {
+  std::vector<int> counts;
+  std::vector<PROJPOINT> points;
+};
 
-/// Rings of `pointsPerRing` points with shores like islands, 2 to 14 degrees across; some reach over the antimeridian
-/// and over the edge of the hemisphere.
-std::vector<PROJPOINT> MakeRings(int pointsPerRing) {
-  std::vector<PROJPOINT> pts;
-  for (int ring = 0; ring < kRings; ++ring) {
-    const double lon = Between(-190, 190), lat = Between(-70, 70), radius = Between(1, 7), phase = Between(0, 6);
-    for (int i = 0; i < pointsPerRing; ++i) {
-      const double t = 6.283185307179586 * (i % (pointsPerRing - 1)) / (pointsPerRing - 1);
-      const double r = radius * (1 + 0.2 * std::sin(7 * t + phase) + 0.05 * std::sin(40 * t));
-      pts.push_back({lon + r * std::cos(t), lat + r * std::sin(t)});
+/// The rings of examples/world/land.txt with every edge divided into `density` pieces; edges take the short way round.
+Land LoadLand(int density) {
+  std::ifstream file(ORVEX_LAND_FILE);
+  Land land;
+  std::string word;
+  PROJPOINT last{};
+  while (file >> word) {
+    if (word[0] == '#') {
+      std::getline(file, word);
+    } else if (word == "ring") {
+      int count = 0;
+      file >> count;
+      land.counts.push_back(0);
+    } else {
+      PROJPOINT p{std::stod(word), 0};
+      file >> p.y;
+      const bool first = land.counts.back() == 0;
+      if (!first) p.x = last.x + std::remainder(p.x - last.x, 360.0);
+      for (int i = first ? density : 1; i <= density; ++i) {
+        const double t = static_cast<double>(i) / density;
+        land.points.push_back({last.x + (p.x - last.x) * t, last.y + (p.y - last.y) * t});
+        ++land.counts.back();
+      }
+      last = p;
     }
   }
-  return pts;
+  if (land.points.empty()) throw std::runtime_error("no land in " ORVEX_LAND_FILE);
+  return land;
 }
 
-bool TakeFill(void* user, int parts, const int*, PROJPOINT* pts) {
-  benchmark::DoNotOptimize(pts);
-  *static_cast<int*>(user) += parts;
-  return true;
+bool ProjectFill(void* user, int parts, const int* counts, PROJPOINT* pts) {
+  int total = 0;
+  for (int i = 0; i < parts; ++i) total += counts[i];
+  return ProjForward(user, pts, total);
 }
 
-bool TakeLine(void* user, int count, PROJPOINT* pts) {
-  benchmark::DoNotOptimize(pts);
-  *static_cast<int*>(user) += count;
-  return true;
+bool ProjectLine(void* user, int count, PROJPOINT* pts) {
+  return ProjForward(user, pts, count);
 }
 
-void Measure(benchmark::State& state, const char* parameters, ProjType type, bool polygon, int pointsPerRing) {
+void Measure(benchmark::State& state, const char* parameters, ProjType type, bool polygon, int density) {
   PROJDATA rec = test::Record(type, parameters);
   void* const handle = ProjCreateProjection(&rec);
-  const std::vector<PROJPOINT> pts = MakeRings(pointsPerRing);
+  const Land land = LoadLand(density);
   for (auto _ : state) {
-    int delivered = 0;
-    for (int ring = 0; ring < kRings; ++ring) {
-      const PROJPOINT* const first = pts.data() + static_cast<std::ptrdiff_t>(ring) * pointsPerRing;
-      const bool ok = polygon ? ProjLLPreclipPolygon(handle, &delivered, 1, &pointsPerRing, first, TakeFill, nullptr)
-                              : ProjLLPreclipPolyline(handle, &delivered, pointsPerRing, first, TakeLine);
-      if (!ok) state.SkipWithError("clipping failed");
+    const PROJPOINT* ring = land.points.data();
+    bool ok = true;
+    if (polygon) {
+      ok = ProjLLPreclipPolygon(handle, handle, static_cast<int>(land.counts.size()), land.counts.data(), ring,
+                                ProjectFill, nullptr);
     }
-    benchmark::DoNotOptimize(delivered);
+    for (std::size_t i = 0; i < land.counts.size() && !polygon; ring += land.counts[i++]) {
+      ok = ok && ProjLLPreclipPolyline(handle, handle, land.counts[i], ring, ProjectLine);
+    }
+    if (!ok) state.SkipWithError("clipping failed");
   }
-  CountItems(state, pts.size());
+  CountItems(state, land.points.size());
   ProjDeleteProjection(handle);
 }
 
@@ -66,11 +88,11 @@ void RegisterPreclip() {
               {"Mollweide world", PT_MOLLWEIDE, "R=6371000;Lon0=11"}};
   for (const auto& map : maps) {
     for (const bool polygon : {false, true}) {
-      for (const int points : {50, 500, 5000}) {
+      for (const int density : {1, 10, 100}) {
         const std::string name =
-            std::string(map.name) + (polygon ? "|polygon|" : "|polyline|") + std::to_string(points);
+            std::string(map.name) + (polygon ? "|polygon|" : "|polyline|") + "x" + std::to_string(density);
         benchmark::RegisterBenchmark(
-            name.c_str(), [=](benchmark::State& state) { Measure(state, map.parameters, map.type, polygon, points); });
+            name.c_str(), [=](benchmark::State& state) { Measure(state, map.parameters, map.type, polygon, density); });
       }
     }
   }

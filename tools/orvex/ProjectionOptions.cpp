@@ -124,7 +124,7 @@ void ChooseUtm(PROJDATA& record, const std::string& text) {
   bool south = false;
   const std::size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
   const std::string letter = Lower(text.substr(digits));
-  if (digits < 1 || digits > 2 || (letter != "" && letter != "n" && letter != "s") ||
+  if (digits < 1 || digits > 2 || (!letter.empty() && letter != "n" && letter != "s") ||
       !ProjUTMZoneNameToNumber(text.c_str(), &zone, &south) ||
       zone != ParseInteger(text.substr(0, digits), "UTM zone")) {
     throw Failure("\"" + text + "\" is not a UTM zone: a number from 1 to 60 and N or S");

@@ -40,9 +40,7 @@ void ExplainMissingCommand(const CLI::App& app) {
   throw Failure(path + " needs one of: " + list);
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int Run(int argc, char** argv) {
   using namespace orvex::tool;
   CLI::App app{"Converts coordinates: map projections, state plane and UTM zones, datums, georeferencing, maps."};
   app.name("orvex");
@@ -70,10 +68,20 @@ int main(int argc, char** argv) {
     }
   } catch (const CLI::ParseError& e) {
     return app.exit(e) == 0 ? kSuccess : kUsage;
+  }
+  return status;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return Run(argc, argv);
   } catch (const std::exception& e) {
     std::fflush(stdout);
     std::fprintf(stderr, "orvex: %s\n", e.what());
-    return kUsage;
+  } catch (...) {
+    std::fputs("orvex: unknown error\n", stderr);
   }
-  return status;
+  return orvex::tool::kUsage;
 }
