@@ -71,9 +71,8 @@ ORVEX_API bool ORVEX_CALL RefCoeffToControls(GEOREF* g, int iWidth, int iHeight)
 /// record of method 5. Else false and the record is unchanged.
 ORVEX_API bool ORVEX_CALL RefControlsToCoeff(GEOREF* g);
 /// Adapts the record to a resampled raster that covers the same ground. False and unchanged for sizes below 1 or when
-/// no affine coefficients can be had.
-/// Afterwards the record has method 5, the new coefficients and the raster's corners as controls. The arrays it held
-/// are freed, so they must be its own (RefAllocControls) or null.
+/// no affine coefficients can be had. Afterwards the record has method 5, the new coefficients and the raster's corners
+/// as controls. The arrays it held are freed, so they must be its own (RefAllocControls) or null.
 ORVEX_API bool ORVEX_CALL RefResize(GEOREF* g, int iOldW, int iOldH, int iNewW, int iNewH);
 /// Residuals at the control points, in destination units.
 ///   pTotalError    null, or receives the root mean square

@@ -1,8 +1,10 @@
 /* The part of Orvex that other languages need, as plain C: projections, datum conversions and errors.
  *
  * Every function that can fail answers a status and, given a buffer of ORVEX_MESSAGE_SIZE characters, the text that
- * belongs to it ("" when there is nothing to say); the buffer may be null. Nothing is ever thrown. Angles are in
- * degrees, lengths in metres; x is longitude (east positive) or easting, y latitude or northing. */
+ * belongs to it ("" when there is nothing to say); the buffer may be null. The look-ups by name do without the text.
+ * Null pointers and counts below 1 are bad arguments. Nothing is ever thrown. Angles are in degrees, lengths in metres;
+ * x is longitude (east positive) or easting, y latitude or northing. One handle must not be used by two threads at
+ * once. */
 #ifndef ORVEX_ORVEX_C_H
 #define ORVEX_ORVEX_C_H
 

@@ -51,30 +51,30 @@ enum ProjType : std::int32_t {
 /// (ProjEnumParam lists it). Angles in decimal degrees. A field may lie on an odd address: copy it before taking a
 /// reference.
 struct PROJDATA {
-  ProjType Type;            ///< 0: the projection
-  double Scale;             ///< 4: factor on every projected coordinate, after the false origin is added; 0 means 1
-  double xOrg;              ///< 12: false easting, unscaled map units
-  double yOrg;              ///< 20: false northing, unscaled map units
-  double Lat0;              ///< 28: central latitude
-  double Lon0;              ///< 36: central longitude
-  double Lat1;              ///< 44: first standard parallel
-  double Lat2;              ///< 52: second standard parallel
-  double Lat3;              ///< 60: third latitude
-  double Lon1;              ///< 68: first longitude
-  double Lon2;              ///< 76: second longitude
-  double Lon3;              ///< 84: third longitude
-  double K0;                ///< 92: scale factor at the centre; 0 means 1 (0.9996 for UTM)
-  bool bSouth;              ///< 100: UTM: southern hemisphere, false northing 10000000
-  std::int32_t Zone;        ///< 101: StateZoneType for state plane; kept for the caller for UTM, which follows Lon0
-  bool bUseAlpha;           ///< 105: oblique: centre and azimuth Alpha instead of two points
-  double Alpha;             ///< 106: azimuth of the central line, degrees east of north
-  bool bRotate;             ///< 114: oblique: rotate u/v to x/y
-  bool bUOffset;            ///< 115: oblique: count u from the centre instead of from the natural origin
-  EllipsoidType Ellipsoid;  ///< 116: 0: radius and flattening as given below, else both are filled from the table
-  double MajorRadius;       ///< 120: semi-major axis, metres
-  double Flattening;        ///< 128: flattening f, 0 <= f < 1 (not 1/f); 0 selects spherical formulas
-  std::int32_t iResult;     ///< 136: 1 when the last call left unplottable points, else 0
-  bool bWrapLon;  ///< 140: some world projections wrap the longitude difference into +-180; set by the host only
+  ProjType Type;               ///< 0: the projection
+  double Scale;                ///< 4: factor on every projected coordinate, after the false origin is added; 0 means 1
+  double xOrg;                 ///< 12: false easting, unscaled map units
+  double yOrg;                 ///< 20: false northing, unscaled map units
+  double Lat0;                 ///< 28: central latitude
+  double Lon0;                 ///< 36: central longitude
+  double Lat1;                 ///< 44: first standard parallel
+  double Lat2;                 ///< 52: second standard parallel
+  double Lat3;                 ///< 60: third latitude
+  double Lon1;                 ///< 68: first longitude
+  double Lon2;                 ///< 76: second longitude
+  double Lon3;                 ///< 84: third longitude
+  double K0;                   ///< 92: scale factor at the centre; 0 means 1 (0.9996 for UTM)
+  bool bSouth;                 ///< 100: UTM: southern hemisphere, false northing 10000000
+  std::int32_t Zone;           ///< 101: StateZoneType for state plane; kept for the caller for UTM, which follows Lon0
+  bool bUseAlpha;              ///< 105: oblique: centre and azimuth Alpha instead of two points
+  double Alpha;                ///< 106: azimuth of the central line, degrees east of north
+  bool bRotate;                ///< 114: oblique: rotate u/v to x/y
+  bool bUOffset;               ///< 115: oblique: count u from the centre instead of from the natural origin
+  EllipsoidType Ellipsoid;     ///< 116: 0: radius and flattening as given below, else both are filled from the table
+  double MajorRadius;          ///< 120: semi-major axis, metres
+  double Flattening;           ///< 128: flattening f, 0 <= f < 1 (not 1/f); 0 selects spherical formulas
+  std::int32_t iResult;        ///< 136: 1 when the last call left unplottable points, else 0
+  bool bWrapLon;               ///< 140: some projections then wrap the longitude difference into +-180; set by the host
   std::uint8_t Reserved[255];  ///< 141: carried along, never read
 };
 
@@ -110,8 +110,7 @@ ORVEX_API int ORVEX_CALL ProjCheckParams(const PROJDATA* pProjData, char* messag
 
 /// Makes a projection handle: a completed copy of the record.
 ///   pProjData  null: returns null. The call also writes into it: radius and flattening of a built-in ellipsoid; for
-///   UTM the
-///              false origin (500000, 0 or 10000000) and a zero K0 as 0.9996.
+///              UTM the false origin (500000, 0 or 10000000) and a zero K0 as 0.9996.
 /// In the handle a zero Scale and a zero K0 become 1. Throws shr::Exception for the first failed check of
 /// ProjCheckParams, and with id 20200 for an ellipsoid that cannot be used where ProjCheckParams does not look at it
 /// (PT_UNDEFINED and the state plane types). Free the handle with ProjDeleteProjection.
@@ -165,6 +164,8 @@ ORVEX_API bool ORVEX_CALL ProjGetParam(const PROJDATA* pData, int paramId, void*
 /// Copies a parameter's bytes into the record without judging them; false for an unknown id or a null pointer.
 ORVEX_API bool ORVEX_CALL ProjSetParam(PROJDATA* pData, int paramId, const void* value);
 
+/// Callbacks of the preclippers (clip.h) for lines and for polygons of nParts closed rings. The arrays belong to the
+/// library and may be overwritten until the callback returns; false stops the preclipper.
 using PROJLINECALLBACK = bool(ORVEX_CALL*)(void* pUser, int nPts, PROJPOINT* pPts);
 using PROJFILLCALLBACK = bool(ORVEX_CALL*)(void* pUser, int nParts, const int* pCounts, PROJPOINT* pPts);
 

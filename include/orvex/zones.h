@@ -161,10 +161,11 @@ ORVEX_API void ORVEX_CALL ProjGetStateZoneInfo(StateZoneType zone, char* name, i
 /// Finds a zone by its whole name without regard to ASCII case. Not found: *zone is SZ_NONE. False for a null or empty
 /// name.
 ORVEX_API bool ORVEX_CALL ProjGetStateZoneFromName(StateZoneType* zone, const char* name);
-/// Finds the first zone with a USGS code (0 finds the first zone that has none). False for a negative code.
+/// Finds the first zone with a USGS code (0 finds the first zone that has none). Not found: *zone is SZ_NONE. False for
+/// a null pointer or a negative code, nothing written.
 ORVEX_API bool ORVEX_CALL ProjGetStateZoneFromUSGSCode(StateZoneType* zone, int code);
-/// Finds a zone by its POSC (EPSG) number and tells the zone set: PT_STATEPLANE27 or PT_STATEPLANE83. Outputs may be
-/// null.
+/// Finds a zone by its POSC (EPSG) number and tells the zone set: PT_STATEPLANE27 or PT_STATEPLANE83. Not
+/// found: false, nothing written. Outputs may be null.
 ORVEX_API bool ORVEX_CALL ProjGetStateZoneFromPOSCNumber(int posc, ProjType* type, StateZoneType* zone);
 /// POSC number of a zone in one of the two sets; false when it has none. `posc` may be null.
 ORVEX_API bool ORVEX_CALL ProjStateZoneToPOSCNumber(ProjType type, StateZoneType zone, int* posc);
