@@ -164,7 +164,8 @@ MapPainter::View MapPainter::Examine(const Bounds& box) {
   std::array<PROJPOINT, kSamples * kSamples> globe, map;
   int inside = 0;
   for (int i = 0; i < count; ++i) {
-    const double u = i % side / (side - 1.0), v = i / side / (side - 1.0);
+    const int column = i % side, row = i / side;
+    const double u = column / (side - 1.0), v = row / (side - 1.0);
     const auto k = static_cast<std::size_t>(i);
     globe[k] = {box.west + u * width, box.south + v * height};
     map[k] = m_projector.LLInProjection(&globe[k]) ? globe[k] : PROJPOINT{DBL_MAX, DBL_MAX};

@@ -14,7 +14,7 @@ namespace orvex::tool {
 
 namespace {
 
-constexpr int kProjectionId = 1, kEllipsoidId = 20, kRadiusId = 21, kFlatteningId = 22;
+constexpr int kEllipsoidId = 20, kRadiusId = 21, kFlatteningId = 22;
 
 struct Spelling {
   int id;
