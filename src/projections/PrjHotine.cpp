@@ -49,7 +49,10 @@ Plot InversePoint(const Constants& c, PROJPOINT& p) {
   if (!c.valid) return Plot::Unplottable;
   const double u = c.rotate ? p.y * c.line.cosAlpha + p.x * c.line.sinAlpha : p.x;
   const double v = c.rotate ? p.x * c.line.cosAlpha - p.y * c.line.sinAlpha : p.y;
-  return c.line.Inverse(u + c.u0, v, p.x, p.y) ? Plot::Ok : Plot::Unplottable;
+  double lon = 0, lat = 0;
+  if (!c.line.Inverse(u + c.u0, v, lon, lat)) return Plot::Unplottable;
+  p = {lon, lat};
+  return Plot::Ok;
 }
 
 }  // namespace

@@ -33,7 +33,10 @@ Plot ForwardPoint(const ObliqueMercator& line, PROJPOINT& p) {
 }
 
 Plot InversePoint(const ObliqueMercator& line, PROJPOINT& p) {
-  return line.Inverse(p.x, -p.y, p.x, p.y) ? Plot::Ok : Plot::Unplottable;
+  double lon = 0, lat = 0;
+  if (!line.Inverse(p.x, -p.y, lon, lat)) return Plot::Unplottable;
+  p = {lon, lat};
+  return Plot::Ok;
 }
 
 }  // namespace
