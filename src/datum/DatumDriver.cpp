@@ -13,6 +13,7 @@
 #include "datum/Nadcon.h"
 #include "datum/Ntv2.h"
 #include "datum/OrvexDatum.h"
+#include "math/Normalize.h"
 #include "support/Errors.h"
 #include "support/FpGuard.h"
 #include "support/Log.h"
@@ -111,25 +112,6 @@ struct FreeMemory {
 };
 using Scratch = std::unique_ptr<DATUMPOINT[], FreeMemory>;
 
-/// fmod, exact and keeping the sign; without the division where the value is in range already.
-double Remainder(double value, double period) {
-  return std::fabs(value) < period ? value : std::fmod(value, period);
-}
-
-double NormalizedLongitude(double x) {
-  if (x == DBL_MAX || !std::isfinite(x)) return DBL_MAX;
-  return Remainder(x, 360);
-}
-
-/// Folds at the poles. Only the latitude is reflected; the longitude deliberately stays.
-double NormalizedLatitude(double y) {
-  if (y == DBL_MAX || !std::isfinite(y)) return DBL_MAX;
-  const double t = Remainder(y, 180);
-  if (t > 90) return 180 - t;
-  if (t < -90) return -180 - t;
-  return t;
-}
-
 /// Marks both coordinates when one cannot be used.
 DATUMPOINT Screened(const DATUMPOINT& p) {
   return std::isfinite(p.x) && std::isfinite(p.y) ? p : DATUMPOINT{DBL_MAX, DBL_MAX};
@@ -141,7 +123,7 @@ bool Enter(DATUMPOINT* pts, DATUMPOINT* turns, int n) {
   for (int i = 0; i < n; ++i) {
     DATUMPOINT p = Screened(pts[i]);
     unplottable |= IsUnplottable(p);
-    p = {NormalizedLongitude(p.x), NormalizedLatitude(p.y)};
+    p = {NormalizeLon(p.x), NormalizeLat(p.y)};
     if (p.x != DBL_MAX && std::fabs(p.x) > 180) {
       const double turn = std::copysign(360.0, p.x);
       turns[i].x = turn;
@@ -159,7 +141,7 @@ bool Leave(DATUMPOINT* pts, const DATUMPOINT* turns, int n) {
     DATUMPOINT p = Screened(pts[i]);
     unplottable |= IsUnplottable(p);
     if (p.x != DBL_MAX) p.x += turns[i].x;
-    pts[i] = {NormalizedLongitude(p.x), NormalizedLatitude(p.y)};
+    pts[i] = {NormalizeLon(p.x), NormalizeLat(p.y)};
   }
   return unplottable;
 }

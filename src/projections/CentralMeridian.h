@@ -1,4 +1,4 @@
-// CentralMeridian - longitude differences of the world projections.
+// CentralMeridian - longitude differences of the projections that wrap them when the record asks for it.
 #pragma once
 
 #include "math/Angles.h"

@@ -2,6 +2,7 @@
 // Sphere only, of radius MajorRadius whatever the flattening.
 // Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987), 14-1, 14-2, 14-4, 16-1 to 16-4;
 //   inverse 14-9 to 14-11, 16-5.
+#include "projections/CentralMeridian.h"
 #include "projections/Modules.h"
 
 namespace orvex::detail {
@@ -15,9 +16,10 @@ constexpr double kOneParallel = 1e-06;  // radians: parallels closer than this c
 constexpr double kLeastCone = 1e-07;    // a flatter cone is refused
 
 struct Constants {
-  double a, lon0;
+  double a;
+  CentralMeridian meridian;
   double n, G, rho0;
-  bool wrap, refused;
+  bool refused;
 };
 
 /// Cone constant, 16-4 as a product, which keeps its digits when the parallels lie close together.
@@ -28,7 +30,7 @@ double ConeConstant(double lat1, double lat2) {
 }
 
 Constants Prepare(const PROJDATA& work) {
-  Constants c{work.MajorRadius, work.Lon0, ConeConstant(work.Lat1, work.Lat2), 0, 0, IsSet(work.bWrapLon), false};
+  Constants c{work.MajorRadius, CentralMeridian(work), ConeConstant(work.Lat1, work.Lat2), 0, 0, false};
   c.refused = std::fabs(c.n) < kLeastCone;
   if (c.refused) return c;
   c.G = std::cos(work.Lat1) / c.n + work.Lat1;  // 16-2
@@ -38,9 +40,8 @@ Constants Prepare(const PROJDATA& work) {
 
 Plot ForwardSphere(const Constants& c, PROJPOINT& p) {
   if (c.refused) return Plot::Unplottable;
-  const double dLon = c.wrap ? WrapOnce(p.x - c.lon0) : p.x - c.lon0;
-  const double rho = c.a * (c.G - p.y), theta = c.n * dLon;     // 16-1, 14-4
-  p = {rho * std::sin(theta), c.rho0 - rho * std::cos(theta)};  // 14-1, 14-2
+  const double rho = c.a * (c.G - p.y), theta = c.n * c.meridian.Difference(p.x);  // 16-1, 14-4
+  p = {rho * std::sin(theta), c.rho0 - rho * std::cos(theta)};                     // 14-1, 14-2
   return Plot::Ok;
 }
 
@@ -48,8 +49,8 @@ Plot InverseSphere(const Constants& c, PROJPOINT& p) {
   if (c.refused) return Plot::Unplottable;
   const double sign = c.n > 0 ? 1 : -1;
   const double x = sign * p.x, d = sign * (c.rho0 - p.y);
-  const double rho = sign * std::sqrt(x * x + d * d);                // 14-10
-  p = {WrapOnce(std::atan2(x, d) / c.n + c.lon0), c.G - rho / c.a};  // 14-11, 14-9, 16-5
+  const double rho = sign * std::sqrt(x * x + d * d);                         // 14-10
+  p = {WrapOnce(std::atan2(x, d) / c.n + c.meridian.lon0), c.G - rho / c.a};  // 14-11, 14-9, 16-5
   return Plot::Ok;
 }
 

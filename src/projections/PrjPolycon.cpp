@@ -4,6 +4,7 @@
 // Fixed on purpose: the sphere's inverse delivers the estimate before the last one, and compares its first one with y.
 #include "math/Iteration.h"
 #include "math/MeridianArc.h"
+#include "projections/CentralMeridian.h"
 #include "projections/Modules.h"
 
 namespace orvex::detail::PrjPolycon {
@@ -16,19 +17,15 @@ constexpr double kSphereTolerance = kFloatEpsilon;          // radians
 constexpr double kEllipsoidTolerance = 10 * kFloatEpsilon;  // radians
 
 struct Constants {
-  double a, e2, lat0, lon0, M0;
+  double a, e2, lat0, M0;
+  CentralMeridian meridian;
   MeridianArc arc;
-  bool wrap;
 };
 
 Constants Prepare(const PROJDATA& work) {
   const double a = work.MajorRadius, e2 = EccentricitySquared(work.Flattening);
   const MeridianArc arc(a, e2);
-  return {a, e2, work.Lat0, work.Lon0, arc(work.Lat0), arc, IsSet(work.bWrapLon)};
-}
-
-double LongitudeDifference(const Constants& c, double lon) {
-  return c.wrap ? WrapOnce(lon - c.lon0) : lon - c.lon0;
+  return {a, e2, work.Lat0, arc(work.Lat0), CentralMeridian(work), arc};
 }
 
 /// 1 - cos E without cancellation: near the equator it is multiplied by a cotangent without bound.
@@ -37,7 +34,7 @@ double Versine(double E) {
 }
 
 Plot ForwardSphere(const Constants& c, PROJPOINT& p) {
-  const double phi = p.y, dLon = LongitudeDifference(c, p.x);
+  const double phi = p.y, dLon = c.meridian.Difference(p.x);
   if (phi == 0) {
     p = {c.a * dLon, -c.a * c.lat0};
     return Plot::Ok;
@@ -48,7 +45,7 @@ Plot ForwardSphere(const Constants& c, PROJPOINT& p) {
 }
 
 Plot ForwardEllipsoid(const Constants& c, PROJPOINT& p) {
-  const double phi = p.y, dLon = LongitudeDifference(c, p.x), sinPhi = std::sin(phi), cosPhi = std::cos(phi);
+  const double phi = p.y, dLon = c.meridian.Difference(p.x), sinPhi = std::sin(phi), cosPhi = std::cos(phi);
   const double w = 1 - c.e2 * sinPhi * sinPhi;
   if (w < 0 || std::sqrt(w) == 0) return Plot::Unplottable;
   if (phi == 0) {
@@ -62,7 +59,7 @@ Plot ForwardEllipsoid(const Constants& c, PROJPOINT& p) {
 
 Plot InverseSphere(const Constants& c, PROJPOINT& p) {
   if (p.y == -c.lat0 * c.a) {
-    p = {p.x / c.a + c.lon0, 0};
+    p = {p.x / c.a + c.meridian.lon0, 0};
     return Plot::Ok;
   }
   const double A = p.y / c.a + c.lat0, B = Square(p.x / c.a) + A * A;
@@ -77,7 +74,7 @@ Plot InverseSphere(const Constants& c, PROJPOINT& p) {
   if (!PreviousEstimate(A, p.y, kSphereTolerance, step, lat)) return Plot::Unplottable;
   const double sinPhi = std::sin(newest);
   if (sinPhi == 0) return Plot::Unplottable;
-  p = {std::asin(p.x * std::tan(newest) / c.a) / sinPhi + c.lon0, lat};
+  p = {std::asin(p.x * std::tan(newest) / c.a) / sinPhi + c.meridian.lon0, lat};
   return Plot::Ok;
 }
 
@@ -106,7 +103,7 @@ double NextLatitude(const Constants& c, double A, double B, const Estimate& n) {
 
 Plot InverseEllipsoid(const Constants& c, PROJPOINT& p) {
   if (p.y == -c.M0) {
-    p = {p.x / c.a + c.lon0, 0};
+    p = {p.x / c.a + c.meridian.lon0, 0};
     return Plot::Ok;
   }
   const double w0 = 1 - c.e2 * Square(std::sin(c.lat0));
@@ -119,7 +116,7 @@ Plot InverseEllipsoid(const Constants& c, PROJPOINT& p) {
     const bool converged = std::abs(next.phi - estimate.phi) <= kEllipsoidTolerance;
     estimate = next;
     if (converged) {
-      p = {std::asin(p.x * estimate.C / c.a) / estimate.sinPhi + c.lon0, estimate.phi};
+      p = {std::asin(p.x * estimate.C / c.a) / estimate.sinPhi + c.meridian.lon0, estimate.phi};
       return Plot::Ok;
     }
   }
