@@ -6,7 +6,7 @@
 #include <sstream>
 #include <string>
 
-#include "datum/Ntv2Grid.h"
+#include "datum/grids/Ntv2Grid.h"
 
 using orvex::detail::Ntv2Grid;
 using orvex::detail::Ntv2Status;

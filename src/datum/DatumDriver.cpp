@@ -5,14 +5,14 @@
 #include <cstdlib>
 #include <memory>
 
-#include "datum/BursaWolf.h"
 #include "datum/DatumCatalogue.h"
 #include "datum/DatumPoint.h"
-#include "datum/Molodensky.h"
-#include "datum/Mre.h"
-#include "datum/Nadcon.h"
-#include "datum/Ntv2.h"
 #include "datum/OrvexDatum.h"
+#include "datum/grids/Nadcon.h"
+#include "datum/grids/Ntv2.h"
+#include "datum/methods/BursaWolf.h"
+#include "datum/methods/Molodensky.h"
+#include "datum/methods/Mre.h"
 #include "math/Normalize.h"
 #include "support/Errors.h"
 #include "support/FpGuard.h"

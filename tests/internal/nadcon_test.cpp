@@ -1,6 +1,6 @@
 // The NADCON step on synthetic grid pairs beside the test program, each with a name of its own so that tests may run at
 // once.
-#include "datum/Nadcon.h"
+#include "datum/grids/Nadcon.h"
 
 #include <gtest/gtest.h>
 

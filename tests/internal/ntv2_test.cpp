@@ -1,5 +1,5 @@
 // The NTv2 step on synthetic grids: interpolation, choice of sub-grid, inverse iteration, damaged files, loading.
-#include "datum/Ntv2.h"
+#include "datum/grids/Ntv2.h"
 
 #include <gtest/gtest.h>
 
@@ -10,8 +10,8 @@
 #include <sstream>
 #include <thread>
 
-#include "datum/Ntv2Grid.h"
-#include "datum/Ntv2Store.h"
+#include "datum/grids/Ntv2Grid.h"
+#include "datum/grids/Ntv2Store.h"
 #include "shr/exception.h"
 #include "support/GridFiles.h"
 

@@ -6,9 +6,9 @@
 
 #include <CLI/CLI.hpp>
 
-#include "Commands.h"
 #include "Failure.h"
-#include "Names.h"
+#include "commands/Commands.h"
+#include "commands/Names.h"
 
 namespace {
 

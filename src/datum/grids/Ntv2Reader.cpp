@@ -1,0 +1,179 @@
+// Ntv2Reader - an NTv2 file into memory. Records of 16 bytes: 11 of the overview header, then for each sub-grid 11 of
+// its header followed by its shifts. Header records are read by position, since files differ in their keys.
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <fstream>
+#include <map>
+#include <new>
+
+#include "datum/grids/GridBytes.h"
+#include "datum/grids/Ntv2Grid.h"
+
+namespace orvex::detail {
+
+namespace {
+
+constexpr std::size_t kRecord = 16, kHeaderRecords = 11, kHeader = kRecord * kHeaderRecords;
+constexpr std::uint64_t kSmallestSubGrid = kHeader + 4 * kRecord;  // two rows of two nodes
+constexpr double kLargestCount = 1e9;                              // rows or columns; keeps the arithmetic in range
+
+using HeaderBytes = std::array<unsigned char, kHeader>;
+
+// The 8 characters of a text value without the blanks (or zeros) behind them.
+std::string Text(const HeaderBytes& header, std::size_t record) {
+  std::string text(reinterpret_cast<const char*>(&header[kRecord * record + 8]), 8);
+  while (!text.empty() && (text.back() == ' ' || text.back() == '\0')) text.pop_back();
+  return text;
+}
+
+double FromSeconds(double seconds) {
+  return seconds / 3600 * kRadiansPerDegree;
+}
+
+// Nodes along one side, 0 when limits and spacing make no grid.
+std::int32_t NodeCount(double low, double high, double spacing) {
+  if (!(std::isfinite(low) && std::isfinite(high) && high > low && spacing > 0)) return 0;
+  const double steps = std::round((high - low) / spacing);
+  return steps >= 1 && steps < kLargestCount ? static_cast<std::int32_t>(steps) + 1 : 0;
+}
+
+}  // namespace
+
+class Ntv2Grid::Reader {
+ public:
+  explicit Reader(std::istream& in) : m_in(in) {}
+
+  Ntv2Status ReadInto(Ntv2Grid& grid) {
+    std::int32_t count = 0;
+    if (!FindSize() || !ReadOverview(count)) return Ntv2Status::BadHeader;
+    if (count < 1 || static_cast<std::uint64_t>(count) > m_left / kSmallestSubGrid) return Ntv2Status::Corrupt;
+    for (std::int32_t i = 0; i < count; ++i) {
+      if (!ReadSubGrid(grid)) return Ntv2Status::Corrupt;
+    }
+    return Link(grid) ? Ntv2Status::Ok : Ntv2Status::Corrupt;  // the END record is of no use and may be missing
+  }
+
+ private:
+  bool FindSize() {
+    m_in.seekg(0, std::ios::end);
+    const auto size = static_cast<std::streamoff>(m_in.tellg());
+    m_in.seekg(0, std::ios::beg);
+    m_left = size > 0 ? static_cast<std::uint64_t>(size) : 0;
+    return static_cast<bool>(m_in);
+  }
+
+  bool ReadBytes(unsigned char* bytes, std::size_t count) {
+    if (count > m_left || !m_in.read(reinterpret_cast<char*>(bytes), static_cast<std::streamsize>(count))) return false;
+    m_left -= count;
+    return true;
+  }
+
+  std::int32_t Integer(const HeaderBytes& header, std::size_t record) const {
+    return LoadInt32(&header[kRecord * record + 8], m_order);
+  }
+  double Real(const HeaderBytes& header, std::size_t record) const {
+    return LoadDouble(&header[kRecord * record + 8], m_order);
+  }
+
+  bool ReadOverview(std::int32_t& count) {
+    HeaderBytes header;
+    if (!ReadBytes(header.data(), header.size())) return false;
+    constexpr auto kExpected = static_cast<std::int32_t>(kHeaderRecords);
+    // The byte order is not declared: it is the one in which the first record says 11.
+    if (Integer(header, 0) != kExpected) m_order = ByteOrder::Big;
+    count = Integer(header, 2);
+    return Integer(header, 0) == kExpected && Integer(header, 1) == kExpected && Text(header, 3) == "SECONDS";
+  }
+
+  bool ReadSubGrid(Ntv2Grid& grid) {
+    HeaderBytes header;
+    if (!ReadBytes(header.data(), header.size())) return false;
+    const double south = Real(header, 4), north = Real(header, 5), east = Real(header, 6), west = Real(header, 7);
+    const double rowSpacing = Real(header, 8), columnSpacing = Real(header, 9);
+    SubGrid g{};
+    g.rows = NodeCount(south, north, rowSpacing);
+    g.columns = NodeCount(east, west, columnSpacing);
+    const std::int64_t count = std::int64_t{g.rows} * g.columns;
+    if (count == 0 || count != Integer(header, 10) || static_cast<std::uint64_t>(count) > m_left / kRecord)
+      return false;
+    g.south = FromSeconds(south);
+    g.north = FromSeconds(north);
+    g.east = FromSeconds(east);
+    g.west = FromSeconds(west);
+    g.rowsPerRadian = 1 / FromSeconds(rowSpacing);
+    g.columnsPerRadian = 1 / FromSeconds(columnSpacing);
+    // Cells are chosen by these numbers: they must stay within the nodes for every point inside the limits.
+    if (!(std::fabs(g.rowsPerRadian * (g.north - g.south)) < g.rows) ||
+        !(std::fabs(g.columnsPerRadian * (g.west - g.east)) < g.columns)) {
+      return false;
+    }
+    if (!m_byName.emplace(Text(header, 0), static_cast<std::uint32_t>(grid.m_grids.size())).second) return false;
+    m_parents.push_back(Text(header, 1));
+    if (!ReadNodes(g.nodes, static_cast<std::size_t>(count))) return false;
+    grid.m_grids.push_back(std::move(g));
+    return true;
+  }
+
+  // The accuracies in each record's second half are not kept.
+  bool ReadNodes(std::vector<Node>& nodes, std::size_t count) {
+    if (count > nodes.max_size()) throw std::bad_alloc();
+    nodes.reserve(count);
+    std::array<unsigned char, 1024 * kRecord> block;
+    while (nodes.size() < count) {
+      const std::size_t records = std::min(count - nodes.size(), block.size() / kRecord);
+      if (!ReadBytes(block.data(), records * kRecord)) return false;
+      for (std::size_t i = 0; i < records; ++i) {
+        const unsigned char* record = &block[kRecord * i];
+        const Node node{LoadFloat(record, m_order), LoadFloat(record + 4, m_order)};
+        if (!std::isfinite(node.north) || !std::isfinite(node.west)) return false;
+        nodes.push_back(node);
+      }
+    }
+    return true;
+  }
+
+  // Parents may follow their children, so sub-grids are linked when all are read. False for an unknown parent and for
+  // sub-grids that no top-level one leads to, that is for parents in a circle.
+  bool Link(Ntv2Grid& grid) const {
+    std::vector<SubGrid>& grids = grid.m_grids;
+    for (std::uint32_t i = 0; i < grids.size(); ++i) {
+      if (m_parents[i] == "NONE") {
+        grid.m_topLevel.push_back(i);
+        continue;
+      }
+      const auto parent = m_byName.find(m_parents[i]);
+      if (parent == m_byName.end()) return false;
+      grids[parent->second].children.push_back(i);
+    }
+    std::vector<std::uint32_t> reached = grid.m_topLevel;
+    for (std::size_t i = 0; i < reached.size(); ++i) {
+      const std::vector<std::uint32_t>& children = grids[reached[i]].children;
+      reached.insert(reached.end(), children.begin(), children.end());
+    }
+    return reached.size() == grids.size();
+  }
+
+  std::istream& m_in;
+  std::uint64_t m_left = 0;  // bytes that have not been read
+  ByteOrder m_order = ByteOrder::Little;
+  std::map<std::string, std::uint32_t> m_byName;
+  std::vector<std::string> m_parents;
+};
+
+Ntv2Status Ntv2Grid::Read(std::istream& in) {
+  Ntv2Grid grid;
+  const Ntv2Status status = Reader(in).ReadInto(grid);
+  if (status == Ntv2Status::Ok) grid.MarkDecisive();
+  *this = status == Ntv2Status::Ok ? std::move(grid) : Ntv2Grid{};
+  return status;
+}
+
+Ntv2Status Ntv2Grid::Load(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  if (file) return Read(file);
+  *this = Ntv2Grid{};
+  return Ntv2Status::CannotOpen;
+}
+
+}  // namespace orvex::detail

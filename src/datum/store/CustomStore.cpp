@@ -1,0 +1,218 @@
+// CustomStore - built-in datums and those of the host's INI file as one list by name.
+// Each call reads the section "Custom Datums" afresh and keeps nothing. Every failure is a false.
+#include <algorithm>
+#include <cstring>
+#include <new>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <orvex/datum.h>
+
+#include "datum/store/DatumText.h"
+#include "platform/Platform.h"
+#include "support/FpGuard.h"
+#include "support/Text.h"
+
+namespace orvex {
+
+namespace {
+
+using detail::DatumParamsToText;
+using detail::EscapeName;
+using detail::LowerAscii;
+using detail::TextToDatumParams;
+using detail::UnescapeName;
+
+constexpr char kSection[] = "Custom Datums";
+constexpr std::size_t kSectionCapacity = 32767;
+constexpr std::size_t kNameCapacity = 260;
+constexpr std::size_t kMaxPrefix = 259;  // characters of "name=" that a search compares
+
+// The custom datums of a file: one entry "key=value" each, in file order.
+class Section {
+ public:
+  explicit Section(const char* ini) : m_ini(ini) {
+    std::vector<char> buffer(kSectionCapacity);
+    const std::size_t length = platform::ReadProfileSection(ini, kSection, buffer.data(), buffer.size());
+    if (length < 3) return;
+    m_complete = length < kSectionCapacity - 2;
+    const char* end = buffer.data() + length;
+    for (const char* entry = buffer.data(); entry < end; entry += std::strlen(entry) + 1) m_entries.emplace_back(entry);
+    if (!m_complete) m_entries.pop_back();  // cut by the end of the buffer
+  }
+
+  const std::vector<std::string>& Entries() const { return m_entries; }
+
+  // First entry whose beginning is "key=" without regard to case.
+  std::optional<std::size_t> Find(std::string_view name) const {
+    const std::string prefix = Prefix(name);
+    for (std::size_t i = 0; i < m_entries.size(); ++i) {
+      const std::string& entry = m_entries[i];
+      if (entry.size() >= prefix.size() && std::equal(prefix.begin(), prefix.end(), entry.begin(), SameLetter))
+        return i;
+    }
+    return std::nullopt;
+  }
+
+  bool Set(std::string_view name, const std::string& value) {
+    const std::string key = EscapeName(name);
+    if (!KeyComesBack(key)) return false;
+    std::string entry = key + "=" + value;
+    if (const auto index = Find(name)) {
+      m_entries[*index] = std::move(entry);
+    } else {
+      m_entries.push_back(std::move(entry));
+    }
+    return true;
+  }
+
+  void Remove(std::size_t index) { m_entries.erase(m_entries.begin() + static_cast<std::ptrdiff_t>(index)); }
+
+  // An empty section is not written: the last datum cannot be removed. A section larger than what can be read is left
+  // alone, for entries would be lost.
+  bool Write() const {
+    if (m_entries.empty()) return true;
+    std::string text;
+    for (const std::string& entry : m_entries) text.append(entry).push_back('\0');
+    return m_complete && text.size() < kSectionCapacity - 2 &&
+           platform::WriteProfileSection(m_ini, kSection, text.c_str());
+  }
+
+ private:
+  static bool SameLetter(char a, char b) { return LowerAscii(a) == LowerAscii(b); }
+
+  static std::string Prefix(std::string_view name) { return (EscapeName(name) + "=").substr(0, kMaxPrefix); }
+
+  // Whether an INI file gives the key back as it is: it must be neither a comment nor a section header, nor begin or
+  // end with blanks, nor be too long to be searched for.
+  static bool KeyComesBack(const std::string& key) {
+    return !key.empty() && key.size() < kMaxPrefix && key.front() != ';' && key.front() != '[' && key.front() != ' ' &&
+           key.back() != ' ';
+  }
+
+  const char* m_ini;
+  bool m_complete = true;
+  std::vector<std::string> m_entries;
+};
+
+std::optional<DatumType> BuiltIn(const char* name) {
+  DatumType datum = DT_USER_DEFINED;
+  return DatGetDatumFromName(&datum, name) ? std::optional(datum) : std::nullopt;
+}
+
+bool CustomParams(const char* ini, const char* name, DATUM2WGS84* params) {
+  if (ini == nullptr) return false;
+  const Section section(ini);
+  const auto index = section.Find(name);
+  if (!index) return false;
+  const std::string& entry = section.Entries()[*index];
+  const std::size_t equals = entry.find('=');
+  return equals != entry.npos && TextToDatumParams(entry.c_str() + equals + 1, params);
+}
+
+// Runs an operation on the store; running out of memory is a failure like any other.
+template <typename Result, typename Operation>
+Result Guarded(Result failure, Operation operation) {
+  detail::FpGuard guard;
+  try {
+    return operation();
+  } catch (const std::bad_alloc&) {
+    return failure;
+  }
+}
+
+}  // namespace
+
+int ORVEX_CALL NDatNumDatums(const char* ini) {
+  const int builtIn = DatNumDatums();
+  if (ini == nullptr) return builtIn;
+  return Guarded(builtIn, [&] { return builtIn + static_cast<int>(Section(ini).Entries().size()); });
+}
+
+bool ORVEX_CALL NDatEnumDatumName(const char* ini, char* name, int index) {
+  if (index < 0 || name == nullptr) return false;
+  if (index < DatNumDatums()) {
+    DatGetDatumName(static_cast<DatumType>(index), name);
+    return true;
+  }
+  if (ini == nullptr) return false;
+  return Guarded(false, [&] {
+    const Section section(ini);
+    const auto custom = static_cast<std::size_t>(index - DatNumDatums());
+    if (custom >= section.Entries().size()) return false;
+    const std::string& entry = section.Entries()[custom];
+    const std::string unescaped = UnescapeName(std::string_view(entry).substr(0, entry.find('=')));
+    detail::CopyText(name, unescaped.c_str(), kNameCapacity);
+    return true;
+  });
+}
+
+bool ORVEX_CALL NDatExists(const char* ini, const char* name, int* index) {
+  if (name == nullptr) return false;
+  std::optional<int> found;
+  if (const auto datum = BuiltIn(name)) {
+    found = *datum;
+  } else if (ini != nullptr) {
+    found = Guarded(std::optional<int>(), [&] {
+      const auto entry = Section(ini).Find(name);
+      return entry ? std::optional(static_cast<int>(*entry) + DatNumDatums()) : std::nullopt;
+    });
+  }
+  if (found && index != nullptr) *index = *found;
+  return found.has_value();
+}
+
+bool ORVEX_CALL NDatIsBuiltIn(const char* /*ini*/, const char* name, DatumType* datum) {
+  if (name == nullptr) return false;
+  const auto found = BuiltIn(name);
+  if (found && datum != nullptr) *datum = *found;
+  return found.has_value();
+}
+
+bool ORVEX_CALL NDatGetDatumParams(const char* ini, const char* name, DATUM2WGS84* params) {
+  if (name == nullptr || params == nullptr) return false;
+  if (const auto datum = BuiltIn(name)) return DatGetDatumParams(*datum, params);
+  return Guarded(false, [&] { return CustomParams(ini, name, params); });
+}
+
+bool ORVEX_CALL NDatGetDatumMethod(const char* ini, const char* name, DatumMethod* method) {
+  if (name == nullptr || method == nullptr) return false;
+  if (const auto datum = BuiltIn(name)) return DatGetDatumMethod(*datum, method);
+  return Guarded(false, [&] {
+    DATUM2WGS84 params{};
+    if (!CustomParams(ini, name, &params)) return false;
+    *method = params.Method;
+    return true;
+  });
+}
+
+bool ORVEX_CALL NDatReversible(const char* ini, const char* name) {
+  if (name == nullptr) return false;
+  if (const auto datum = BuiltIn(name)) return DatReversible(*datum);
+  DATUM2WGS84 params{};  // what can be read back, can be run backwards: "none", Bursa-Wolf and Molodensky
+  return Guarded(false, [&] { return CustomParams(ini, name, &params); });
+}
+
+bool ORVEX_CALL NDatSave(const char* ini, const char* name, const DATUM2WGS84* params) {
+  if (ini == nullptr || name == nullptr || params == nullptr || BuiltIn(name)) return false;
+  return Guarded(false, [&] {
+    Section section(ini);
+    const auto value = DatumParamsToText(*params);
+    return value && section.Set(name, *value) && section.Write();
+  });
+}
+
+bool ORVEX_CALL NDatDelete(const char* ini, const char* name) {
+  if (ini == nullptr || name == nullptr || BuiltIn(name)) return false;
+  return Guarded(false, [&] {
+    Section section(ini);
+    const auto index = section.Find(name);
+    if (!index) return false;
+    section.Remove(*index);
+    return section.Write();
+  });
+}
+
+}  // namespace orvex

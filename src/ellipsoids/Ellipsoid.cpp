@@ -1,0 +1,88 @@
+// Ellipsoid - lookups in the ellipsoid table.
+#include <cstdint>
+
+#include "ellipsoids/EllipsoidTable.h"
+#include "support/Text.h"
+
+namespace orvex {
+
+namespace detail {
+namespace {
+
+constexpr std::size_t kNameCapacity = 80;
+
+/// The row of an ellipsoid with numbers of its own; null for the user-defined one and outside the table.
+const EllipsoidRow* FindRow(EllipsoidType type) {
+  const auto index = static_cast<std::size_t>(static_cast<std::uint32_t>(type));
+  return index != 0 && index < Ellipsoids().size() ? &Ellipsoids()[index] : nullptr;
+}
+
+/// First row that meets the condition; -1 when there is none.
+template <class Condition>
+int FirstMatch(Condition condition) {
+  int index = 0;
+  for (const EllipsoidRow& row : Ellipsoids()) {
+    if (condition(row)) return index;
+    ++index;
+  }
+  return -1;
+}
+
+}  // namespace
+}  // namespace detail
+
+using detail::EllipsoidRow;
+
+bool EllipsoidInfo(EllipsoidType type, char* name, double* radius, double* flattening) {
+  const EllipsoidRow* row = detail::FindRow(type);
+  if (row == nullptr) {
+    // Not the table's "User Defined": EllipsoidFromName does not take this text.
+    if (type == ET_USER_DEFINED && name != nullptr) detail::CopyText(name, "user-defined", detail::kNameCapacity);
+    return false;
+  }
+  if (name != nullptr) detail::CopyText(name, row->name, detail::kNameCapacity);
+  if (radius != nullptr) *radius = row->radius;
+  if (flattening != nullptr) *flattening = row->flattening;
+  return true;
+}
+
+double EllipsoidRadius(EllipsoidType type) {
+  const EllipsoidRow* row = detail::FindRow(type);
+  return row != nullptr ? row->radius : 1.0;
+}
+
+double EllipsoidFlattening(EllipsoidType type) {
+  const EllipsoidRow* row = detail::FindRow(type);
+  return row != nullptr ? row->flattening : 0.0;
+}
+
+bool EllipsoidFromName(EllipsoidType* type, const char* name) {
+  if (type == nullptr || name == nullptr) return false;
+  const int index =
+      detail::FirstMatch([name](const EllipsoidRow& r) { return detail::EqualIgnoringCase(r.name, name); });
+  *type = index >= 0 ? static_cast<EllipsoidType>(index) : ET_USER_DEFINED;
+  return index >= 0;
+}
+
+bool EllipsoidFromPOSCNumber(int posc, EllipsoidType* type) {
+  if (posc == 0) return false;
+  const int index = detail::FirstMatch([posc](const EllipsoidRow& r) { return r.posc == posc; });
+  if (type == nullptr) return index >= 0;
+  if (index >= 0) {
+    *type = static_cast<EllipsoidType>(index);
+    return true;
+  }
+  // The other Clarke 1880 and Everest variants: the nearest ellipsoid, but not an exact match.
+  if ((posc >= 7010 && posc <= 7014) || posc == 7034) *type = ET_CLARKE_1880_MOD;
+  if (posc >= 7015 && posc <= 7018) *type = ET_EVEREST_1830;
+  return false;
+}
+
+bool EllipsoidToPOSCNumber(EllipsoidType type, int* posc) {
+  const EllipsoidRow* row = detail::FindRow(type);
+  if (row == nullptr || row->posc == 0) return false;
+  if (posc != nullptr) *posc = row->posc;
+  return true;
+}
+
+}  // namespace orvex

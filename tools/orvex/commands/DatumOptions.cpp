@@ -1,0 +1,82 @@
+// DatumOptions - naming a datum on the command line.
+#include "commands/DatumOptions.h"
+
+#include <shr/exception.h>
+
+#include "Failure.h"
+#include "commands/Names.h"
+
+namespace orvex::tool {
+
+namespace {
+
+const char* IniOrNull(const std::string& ini) {
+  return ini.empty() ? nullptr : ini.c_str();
+}
+
+/// Fills one side of the record: a number for a built-in datum, the parameters for a custom one. Answers the name.
+std::string Choose(const std::string& text, const std::string& ini, DatumType& datum, DATUM2WGS84& step) {
+  const std::vector<std::string> names = DatumNames(ini);
+  const std::size_t index = FindDatum(text, names);
+  if (index == 0) throw Failure("\"" + text + "\" names no datum; store your own with: orvex datum add");
+  datum = static_cast<DatumType>(index);
+  if (index < static_cast<std::size_t>(DatNumDatums())) return names[index];
+  datum = DT_USER_DEFINED;
+  if (!NDatGetDatumParams(IniOrNull(ini), names[index].c_str(), &step)) {
+    throw Failure("the entry of the custom datum \"" + names[index] + "\" cannot be read");
+  }
+  return names[index];
+}
+
+}  // namespace
+
+std::vector<std::string> DatumNames(const std::string& ini) {
+  std::vector<std::string> names;
+  char name[260];
+  for (int i = 0; NDatEnumDatumName(IniOrNull(ini), name, i); ++i) names.emplace_back(name);
+  return names;
+}
+
+bool CanBeDestination(const std::string& ini, const std::string& name) {
+  DatumMethod method{};
+  return NDatReversible(IniOrNull(ini), name.c_str()) ||
+         (NDatGetDatumMethod(IniOrNull(ini), name.c_str(), &method) && method == DM_NTV2);
+}
+
+std::size_t FindDatum(const std::string& text, const std::vector<std::string>& names) {
+  if (text.empty() || text.find_first_not_of("0123456789") != std::string::npos) return FindName(names, text, "datum");
+  const int number = ParseInteger(text, "datum");
+  DatumType datum{};
+  if (DatGetDatumFromPOSCNumber(&datum, number)) return static_cast<std::size_t>(datum);
+  const auto index = static_cast<std::size_t>(number);
+  if (index < names.size() && (index == 0 || !names[index].empty())) return index;
+  throw Failure("no datum has the number or POSC code " + text);
+}
+
+DatumConversion::DatumConversion(const std::string& from, const std::string& to, const std::string& ini) {
+  DATUMXFORM xform{};
+  DatumType source{}, destination{};
+  DATUM2WGS84 step1{}, step2{};
+  Choose(from, ini, source, step1);
+  const std::string toName = Choose(to, ini, destination, step2);
+  if (!CanBeDestination(ini, toName)) throw Failure("\"" + toName + "\" can only be converted from, not to");
+  step2.bInverse = !step2.bInverse;  // a custom datum is stored as it leads to WGS 84
+  xform.SrcDatum = source;
+  xform.DestDatum = destination;
+  xform.Step1 = step1;
+  xform.Step2 = step2;
+  m_transform.Create(&xform);
+}
+
+void DatumConversion::Convert(std::vector<PROJPOINT>& points) {
+  static_assert(sizeof(DATUMPOINT) == sizeof(PROJPOINT));
+  try {
+    if (m_transform.Convert(reinterpret_cast<DATUMPOINT*>(points.data()), static_cast<int>(points.size()))) return;
+  } catch (const shr::Exception& e) {
+    if (e.Source() != "DtmNadcon") throw;
+    throw Failure("the NADCON grids (conus.LAS and conus.LOS, prvi.LAS and prvi.LOS) must lie beside the program");
+  }
+  throw Failure("the datum conversion failed");
+}
+
+}  // namespace orvex::tool

@@ -1,0 +1,110 @@
+// Names - looking things up by what people type.
+#include "commands/Names.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstddef>
+#include <numeric>
+
+#include "Failure.h"
+
+namespace orvex::tool {
+
+namespace {
+
+/// Edits (insert, delete, replace a character) that turn one text into the other.
+std::size_t EditDistance(const std::string& a, const std::string& b) {
+  std::vector<std::size_t> row(b.size() + 1);
+  std::iota(row.begin(), row.end(), std::size_t{0});
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    std::size_t diagonal = row[0];
+    row[0] = i + 1;
+    for (std::size_t j = 0; j < b.size(); ++j) {
+      const std::size_t replaced = diagonal + (a[i] == b[j] ? 0 : 1);
+      diagonal = row[j + 1];
+      row[j + 1] = std::min({row[j] + 1, row[j + 1] + 1, replaced});
+    }
+  }
+  return row.back();
+}
+
+/// The text's runs of letters and runs of digits: "nad27" gives "nad" and "27".
+std::vector<std::string> Words(const std::string& text) {
+  const auto kind = [](char c) { return c >= '0' && c <= '9' ? 1 : c >= 'a' && c <= 'z' ? 2 : 0; };
+  std::vector<std::string> words;
+  int last = 0;
+  for (const char c : text) {
+    const int now = kind(c);
+    if (now != 0 && now != last) words.emplace_back();
+    if (now != 0) words.back() += c;
+    last = now;
+  }
+  return words;
+}
+
+/// First letters of the words of letters: "wgs" of "world geodetic system 1984".
+std::string Initials(const std::string& text) {
+  std::string initials;
+  for (const std::string& word : Words(text)) {
+    if (word.front() >= 'a') initials += word.front();
+  }
+  return initials;
+}
+
+/// Up to three candidates that the text may have meant: those that hold its words, else those a few edits away.
+std::vector<std::string> Suggestions(const std::vector<std::string>& candidates, const std::string& wanted) {
+  const std::vector<std::string> words = Words(wanted);
+  std::vector<std::pair<std::size_t, std::string>> ranked;
+  for (const std::string& candidate : candidates) {
+    const std::string lower = Lower(candidate);
+    std::size_t rank = EditDistance(lower, wanted);
+    const auto holds = [&](const std::string& word) {
+      return lower.find(word) != std::string::npos || word == Initials(lower);
+    };
+    if (!words.empty() && std::all_of(words.begin(), words.end(), holds)) {
+      rank = std::min<std::size_t>(rank, 1);
+    } else if (rank > 1 + wanted.size() / 3) {
+      continue;
+    }
+    ranked.emplace_back(rank, candidate);
+  }
+  std::stable_sort(ranked.begin(), ranked.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+  std::vector<std::string> names;
+  for (std::size_t i = 0; i < std::min<std::size_t>(3, ranked.size()); ++i) names.push_back(ranked[i].second);
+  return names;
+}
+
+}  // namespace
+
+std::string Lower(std::string_view text) {
+  std::string lower(text);
+  std::transform(lower.begin(), lower.end(), lower.begin(),
+                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+  return lower;
+}
+
+std::size_t FindName(const std::vector<std::string>& candidates, std::string_view text, std::string_view kind) {
+  const std::string wanted = Lower(text);
+  for (std::size_t i = 0; i < candidates.size(); ++i) {
+    if (Lower(candidates[i]) == wanted) return i;
+  }
+  std::string message = "unknown " + std::string(kind) + " \"" + std::string(text) + "\"";
+  const std::vector<std::string> names = Suggestions(candidates, wanted);
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    message += (i == 0 ? "; did you mean \"" : i + 1 == names.size() ? " or \"" : ", \"") + names[i] + "\"";
+  }
+  if (!names.empty()) message += "?";
+  throw Failure(message);
+}
+
+int ParseInteger(std::string_view text, std::string_view what) {
+  int value = 0;
+  const char* const end = text.data() + text.size();
+  const auto [rest, error] = std::from_chars(text.data(), end, value);
+  if (error != std::errc{} || rest != end) {
+    throw Failure("\"" + std::string(text) + "\" is not a whole number (" + std::string(what) + ")");
+  }
+  return value;
+}
+
+}  // namespace orvex::tool

@@ -1,0 +1,45 @@
+// ProjectCommand - orvex project: longitude and latitude to map coordinates and back.
+#include <memory>
+
+#include "Failure.h"
+#include "commands/Commands.h"
+#include "commands/ProjectionOptions.h"
+#include "tables/PointTable.h"
+
+namespace orvex::tool {
+
+namespace {
+
+struct Options {
+  ProjectionOptions projection;
+  TableOptions table;
+  bool inverse = false;
+};
+
+int Run(const Options& options) {
+  PROJDATA record = MakeRecord(options.projection);
+  CProjector projector(&record);
+  const auto convert = [&](std::vector<PROJPOINT>& points) {
+    const int count = static_cast<int>(points.size());
+    const bool done =
+        options.inverse ? projector.Inverse(points.data(), count) : projector.Forward(points.data(), count);
+    if (!done) throw Failure("the projection failed");
+  };
+  // "Unprojected Lat/Long" stays in degrees on both sides.
+  const Kind map = record.Type == PT_LATLONG ? Kind::Geographic : Kind::Projected;
+  return options.inverse ? ConvertTable(options.table, map, Kind::Geographic, convert)
+                         : ConvertTable(options.table, Kind::Geographic, map, convert);
+}
+
+}  // namespace
+
+void AddProjectCommand(CLI::App& app, int& status) {
+  CLI::App* command = app.add_subcommand("project", "Project longitude and latitude, or convert map coordinates back");
+  const auto options = std::make_shared<Options>();
+  AddProjectionOptions(*command, options->projection);
+  command->add_flag("-i,--inverse", options->inverse, "From map coordinates to longitude and latitude");
+  AddTableOptions(*command, options->table);
+  command->callback([options, &status] { status = Run(*options); });
+}
+
+}  // namespace orvex::tool

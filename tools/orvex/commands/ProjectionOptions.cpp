@@ -1,0 +1,255 @@
+// ProjectionOptions - naming a projection and its parameters on the command line.
+#include "commands/ProjectionOptions.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include <orvex/orvex.h>
+
+#include "Failure.h"
+#include "commands/Names.h"
+#include "tables/Coordinate.h"
+
+namespace orvex::tool {
+
+namespace {
+
+constexpr int kEllipsoidId = 20, kRadiusId = 21, kFlatteningId = 22;
+
+struct Spelling {
+  int id;
+  const char* shortName;
+  const char* unit;
+};
+
+constexpr Spelling kSpellings[] = {{2, "scale", ""},
+                                   {3, "x0", "map units"},
+                                   {4, "y0", "map units"},
+                                   {5, "lat0", "degrees"},
+                                   {6, "lon0", "degrees"},
+                                   {7, "lat1", "degrees"},
+                                   {8, "lat2", "degrees"},
+                                   {9, "lat3", "degrees"},
+                                   {10, "lon1", "degrees"},
+                                   {11, "lon2", "degrees"},
+                                   {12, "lon3", "degrees"},
+                                   {13, "k0", ""},
+                                   {14, "south", "yes/no"},
+                                   {15, "zone", "zone name"},
+                                   {16, "usealpha", "yes/no"},
+                                   {17, "alpha", "degrees"},
+                                   {18, "rotate", "yes/no"},
+                                   {19, "uoffset", "yes/no"},
+                                   {20, "ellipsoid", "name or POSC number"},
+                                   {21, "radius", "metres"},
+                                   {22, "flattening", ""}};
+
+bool ParseBool(const std::string& text) {
+  const std::string lower = Lower(text);
+  for (const char* yes : {"1", "true", "yes", "on"}) {
+    if (lower == yes) return true;
+  }
+  for (const char* no : {"0", "false", "no", "off"}) {
+    if (lower == no) return false;
+  }
+  throw Failure("\"" + text + "\" is neither yes nor no");
+}
+
+bool UsesParameter(ProjType type, int id) {
+  if (id == kRadiusId || id == kFlatteningId) id = kEllipsoidId;  // offered with a user-defined ellipsoid
+  return ProjUsesParam(type, id);
+}
+
+std::string UsedParameters(ProjType type) {
+  std::string list;
+  for (int i = 0; i < ProjNumParams(type); ++i) {
+    const int id = ProjEnumParam(type, i);
+    for (const Parameter& parameter : Parameters()) {
+      if (parameter.id == id) list += (list.empty() ? "" : ", ") + parameter.shortName;
+    }
+  }
+  return list.empty() ? "none" : list;
+}
+
+const Parameter& FindParameter(ProjType type, const std::string& name) {
+  const std::string wanted = Lower(name);
+  std::vector<std::string> names;
+  for (const Parameter& parameter : Parameters()) names.push_back(parameter.shortName);
+  for (const Parameter& parameter : Parameters()) names.push_back(parameter.name);
+  const std::size_t found = FindName(names, wanted, "parameter") % Parameters().size();
+  const Parameter& parameter = Parameters()[found];
+  if (!UsesParameter(type, parameter.id)) {
+    throw Failure(ProjectionNames()[static_cast<std::size_t>(type)] + " does not use " + parameter.shortName +
+                  "; it uses: " + UsedParameters(type));
+  }
+  return parameter;
+}
+
+template <class Value>
+void Store(PROJDATA& record, const Parameter& parameter, Value value) {
+  ProjSetParam(&record, parameter.id, &value);
+}
+
+/// Stores one NAME=VALUE and answers the parameter's id.
+int Set(PROJDATA& record, const std::string& setting) {
+  const std::size_t equals = setting.find('=');
+  if (equals == std::string::npos) throw Failure("\"" + setting + "\" is not of the form NAME=VALUE");
+  const std::string name = setting.substr(0, equals), text = setting.substr(equals + 1);
+  const Parameter& parameter = FindParameter(record.Type, name);
+  switch (parameter.type) {
+    case PDT_DOUBLE: {
+      const auto value = parameter.unit == "degrees" ? ParseAngle(text) : ParseNumber(text);
+      if (!value) throw Failure("cannot read the value of " + setting);
+      if (parameter.id == kRadiusId) record.Ellipsoid = ET_USER_DEFINED;
+      Store(record, parameter, *value);
+      break;
+    }
+    case PDT_BOOL:
+      Store(record, parameter, ParseBool(text));
+      break;
+    case PDT_STATEZONE:
+      Store(record, parameter, static_cast<StateZoneType>(FindName(ZoneNames(), text, "zone")));
+      break;
+    case PDT_ELLIPSOID:
+      Store(record, parameter, ParseEllipsoid(text));
+      break;
+    case PDT_PROJTYPE:
+      break;
+  }
+  return parameter.id;
+}
+
+void ChooseUtm(PROJDATA& record, const std::string& text) {
+  int zone = 0;
+  bool south = false;
+  const std::size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
+  const std::string letter = Lower(text.substr(digits));
+  if (digits < 1 || digits > 2 || (!letter.empty() && letter != "n" && letter != "s") ||
+      !ProjUTMZoneNameToNumber(text.c_str(), &zone, &south) ||
+      zone != ParseInteger(text.substr(0, digits), "UTM zone")) {
+    throw Failure("\"" + text + "\" is not a UTM zone: a number from 1 to 60 and N or S");
+  }
+  record.Type = PT_UTM;
+  record.Zone = zone;
+  record.bSouth = south;
+  record.Lon0 = ProjUTMZoneNumberToLon(zone);
+}
+
+void ChooseZone(PROJDATA& record, ProjType type, StateZoneType zone) {
+  record.Type = type;
+  record.Zone = zone;
+  record.Ellipsoid = type == PT_STATEPLANE27 ? ET_CLARKE_1866 : ET_GRS_1980_IUGG_1980;
+}
+
+void ChooseProjection(PROJDATA& record, const ProjectionOptions& o) {
+  const int choices =
+      !o.projection.empty() + !o.utm.empty() + !o.statePlane27.empty() + !o.statePlane83.empty() + (o.posc != 0);
+  if (choices != 1) throw Failure("name one projection: by name, UTM zone, state plane zone or POSC number");
+  if (!o.projection.empty()) {
+    record.Type = static_cast<ProjType>(FindName(ProjectionNames(), o.projection, "projection"));
+    const bool zones = record.Type == PT_STATEPLANE27 || record.Type == PT_STATEPLANE83;
+    if (zones) ChooseZone(record, record.Type, SZ_NONE);
+  } else if (!o.utm.empty()) {
+    ChooseUtm(record, o.utm);
+  } else if (o.posc != 0) {
+    ProjType type{};
+    StateZoneType zone{};
+    if (!ProjGetStateZoneFromPOSCNumber(o.posc, &type, &zone)) {
+      throw Failure("no state plane zone has the POSC number " + std::to_string(o.posc));
+    }
+    ChooseZone(record, type, zone);
+  } else {
+    const ProjType type = o.statePlane27.empty() ? PT_STATEPLANE83 : PT_STATEPLANE27;
+    const std::string& name = o.statePlane27.empty() ? o.statePlane83 : o.statePlane27;
+    ChooseZone(record, type, static_cast<StateZoneType>(FindName(ZoneNames(), name, "zone")));
+  }
+}
+
+}  // namespace
+
+bool ProjectionOptions::Given() const {
+  return !projection.empty() || !utm.empty() || !statePlane27.empty() || !statePlane83.empty() || posc != 0;
+}
+
+void AddProjectionOptions(CLI::App& command, ProjectionOptions& options, const std::string& prefix) {
+  const std::string dashes = "--" + prefix;
+  command.add_option(dashes + "proj", options.projection, "Projection by name, see: orvex list projections");
+  command.add_option(dashes + "utm", options.utm, "UTM zone, for example 33N");
+  command.add_option(dashes + "stateplane27", options.statePlane27, "State plane zone of 1927 by name");
+  command.add_option(dashes + "stateplane83", options.statePlane83, "State plane zone of 1983 by name");
+  command.add_option(dashes + "posc", options.posc, "State plane zone by POSC (EPSG) number, for example 26939");
+  command.add_option(dashes + "set", options.settings, "Parameter as NAME=VALUE, see: orvex list params TYPE")
+      ->allow_extra_args(false);
+  command.add_option(dashes + "ellipsoid", options.ellipsoid, "Ellipsoid by name or POSC number (default WGS 84)");
+  command.add_flag(dashes + "wrap", options.wrap, "Wrap longitude differences into +-180 degrees (world projections)");
+}
+
+EllipsoidType ParseEllipsoid(const std::string& text) {
+  if (!text.empty() && text.find_first_not_of("0123456789") == std::string::npos) {
+    EllipsoidType type{};
+    if (EllipsoidFromPOSCNumber(ParseInteger(text, "ellipsoid"), &type)) return type;
+    throw Failure("no ellipsoid has the POSC number " + text);
+  }
+  return static_cast<EllipsoidType>(FindName(EllipsoidNames(), text, "ellipsoid"));
+}
+
+PROJDATA MakeRecord(const ProjectionOptions& options) {
+  PROJDATA record{};
+  record.Ellipsoid = ET_WGS_84;
+  ChooseProjection(record, options);
+  record.bWrapLon = options.wrap;
+  if (!options.ellipsoid.empty()) Set(record, "ellipsoid=" + options.ellipsoid);
+  bool flattening = false;
+  for (const std::string& setting : options.settings) flattening |= Set(record, setting) == kFlatteningId;
+  if (flattening && record.Ellipsoid != ET_USER_DEFINED) throw Failure("flattening needs radius set as well");
+  const bool zoned = record.Type == PT_STATEPLANE27 || record.Type == PT_STATEPLANE83;
+  if (zoned && record.Zone == SZ_NONE) throw Failure("name the zone, for example --set zone=\"Texas Central\"");
+  return record;
+}
+
+std::vector<std::string> ProjectionNames() {
+  std::vector<std::string> names;
+  for (int type = 0; type < ProjNumProjections(); ++type) {
+    char name[80];
+    ProjGetProjectionInfo(static_cast<ProjType>(type), name);
+    names.emplace_back(name);
+  }
+  return names;
+}
+
+std::vector<std::string> EllipsoidNames() {
+  std::vector<std::string> names;
+  for (int type = ET_USER_DEFINED; type <= ET_BESSEL_NGO_1948; ++type) {
+    char name[80];
+    EllipsoidInfo(static_cast<EllipsoidType>(type), name, nullptr, nullptr);
+    names.emplace_back(name);
+  }
+  return names;
+}
+
+std::vector<std::string> ZoneNames() {
+  std::vector<std::string> names;
+  for (int zone = 0; zone < SZ_NONE; ++zone) {
+    char name[80];
+    ProjGetStateZoneInfo(static_cast<StateZoneType>(zone), name, nullptr);
+    names.emplace_back(name);
+  }
+  return names;
+}
+
+const std::vector<Parameter>& Parameters() {
+  static const std::vector<Parameter> parameters = [] {
+    std::vector<Parameter> all;
+    for (const Spelling& spelling : kSpellings) {
+      char name[80];
+      Parameter parameter{spelling.id, PDT_DOUBLE, 0, 0, "", spelling.shortName, spelling.unit};
+      ProjParamInfo(spelling.id, name, &parameter.type, &parameter.offset, &parameter.size);
+      parameter.name = name;
+      all.push_back(parameter);
+    }
+    return all;
+  }();
+  return parameters;
+}
+
+}  // namespace orvex::tool

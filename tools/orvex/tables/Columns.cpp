@@ -1,0 +1,82 @@
+// Columns - finds the two coordinate columns of a table by its first line.
+#include "tables/Columns.h"
+
+#include <algorithm>
+#include <optional>
+#include <span>
+#include <string_view>
+
+#include "Failure.h"
+#include "commands/Names.h"
+#include "tables/Fields.h"
+
+namespace orvex::tool {
+
+namespace {
+
+constexpr std::string_view kLon[] = {"lon", "longitude", "long", "lng"}, kLat[] = {"lat", "latitude"};
+constexpr std::string_view kX[] = {"x", "easting", "east", "e"}, kY[] = {"y", "northing", "north", "n"};
+
+/// True for a name with more behind it: "lon (deg)", "x_m".
+bool Extends(std::string_view column, std::string_view name) {
+  if (name == "e" || name == "n" || column.size() <= name.size() || !column.starts_with(name)) return false;
+  const char next = column[name.size()];
+  return (next < 'a' || next > 'z') && (next < '0' || next > '9');
+}
+
+std::optional<std::size_t> Find(const std::vector<std::string>& columns, std::span<const std::string_view> usual) {
+  for (const bool exact : {true, false}) {
+    for (const std::string_view name : usual) {
+      for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (exact ? columns[i] == name : Extends(columns[i], name)) return i;
+      }
+    }
+  }
+  return std::nullopt;
+}
+
+bool IsHeader(const TableOptions& options, const std::vector<std::string>& names) {
+  const auto named = [&](const std::string& option) {
+    return !option.empty() && LooksLikeName(option) &&
+           std::find(names.begin(), names.end(), Lower(option)) != names.end();
+  };
+  return named(options.xColumn) || named(options.yColumn) || (Find(names, kLon) && Find(names, kLat)) ||
+         (Find(names, kX) && Find(names, kY)) || IsHeaderLine(names);
+}
+
+std::size_t FromOption(const std::string& option, const std::vector<std::string>& names, bool header) {
+  if (option.find_first_not_of("0123456789") != std::string::npos) {
+    if (!header) throw Failure("the table has no header with a column \"" + option + "\"; use column numbers");
+    return FindName(names, option, "column");
+  }
+  const int number = ParseInteger(option, "column");
+  if (number < 1) throw Failure("columns are counted from 1");
+  if (static_cast<std::size_t>(number) > names.size() && header) {
+    throw Failure("the header has no column " + option);
+  }
+  return static_cast<std::size_t>(number - 1);
+}
+
+}  // namespace
+
+Columns ChooseColumns(const TableOptions& options, Kind kind, const std::vector<std::string>& names) {
+  Columns columns;
+  columns.header = IsHeader(options, names);
+  std::optional<std::size_t> x, y;
+  if (columns.header) {
+    const bool geographic = kind == Kind::Geographic && (Find(names, kLon) || Find(names, kLat));
+    x = Find(names, geographic ? std::span<const std::string_view>(kLon) : kX);
+    y = Find(names, geographic ? std::span<const std::string_view>(kLat) : kY);
+  }
+  if (!columns.header || names.size() == 2) {
+    if (!x && !y) x = 0, y = 1;
+  }
+  if (!options.xColumn.empty()) x = FromOption(options.xColumn, names, columns.header);
+  if (!options.yColumn.empty()) y = FromOption(options.yColumn, names, columns.header);
+  if (!x || !y) throw Failure("the header does not tell the coordinate columns; name them with --x and --y");
+  if (*x == *y) throw Failure("x and y are the same column");
+  columns.place = {*x, *y};
+  return columns;
+}
+
+}  // namespace orvex::tool

@@ -1,0 +1,23 @@
+// Columns - finds the two coordinate columns of a table by its first line.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "tables/PointTable.h"
+
+namespace orvex::tool {
+
+struct Columns {
+  std::array<std::size_t, 2> place{};  ///< of x and y, from 0
+  bool header = false;                 ///< the first line holds names
+};
+
+/// `names`: the first line's fields, lower case and without quotes. Columns are taken from the options, else by the
+/// names that a header usually has for this kind of coordinates, else they are the first two of a table without header
+/// or with just two columns. Throws Failure rather than guess.
+Columns ChooseColumns(const TableOptions& options, Kind kind, const std::vector<std::string>& names);
+
+}  // namespace orvex::tool

@@ -1,0 +1,107 @@
+// Controls - the control points of a georeference system, read from a table.
+#include "tables/Controls.h"
+
+#include <array>
+#include <iostream>
+#include <optional>
+
+#include "Failure.h"
+#include "tables/Coordinate.h"
+#include "tables/Fields.h"
+#include "tables/Files.h"
+
+namespace orvex::tool {
+
+namespace {
+
+constexpr std::size_t kColumns = 4;
+
+/// The numbers of one line, or what is wrong with it.
+struct Row {
+  std::array<double, kColumns> values{};
+  std::string fault;
+};
+
+Row ParseRow(const std::vector<std::string>& fields) {
+  Row row;
+  if (fields.size() != kColumns) {
+    row.fault = "has " + std::to_string(fields.size()) + " columns instead of 4";
+    return row;
+  }
+  for (std::size_t i = 0; i < kColumns; ++i) {
+    const std::optional<double> value = ParseAngle(fields[i]);
+    if (!value) {
+      row.fault = "cannot read column " + std::to_string(i + 1);
+      return row;
+    }
+    row.values[i] = *value;
+  }
+  return row;
+}
+
+/// The lines of a table as unquoted fields.
+class Reader {
+ public:
+  Reader(const std::string& file, std::string delimiter)
+      : m_name(DisplayName(file)), m_delimiter(std::move(delimiter)) {
+    if (file != "-") OpenInput(file, m_file);
+    m_in = file == "-" ? &std::cin : &m_file;
+  }
+
+  /// The next line that carries something; false at the end.
+  bool Next() {
+    for (std::string line; std::getline(*m_in, line);) {
+      ++m_number;
+      TakeCarriageReturn(line);
+      if (m_number == 1 && line.starts_with(kByteOrderMark)) line.erase(0, kByteOrderMark.size());
+      if (IsIdle(line)) continue;
+      if (!m_splitter) m_splitter.emplace(ChooseDelimiter(m_delimiter, line));
+      closed = m_splitter->Split(line, m_places);
+      fields.clear();
+      for (const Field& place : m_places) fields.push_back(Unquoted(Text(line, place)));
+      return true;
+    }
+    return false;
+  }
+
+  std::string Place() const { return m_name + ":" + std::to_string(m_number); }
+
+  std::vector<std::string> fields;
+  bool closed = true;  ///< no quote was left open
+
+ private:
+  std::string m_name, m_delimiter;
+  std::ifstream m_file;
+  std::istream* m_in = nullptr;
+  std::optional<Splitter> m_splitter;
+  std::vector<Field> m_places;
+  std::size_t m_number = 0;
+};
+
+}  // namespace
+
+Controls ReadControls(const std::string& file, const std::string& delimiter) {
+  Controls controls;
+  Reader reader(file, delimiter);
+  std::size_t faults = 0;
+  for (bool first = true; reader.Next(); first = false) {
+    if (first && reader.closed && IsHeaderLine(reader.fields)) continue;
+    Row row = ParseRow(reader.fields);
+    if (!reader.closed) row.fault = "a quote is not closed";
+    if (row.fault.empty()) {
+      controls.source.push_back({row.values[0], row.values[1]});
+      controls.destination.push_back({row.values[2], row.values[3]});
+    } else {
+      std::cerr << "orvex: " << reader.Place() << ": " << row.fault << "\n";
+      ++faults;
+    }
+  }
+  if (faults > 0) {
+    throw Failure(DisplayName(file) + ": " + std::to_string(faults) +
+                  " bad lines; each needs source x and y, destination x and y");
+  }
+  if (controls.source.empty()) throw Failure(DisplayName(file) + " holds no control points");
+  return controls;
+}
+
+}  // namespace orvex::tool

@@ -1,0 +1,119 @@
+// Fields - one line of a text table taken apart into its fields.
+#include "tables/Fields.h"
+
+#include <algorithm>
+
+#include "Failure.h"
+
+namespace orvex::tool {
+
+namespace {
+
+/// The delimiter that occurs most often outside quotes; blanks when there is none.
+char GuessDelimiter(std::string_view line) {
+  constexpr std::string_view kCandidates = ",;\t|";
+  std::size_t counts[kCandidates.size()]{};
+  bool quoted = false, started = false;  // as in SplitDelimited, for every candidate
+  for (const char c : line) {
+    if (c == '"' && (quoted || !started)) quoted = !quoted;
+    const std::size_t candidate = kCandidates.find(c);
+    if (candidate != std::string_view::npos && !quoted) {
+      ++counts[candidate];
+      started = false;
+    } else if (c != ' ') {
+      started = true;
+    }
+  }
+  const auto* const most = std::max_element(std::begin(counts), std::end(counts));
+  return *most == 0 ? ' ' : kCandidates[static_cast<std::size_t>(most - counts)];
+}
+
+}  // namespace
+
+bool Splitter::Split(std::string_view line, std::vector<Field>& fields) const {
+  fields.clear();
+  return m_delimiter == ' ' ? SplitBlanks(line, fields) : SplitDelimited(line, fields);
+}
+
+bool Splitter::SplitBlanks(std::string_view line, std::vector<Field>& fields) const {
+  for (std::size_t begin = line.find_first_not_of(" \t"); begin != std::string_view::npos;) {
+    const std::size_t end = std::min(line.find_first_of(" \t", begin), line.size());
+    fields.push_back({begin, end});
+    begin = line.find_first_not_of(" \t", end);
+  }
+  return true;
+}
+
+bool Splitter::SplitDelimited(std::string_view line, std::vector<Field>& fields) const {
+  std::size_t begin = 0;
+  bool quoted = false, started = false;
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    const char c = line[i];
+    // A quote opens a field only at its start: 45d30'15" is a number with a seconds sign.
+    if (c == '"' && (quoted || !started)) quoted = !quoted;
+    if (c == m_delimiter && !quoted) {
+      fields.push_back({begin, i});
+      begin = i + 1;
+      started = false;
+    } else if (c != ' ') {
+      started = true;
+    }
+  }
+  fields.push_back({begin, line.size()});
+  return !quoted;
+}
+
+std::string Unquoted(std::string_view field) {
+  const std::size_t first = field.find_first_not_of(' '), last = field.find_last_not_of(' ');
+  if (first == std::string_view::npos || field[first] != '"' || field[last] != '"' || first == last) {
+    return std::string(field);
+  }
+  std::string text;
+  for (std::size_t i = first + 1; i < last; ++i) {
+    text += field[i];
+    if (field[i] == '"' && field[i + 1] == '"') ++i;
+  }
+  return text;
+}
+
+std::string Quoted(std::string_view text) {
+  std::string quoted = "\"";
+  for (const char c : text) quoted.append(c == '"' ? 2 : 1, c);
+  return quoted + "\"";
+}
+
+char ChooseDelimiter(const std::string& option, std::string_view line) {
+  if (option.empty()) return GuessDelimiter(line);
+  if (option == "tab") return '\t';
+  if (option == "blank") return ' ';
+  if (option.size() == 1 && option != "\"") return option[0];
+  throw Failure("the delimiter must be one character, tab or blank");
+}
+
+bool LooksLikeName(std::string_view field) {
+  const std::size_t first = field.find_first_not_of(" \t\"");
+  return first != std::string_view::npos && std::string_view("0123456789+-.*").find(field[first]) == std::string::npos;
+}
+
+bool IsHeaderLine(const std::vector<std::string>& fields) {
+  bool any = false;
+  for (const std::string& field : fields) {
+    if (field.find_first_not_of(" \t") == std::string::npos) continue;
+    if (!LooksLikeName(field)) return false;
+    any = true;
+  }
+  return any;
+}
+
+bool IsIdle(std::string_view line) {
+  const std::size_t first = line.find_first_not_of(" \t");
+  return first == std::string_view::npos || line[first] == '#';
+}
+
+bool TakeCarriageReturn(std::string& line) {
+  if (line.empty() || line.back() != '\r') return false;
+  line.pop_back();
+  return true;
+}
+
+}  // namespace orvex::tool
