@@ -1,7 +1,7 @@
 // Domain - where a projection is defined and when an object must be repeated, prepared once per call.
 #pragma once
 
-#include "projections/Module.h"
+#include "projections/ProjectionTable.h"
 
 namespace orvex::detail {
 

@@ -18,10 +18,6 @@ constexpr DispatchSite kOffsetSite{1498, 1481, 1507};
 
 constexpr double kMostLonDeg = 360, kMostLatDeg = 90;
 
-bool IsStatePlane(ProjType type) {
-  return type == PT_STATEPLANE27 || type == PT_STATEPLANE83;
-}
-
 /// A record that is still a state plane record here has an undefined zone.
 [[noreturn]] void NoOperation(ProjType type, const DispatchSite& site) {
   Assert("Orvex", type == PT_STATEPLANE27   ? site.badZone1927

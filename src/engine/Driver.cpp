@@ -1,14 +1,12 @@
-// Driver - forward and inverse: everything that all projections have in common. Modules see radians and unscaled
-// coordinates about their natural origin; screening, zone expansion, normalisation, false origin, scale and the result
-// flag are here.
-#include <algorithm>
+// Driver - forward and inverse: everything that all projections have in common. The record is prepared here; what is
+// done to each point around a module's formula (screening, normalisation, radians, false origin, scale) travels with
+// the call, so that a point is loaded and stored once.
 #include <cfloat>
-#include <cmath>
 
 #include "math/Angles.h"
 #include "math/Normalize.h"
 #include "orvex/projection.h"
-#include "projections/Module.h"
+#include "projections/ProjectionTable.h"
 #include "support/Errors.h"
 #include "support/FpGuard.h"
 #include "support/Log.h"
@@ -33,14 +31,15 @@ constexpr PROJPOINT kMarker{DBL_MAX, DBL_MAX};
 bool Screen(PROJPOINT* pts, int nPts) {
   bool any = false;
   for (int i = 0; i < nPts; ++i) {
-    if (std::isfinite(pts[i].x) && std::isfinite(pts[i].y)) continue;
+    const double x = pts[i].x, y = pts[i].y;
+    if (IsFinite(x) && IsFinite(y)) continue;
     pts[i] = kMarker;
     any = true;
   }
   return any;
 }
 
-/// Applies an operation to every x and one to every y that is not the marker, each coordinate by itself.
+/// Applies an operation to every coordinate that is not the marker, each by itself.
 template <class OnX, class OnY>
 void ForEachCoordinate(PROJPOINT* pts, int nPts, OnX onX, OnY onY) {
   for (int i = 0; i < nPts; ++i) {
@@ -50,65 +49,61 @@ void ForEachCoordinate(PROJPOINT* pts, int nPts, OnX onX, OnY onY) {
   }
 }
 
-/// Brings geographic coordinates (degrees) into range. A coordinate during whose reduction a trap that the host had
-/// enabled would have fired becomes the marker: blocks are redone one by one when that happens.
-void Normalize(PROJPOINT* pts, int nPts, FpGuard& guard) {
-  constexpr int kBlock = 256;
-  PROJPOINT original[kBlock];
-  for (int begin = 0; begin < nPts; begin += kBlock) {
-    PROJPOINT* block = pts + begin;
-    const int count = std::min(kBlock, nPts - begin);
-    std::copy_n(block, count, original);
-    guard.Reset();
-    for (int i = 0; i < count; ++i) block[i] = {NormalizeLon(block[i].x), NormalizeLat(block[i].y)};
-    if (!guard.Fault()) continue;
-    for (int i = 0; i < count; ++i) {
-      guard.Reset();
-      const double x = NormalizeLon(original[i].x);
-      block[i].x = guard.Fault() ? DBL_MAX : x;
-      guard.Reset();
-      const double y = NormalizeLat(original[i].y);
-      block[i].y = guard.Fault() ? DBL_MAX : y;
-    }
-  }
-}
-
 /// Expands a state plane record into its zone's projection, turns the record's angles into radians and finds the table
-/// row.
-const ProjectionRow& PrepareRecord(PROJDATA& work, const DriverSite& site) {
-  if ((work.Type == PT_STATEPLANE27 || work.Type == PT_STATEPLANE83) && !ExpandStatePlane(&work)) {
-    Assert("Orvex", site.badZone);
-  }
+/// row. Null where there is none, with the line that is to be reported.
+const ProjectionRow* PrepareRecord(PROJDATA& work, const DriverSite& site, int& line) {
+  line = site.badType;
+  if (FindRow(work.Type) == nullptr) return nullptr;
+  line = site.badZone;
+  if (IsStatePlane(work.Type) && !ExpandStatePlane(&work)) return nullptr;
+  line = site.noOperation;
   const ProjectionRow* row = FindRow(work.Type);
-  if (row == nullptr || row->forward == nullptr) Assert("Orvex", site.noOperation);
-  work.Lat0 = DegToRad(work.Lat0);
-  work.Lon0 = DegToRad(work.Lon0);
-  work.Lat1 = DegToRad(work.Lat1);
-  work.Lon1 = DegToRad(work.Lon1);
-  work.Lat2 = DegToRad(work.Lat2);
-  work.Lon2 = DegToRad(work.Lon2);
-  work.Lat3 = DegToRad(work.Lat3);
-  work.Lon3 = DegToRad(work.Lon3);
-  work.Alpha = DegToRad(work.Alpha);
-  return *row;
+  if (row == nullptr || row->forward == nullptr) return nullptr;
+  work.Lat0 = DegToRad(double(work.Lat0));
+  work.Lon0 = DegToRad(double(work.Lon0));
+  work.Lat1 = DegToRad(double(work.Lat1));
+  work.Lon1 = DegToRad(double(work.Lon1));
+  work.Lat2 = DegToRad(double(work.Lat2));
+  work.Lon2 = DegToRad(double(work.Lon2));
+  work.Lat3 = DegToRad(double(work.Lat3));
+  work.Lon3 = DegToRad(double(work.Lon3));
+  work.Alpha = DegToRad(double(work.Alpha));
+  return row;
 }
 
-/// Null handle: false. Bad points: assertion. Then clears the result, screens the points and takes the private copy.
-bool Begin(PROJDATA* handle, PROJPOINT* pts, int nPts, const DriverSite& site, PROJDATA& work) {
+/// Null handle: false. Bad points: assertion.
+bool CheckArguments(const PROJDATA* handle, const PROJPOINT* pts, int nPts, const DriverSite& site) {
   if (handle == nullptr) {
     LogPrintf("NULL hProj pointer!\n");
     return false;
   }
   if (pts == nullptr) Assert("Orvex", site.nullPoints);
   if (nPts < 1) Assert("Orvex", site.badCount);
-  handle->iResult = Screen(pts, nPts) ? 1 : 0;
-  work = *handle;
-  if (FindRow(work.Type) == nullptr) Assert("Orvex", site.badType);
   return true;
 }
 
-/// Runs a module over the array. A fault counts as failure.
-bool RunModule(ConvertOperation operation, PROJDATA& work, PROJDATA* handle, PROJPOINT* pts, int nPts, FpGuard& guard) {
+// ---- hosts with traps ----
+//
+// A host that has enabled floating-point traps is told where one would have fired, so each stage is one pass over the
+// points and is looked at by itself.
+
+/// Brings a coordinate into range; the marker when a trap would have fired.
+template <class Operation>
+double NormalizeGuarded(double value, FpGuard& guard, Operation normalize) {
+  guard.Reset();
+  const double result = normalize(value);
+  return guard.Fault() ? DBL_MAX : result;
+}
+
+void NormalizeGuarded(PROJPOINT* pts, int nPts, FpGuard& guard) {
+  for (int i = 0; i < nPts; ++i) {
+    pts[i] = {NormalizeGuarded(pts[i].x, guard, NormalizeLon), NormalizeGuarded(pts[i].y, guard, NormalizeLat)};
+  }
+}
+
+/// A fault counts as failure.
+bool RunGuarded(const ConvertOperation& operation, PROJDATA& work, PROJDATA* handle, PROJPOINT* pts, int nPts,
+                FpGuard& guard) {
   guard.Reset();
   const bool ok = operation(&work, pts, nPts);
   if (!guard.Fault()) return ok;
@@ -116,72 +111,93 @@ bool RunModule(ConvertOperation operation, PROJDATA& work, PROJDATA* handle, PRO
   return false;
 }
 
-void LogUnplottable(const PROJDATA* handle) {
+bool ForwardGuarded(const ProjectionRow& row, PROJDATA& work, PROJDATA* handle, PROJPOINT* pts, int nPts,
+                    FpGuard& guard) {
+  handle->iResult = Screen(pts, nPts) ? 1 : 0;
+  work.iResult = handle->iResult;
+  NormalizeGuarded(pts, nPts, guard);
+  ForEachCoordinate(pts, nPts, DegToRad<double>, DegToRad<double>);
+  if (!RunGuarded(row.forward, work, handle, pts, nPts, guard)) return false;
+  handle->iResult = work.iResult;
+  const double xOrg = work.xOrg, yOrg = work.yOrg, scale = work.Scale;
+  if (xOrg != 0 || yOrg != 0) {
+    ForEachCoordinate(
+        pts, nPts, [xOrg](double x) { return x + xOrg; }, [yOrg](double y) { return y + yOrg; });
+  }
+  const auto scaled = [scale](double value) { return value * scale; };
+  ForEachCoordinate(pts, nPts, scaled, scaled);
+  if (Screen(pts, nPts)) handle->iResult = 1;
+  return true;
+}
+
+bool InverseGuarded(const ProjectionRow& row, PROJDATA& work, PROJDATA* handle, PROJPOINT* pts, int nPts,
+                    FpGuard& guard) {
+  Screen(pts, nPts);
+  const double xOrg = work.xOrg, yOrg = work.yOrg, scale = work.Scale;
+  if (scale != 1) {
+    const auto unscaled = [scale](double value) { return value / scale; };
+    ForEachCoordinate(pts, nPts, unscaled, unscaled);
+  }
+  if (xOrg != 0 || yOrg != 0) {
+    ForEachCoordinate(
+        pts, nPts, [xOrg](double x) { return x - xOrg; }, [yOrg](double y) { return y - yOrg; });
+  }
+  if (!RunGuarded(row.inverse, work, handle, pts, nPts, guard)) return false;
+  handle->iResult = work.iResult;
+  if (Screen(pts, nPts)) handle->iResult = 1;
+  ForEachCoordinate(pts, nPts, RadToDeg<double>, RadToDeg<double>);
+  NormalizeGuarded(pts, nPts, guard);
+  return true;
+}
+
+// ---- all others ----
+
+bool Run(const ConvertOperation& operation, PROJDATA& work, PROJDATA* handle, PROJPOINT* pts, int nPts) {
+  const DriverSteps steps{work.xOrg, work.yOrg, work.Scale};
+  const bool ok = operation(Conversion{&work, ViewOf(pts), nPts, &steps});
+  handle->iResult = work.iResult;
+  return ok;
+}
+
+using GuardedRun = bool(const ProjectionRow& row, PROJDATA& work, PROJDATA* handle, PROJPOINT* pts, int nPts,
+                        FpGuard& guard);
+
+/// Both directions; only screening for the projection that is none.
+bool Convert(PROJDATA* handle, PROJPOINT* pts, int nPts, const DriverSite& site,
+             ConvertOperation ProjectionRow::*direction, GuardedRun* guarded, const char* failure) {
+  FpGuard guard;
+  if (!CheckArguments(handle, pts, nPts, site)) return false;
+  handle->iResult = 0;
+  PROJDATA work = *handle;
+  int line = 0;
+  const ProjectionRow* row = work.Type == PT_LATLONG ? nullptr : PrepareRecord(work, site, line);
+  if (row == nullptr) {
+    handle->iResult = Screen(pts, nPts) ? 1 : 0;
+    if (work.Type == PT_LATLONG) return true;
+    Assert("Orvex", line);
+  }
+  const bool ok =
+      guard.HostTraps() ? guarded(*row, work, handle, pts, nPts, guard) : Run(row->*direction, work, handle, pts, nPts);
+  if (!ok) {
+    LogPrintf("%s", failure);
+    return false;
+  }
   if (handle->iResult == 1) LogPrintf("  One or more unplottable points generated.\n");
+  return true;
 }
 
 }  // namespace
 
 bool ORVEX_CALL ProjForward(void* hProj, PROJPOINT* pPts, int nPts) {
   LogPrintf("ProjForward(hProj=%p, pPts=%p, nPts=%d)\n", hProj, static_cast<void*>(pPts), nPts);
-  auto* const handle = static_cast<PROJDATA*>(hProj);
-  FpGuard guard;
-  PROJDATA work;
-  if (!Begin(handle, pPts, nPts, kForwardSite, work)) return false;
-  if (work.Type == PT_LATLONG) return true;
-  const ProjectionRow& row = PrepareRecord(work, kForwardSite);
-
-  Normalize(pPts, nPts, guard);
-  ForEachCoordinate(pPts, nPts, DegToRad, DegToRad);
-  if (!RunModule(row.forward, work, handle, pPts, nPts, guard)) {
-    LogPrintf("Forward projection function failed!\n");
-    return false;
-  }
-  handle->iResult = work.iResult;  // still 1 when the screening above found something
-
-  const double xOrg = work.xOrg, yOrg = work.yOrg, scale = work.Scale;
-  if (xOrg != 0 || yOrg != 0) {
-    ForEachCoordinate(
-        pPts, nPts, [xOrg](double x) { return x + xOrg; }, [yOrg](double y) { return y + yOrg; });
-  }
-  if (scale != 1) {  // after the false origin on purpose: that is in unscaled units
-    const auto scaled = [scale](double value) { return value * scale; };
-    ForEachCoordinate(pPts, nPts, scaled, scaled);
-  }
-  if (Screen(pPts, nPts)) handle->iResult = 1;  // last, so that an origin or a scale beyond reason leaves no infinities
-  LogUnplottable(handle);
-  return true;
+  return Convert(static_cast<PROJDATA*>(hProj), pPts, nPts, kForwardSite, &ProjectionRow::forward, ForwardGuarded,
+                 "Forward projection function failed!\n");
 }
 
 bool ORVEX_CALL ProjInverse(void* hProj, PROJPOINT* pPts, int nPts) {
   LogPrintf("ProjInverse(hProj=%p, pPts=%p, nPts=%d)\n", hProj, static_cast<void*>(pPts), nPts);
-  auto* const handle = static_cast<PROJDATA*>(hProj);
-  FpGuard guard;
-  PROJDATA work;
-  if (!Begin(handle, pPts, nPts, kInverseSite, work)) return false;
-  if (work.Type == PT_LATLONG) return true;
-  const ProjectionRow& row = PrepareRecord(work, kInverseSite);
-
-  const double xOrg = work.xOrg, yOrg = work.yOrg, scale = work.Scale;
-  if (scale != 1) {
-    const auto unscaled = [scale](double value) { return value / scale; };
-    ForEachCoordinate(pPts, nPts, unscaled, unscaled);
-  }
-  if (xOrg != 0 || yOrg != 0) {
-    ForEachCoordinate(
-        pPts, nPts, [xOrg](double x) { return x - xOrg; }, [yOrg](double y) { return y - yOrg; });
-  }
-  work.iResult = 0;  // unlike forward, on purpose: a point refused by the input screening does not count by itself
-  if (!RunModule(row.inverse, work, handle, pPts, nPts, guard)) {
-    LogPrintf("Inverse projection function failed!\n");
-    return false;
-  }
-  handle->iResult = work.iResult;
-  if (Screen(pPts, nPts)) handle->iResult = 1;
-  ForEachCoordinate(pPts, nPts, RadToDeg, RadToDeg);
-  Normalize(pPts, nPts, guard);
-  LogUnplottable(handle);
-  return true;
+  return Convert(static_cast<PROJDATA*>(hProj), pPts, nPts, kInverseSite, &ProjectionRow::inverse, InverseGuarded,
+                 "Inverse projection function failed!\n");
 }
 
 }  // namespace orvex

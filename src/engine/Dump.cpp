@@ -2,7 +2,7 @@
 #include "engine/Dump.h"
 
 #include "orvex/zones.h"
-#include "projections/Module.h"
+#include "projections/ProjectionTable.h"
 #include "support/Flag.h"
 #include "support/Log.h"
 

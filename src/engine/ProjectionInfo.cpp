@@ -1,7 +1,8 @@
 // ProjectionInfo - names and capability masks of the projections.
 #include <cstring>
 
-#include "projections/Module.h"
+#include "orvex/projection.h"
+#include "projections/ProjectionTable.h"
 
 namespace orvex {
 

@@ -2,9 +2,9 @@
 // Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987), 3-21 and 3-24 to 3-26.
 #pragma once
 
-#include <cmath>
+#include "points/Elementary.h"
 
-namespace orvex::detail {
+namespace orvex::detail::ORVEX_LEVEL {
 
 /// First eccentricity squared of an ellipsoid with flattening f.
 constexpr double EccentricitySquared(double f) {
@@ -12,10 +12,11 @@ constexpr double EccentricitySquared(double f) {
 }
 
 /// Sum of c1 sin t + c2 sin 2t + c3 sin 3t + c4 sin 4t by Clenshaw's recurrence, from sin t and cos t.
-constexpr double SineSeries(double sinT, double cosT, double c1, double c2, double c3, double c4) {
-  const double twoCos = 2 * cosT;
-  const double b3 = c3 + twoCos * c4;
-  const double b2 = c2 + twoCos * b3 - c4;
+template <class T>
+ORVEX_INLINE T SineSeries(T sinT, T cosT, double c1, double c2, double c3, double c4) {
+  const T twoCos = 2 * cosT;
+  const T b3 = c3 + twoCos * c4;
+  const T b2 = c2 + twoCos * b3 - c4;
   return sinT * (c1 + twoCos * b2 - b3);
 }
 
@@ -30,24 +31,27 @@ struct MeridianArc {
         A4(15 * e2 * e2 / 256 + 45 * e2 * e2 * e2 / 1024),
         A6(35 * e2 * e2 * e2 / 3072) {}
 
-  double operator()(double phi) const { return Length(phi, std::sin(phi), std::cos(phi)); }
-
-  /// The same when sine and cosine of phi are at hand.
-  double Length(double phi, double sinPhi, double cosPhi) const {
-    return a * (A0 * phi + SineSeries(2 * sinPhi * cosPhi, 1 - 2 * sinPhi * sinPhi, -A2, A4, -A6, 0));
+  template <class T>
+  ORVEX_INLINE T operator()(T phi) const {
+    const auto [sinPhi, cosPhi] = SinCos(phi);
+    return Length(phi, sinPhi, cosPhi);
   }
 
-  /// Rectifying latitude of an arc length.
-  double Mu(double length) const { return length / (a * A0); }
+  /// The same when sine and cosine of phi are at hand.
+  template <class T>
+  ORVEX_INLINE T Length(T phi, T sinPhi, T cosPhi) const {
+    return a * (A0 * phi + SineSeries(2 * sinPhi * cosPhi, 1 - 2 * sinPhi * sinPhi, -A2, A4, -A6, 0));
+  }
 };
 
-/// Latitude whose rectifying latitude is mu, 3-26. The coefficient of sin 6mu is 151/96 there; one module keeps
-/// another.
+/// Latitude at the end of an arc, by its rectifying latitude mu = M / (a A0), 3-26. The coefficient of sin 6mu is
+/// 151/96 there; one module keeps another.
 struct FootpointLatitude {
   double c1, c2, c3, c4;
+  double perLength;  // mu of a unit of length
 
-  explicit FootpointLatitude(double e2, double sin6Numerator = 151) {
-    const double r = std::sqrt(1 - e2);
+  FootpointLatitude(const MeridianArc& arc, double e2, double sin6Numerator = 151) : perLength(1 / (arc.a * arc.A0)) {
+    const double r = Sqrt(1 - e2);
     const double e1 = (1 - r) / (1 + r);  // 3-24
     const double e1Squared = e1 * e1;
     c1 = e1 * (3.0 / 2 - 27 * e1Squared / 32);
@@ -56,7 +60,12 @@ struct FootpointLatitude {
     c4 = 1097 * e1Squared * e1Squared / 512;
   }
 
-  double operator()(double mu) const { return mu + SineSeries(std::sin(2 * mu), std::cos(2 * mu), c1, c2, c3, c4); }
+  template <class T>
+  ORVEX_INLINE T operator()(T length) const {
+    const T mu = length * perLength;
+    const auto [sine, cosine] = SinCos(2 * mu);
+    return mu + SineSeries(sine, cosine, c1, c2, c3, c4);
+  }
 };
 
-}  // namespace orvex::detail
+}  // namespace orvex::detail::ORVEX_LEVEL

@@ -2,24 +2,32 @@
 #pragma once
 
 #include <cfloat>
-#include <cmath>
 
-namespace orvex::detail {
+#include "points/Elementary.h"
 
-/// fmod(x, 360): the sign stays, so -190 stays -190 and 370 becomes 10. Not finite becomes DBL_MAX, which stays.
+namespace orvex::detail::ORVEX_LEVEL {
+
+/// Whether a position needs no normalising: a longitude within a turn, a latitude between the poles.
+template <class T>
+ORVEX_INLINE MaskOf<T> IsOnGlobe(T lon, T lat) {
+  return (Abs(lon) < T(360)) & (Abs(lat) <= T(90));
+}
+
+/// The remainder of x by 360 with the sign of x: -190 stays -190 and 370 becomes 10. Not finite becomes DBL_MAX, which
+/// stays.
 inline double NormalizeLon(double x) {
-  if (std::fabs(x) < 360 || x == DBL_MAX) return x;
-  return std::isfinite(x) ? std::fmod(x, 360.0) : DBL_MAX;
+  if (Abs(x) < 360 || x == DBL_MAX) return x;
+  return IsFinite(x) ? Remainder(x, 360.0) : DBL_MAX;
 }
 
 /// Folds a latitude back at the pole without moving the longitude, which is deliberate: 100 becomes 80. Not finite
 /// becomes DBL_MAX, which stays.
 inline double NormalizeLat(double y) {
-  if (std::fabs(y) <= 90 || y == DBL_MAX) return y;
-  if (!std::isfinite(y)) return DBL_MAX;
-  y = std::fmod(y, 180.0);
+  if (Abs(y) <= 90 || y == DBL_MAX) return y;
+  if (!IsFinite(y)) return DBL_MAX;
+  y = Remainder(y, 180.0);
   if (y > 90) return 180 - y;
   return y < -90 ? -180 - y : y;
 }
 
-}  // namespace orvex::detail
+}  // namespace orvex::detail::ORVEX_LEVEL

@@ -6,10 +6,9 @@
 // angles but one.
 #pragma once
 
-#include <cmath>
-
 #include "math/Angles.h"
 #include "math/IsometricLatitude.h"
+#include "orvex/projdata.h"
 
 namespace orvex::detail {
 
@@ -20,67 +19,100 @@ struct Aposphere {
   double B, C;            ///< isometric latitude of the sphere = B psi + C; its longitude = B lon
   double R;               ///< radius times scale factor: Snyder's A / B
   double sinChi, cosChi;  ///< of the centre's latitude; 1 / cosChi is Snyder's D
-
-  Aposphere(double semiMajor, double flattening, double k0, double centreLat);
-
-  double Isometric(double lat) const { return B * IsometricLatitude(lat, e) + C; }
 };
 
-/// The map. Its central line crosses the sphere's equator at the natural origin, longitude lambda0, with azimuth
-/// gamma0. u is counted from there along the line, v at right angles to it, positive to the right of the direction of
-/// u.
-struct ObliqueMercator {
+/// The central line. It crosses the sphere's equator at the natural origin, longitude lambda0, with azimuth gamma0. u
+/// is counted from there along the line, v at right angles to it, positive to the right of the direction of u.
+struct ObliqueLine {
   bool valid;                          ///< whether the parameters determine a line; if not, no point can be computed
   bool onLine;                         ///< whether the line has a centre, so that the next three values mean something
   double sinAlpha, cosAlpha, centreU;  ///< azimuth of the line at the centre, and u of the centre
   Aposphere sphere;
   double lambda0, sinGamma, cosGamma;  ///< lambda0 within half a turn of 0
+};
 
-  /// Line of an azimuth through a centre (Snyder's alternate B). Azimuths beyond +-90 degrees run against the line's
-  /// northward direction: u and v change signs. The natural origin is the node next to the centre.
-  static ObliqueMercator ThroughCentre(const Aposphere& sphere, double lon, double alpha);
-  /// Line through two points (alternate A), whatever their order, u growing northward or else eastward. The natural
-  /// origin is the node next to the points' mean meridian, the centre the point next to it whose latitude is the
-  /// aposphere's.
-  static ObliqueMercator ThroughPoints(const Aposphere& sphere, double lon1, double lat1, double lon2, double lat2);
+/// What a record says of its angles: radians in the driver's copy, degrees in a host's.
+enum class AngleUnit { Radians, Degrees };
+
+/// The line of the Hotine projection: through a centre with an azimuth, or through two points. Coordinates may count
+/// from the centre and be turned to north.
+struct HotineLine : ObliqueLine {
+  explicit HotineLine(const PROJDATA& rec, AngleUnit unit = AngleUnit::Radians);
+
+  bool usable;  ///< valid, and with a centre where one is needed
+  bool rotate;
+  double u0;
+};
+
+/// The line of the Oblique Mercator projection, through two points.
+struct TwoPointLine : ObliqueLine {
+  explicit TwoPointLine(const PROJDATA& rec, AngleUnit unit = AngleUnit::Radians);
+};
+
+/// Whether a point (radians) lies within 45 degrees of arc of the central line on the sphere.
+bool NearLine(const ObliqueLine& line, double lon, double lat);
+
+namespace ORVEX_LEVEL {
+
+/// The map about a line.
+template <class Line>
+struct ObliqueMercator {
+  Line line;
+  EccentricTerm eccentric;
+
+  explicit ObliqueMercator(const PROJDATA& rec) : line(rec), eccentric(line.sphere.e) {}
+  explicit ObliqueMercator(const Line& prepared) : line(prepared), eccentric(line.sphere.e) {}
 
   /// Position (longitudes within a turn of 0) on the sphere in the frame of the line: towards the natural origin, along
   /// the line, towards the line's pole.
+  template <class T>
   struct Vector {
-    double X, Y, U;
+    T X, Y, U;
   };
-  Vector Locate(double lon, double lat) const {
-    const double w = sphere.Isometric(lat), cosChi = 1 / std::cosh(w), sinChi = std::tanh(w);
-    const double Lambda = sphere.B * WrapOnce(lon - lambda0);
-    const double east = cosChi * std::sin(Lambda);
-    return {cosChi * std::cos(Lambda), sinChi * cosGamma + east * sinGamma, sinChi * sinGamma - east * cosGamma};
+  template <class T>
+  ORVEX_INLINE Vector<T> Locate(T lon, T lat) const {
+    // Latitude chi of the sphere from its isometric latitude w: tanh w is its sine, 1 / cosh w its cosine.
+    const T E = Exp(line.sphere.B * IsometricLatitude(lat, eccentric) + line.sphere.C), square = E * E;
+    const T half = 1 / (square + 1), cosChi = 2 * E * half, sinChi = (square - 1) * half;
+    const auto [sine, cosine] = SinCos(line.sphere.B * WrapOnce(lon - line.lambda0));
+    const T east = cosChi * sine;
+    return {cosChi * cosine, sinChi * line.cosGamma + east * line.sinGamma,
+            sinChi * line.sinGamma - east * line.cosGamma};
   }
 
-  /// Whether a point lies within 45 degrees of arc of the central line on the sphere.
-  bool NearLine(double lon, double lat) const { return valid && std::abs(Locate(lon, lat).U) <= std::sqrt(0.5); }
-
-  /// False for the poles of the line and where there is no line.
-  bool Forward(double lon, double lat, double& u, double& v) const {
-    if (!valid) return false;
-    const Vector p = Locate(lon, lat);
-    const double distance = std::sqrt(p.X * p.X + p.Y * p.Y);
-    if (distance == 0) return false;
-    u = sphere.R * std::atan2(p.Y, p.X);
-    v = -sphere.R * std::asinh(p.U / distance);  // = -R artanh U
-    return true;
+  /// Not for the poles of the line and where there is no line.
+  template <class T>
+  ORVEX_INLINE MaskOf<T> Forward(T lon, T lat, T& u, T& v) const {
+    u = v = T(0);
+    if (!line.valid) return No<T>();
+    const Vector<T> p = Locate(lon, lat);
+    const T distance = Sqrt(p.X * p.X + p.Y * p.Y);
+    const MaskOf<T> plottable = distance != T(0);
+    u = line.sphere.R * Atan2(p.Y, p.X);
+    v = -line.sphere.R * Asinh(p.U / OneUnless<T>(plottable, distance));  // = -R artanh U
+    return plottable;
   }
 
-  /// False beyond the line's ends, half a turn from the natural origin, and where there is no line.
-  bool Inverse(double u, double v, double& lon, double& lat) const {
+  /// Not beyond the line's ends, half a turn from the natural origin, and where there is no line.
+  template <class T>
+  ORVEX_INLINE MaskOf<T> Inverse(T u, T v, T& lon, T& lat) const {
     constexpr double kRounding = 1e-9;  // radians; points of the seam may lie beyond it by rounding
-    const double sigma = u / sphere.R, w = v / sphere.R;
-    if (!valid || !(std::abs(sigma) <= kPi + kRounding)) return false;
-    const double sech = 1 / std::cosh(w), U = -std::tanh(w), X = sech * std::cos(sigma), Y = sech * std::sin(sigma);
-    const double east = Y * sinGamma - U * cosGamma, north = Y * cosGamma + U * sinGamma;
-    lon = WrapOnce(lambda0 + std::atan2(east, X) / sphere.B);
-    const double isometric = std::asinh(north / std::sqrt(X * X + east * east));
-    return LatitudeFromIsometric((isometric - sphere.C) / sphere.B, sphere.e, lat);
+    if (!line.valid) {
+      lon = lat = T(0);
+      return No<T>();
+    }
+    const T sigma = u / line.sphere.R, w = v / line.sphere.R;
+    const MaskOf<T> plottable = Abs(sigma) <= T(kPi + kRounding);
+    const T sech = 1 / Cosh(w), U = -Tanh(w);
+    const auto [sine, cosine] = SinCos(Select(plottable, sigma, T(0)));
+    const T X = sech * cosine, Y = sech * sine;
+    const T east = Y * line.sinGamma - U * line.cosGamma, north = Y * line.cosGamma + U * line.sinGamma;
+    lon = WrapOnce(line.lambda0 + Atan2(east, X) / line.sphere.B);
+    const T isometric = Asinh(north / Sqrt(X * X + east * east));
+    return plottable & LatitudeFromIsometric((isometric - line.sphere.C) / line.sphere.B, eccentric, lat);
   }
 };
+
+}  // namespace ORVEX_LEVEL
 
 }  // namespace orvex::detail

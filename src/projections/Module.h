@@ -1,185 +1,175 @@
-// Module - the contract of the projection modules, and everything they share: argument checks, the loop over the
-// points, the marker, the domain tests and the offset rules. A module itself holds mathematics only.
+// Module - what every projection module shares: argument checks, and how its formula meets the points. A module itself
+// holds mathematics only. Compiled once for each instruction set, like all that includes it.
 #pragma once
 
-#include <cfloat>
-#include <cmath>
-#include <cstddef>
-#include <span>
-
 #include "math/Angles.h"
-#include "orvex/projection.h"
-#include "support/Errors.h"
-#include "support/Flag.h"
+#include "math/Normalize.h"
+#include "orvex/projdata.h"
+#include "points/PointLoop.h"
+#include "projections/Conversion.h"
 
-namespace orvex::detail {
+namespace orvex::detail::ORVEX_LEVEL {
 
-/// Forward: longitude/latitude in radians to unscaled coordinates about the natural origin, in place; inverse: the
-/// other way. `work` is the driver's private record, its angles in radians. False only when the whole call fails.
-using ConvertOperation = bool (*)(PROJDATA* work, PROJPOINT* pts, int nPts);
-/// Whether a point (degrees) lies in the projection's domain; the record's angles are in degrees.
-using DomainOperation = bool (*)(const PROJDATA* rec, const PROJPOINT* point);
-/// Whether an object (degrees) must be drawn again, moved by (dx, dy) degrees.
-using OffsetOperation = bool (*)(const PROJDATA* rec, const PROJPOINT* pts, unsigned nPts, double* dx, double* dy);
-
-/// One row of the projection table, indexed by ProjType. Rows without operations are never dispatched.
-struct ProjectionRow {
-  const char* name;
-  unsigned mask;  // six bits for the host, opaque here
-  ConvertOperation forward;
-  ConvertOperation inverse;
-  DomainOperation inDomain;
-  OffsetOperation offsetSplit;
-};
-
-std::span<const ProjectionRow, 29> ProjectionTable();
-
-/// The row of a type; null outside the table.
-inline const ProjectionRow* FindRow(ProjType type) {
-  const auto row = static_cast<std::size_t>(static_cast<std::uint32_t>(type));
-  return row < ProjectionTable().size() ? &ProjectionTable()[row] : nullptr;
-}
-
-/// Where a module's argument checks report.
+/// Where a module's argument checks and assertions report.
 struct Site {
   const char* source;
   int nullPoints;
   int badCount;
 };
 
-/// Outcome of one point.
-enum class Plot : bool { Unplottable = false, Ok = true };
-
 /// The argument checks of every conversion: false for a null record; asserts for null points and counts below 1.
-inline bool Ready(const PROJDATA* work, const PROJPOINT* pts, int nPts, const Site& site) {
-  if (work == nullptr) return false;
-  if (pts == nullptr) Assert(site.source, site.nullPoints);
-  if (nPts < 1) Assert(site.source, site.badCount);
+inline bool Ready(const Conversion& call, const Site& site) {
+  if (call.work == nullptr) return false;
+  if (call.points.x == nullptr) Assert(site.source, site.nullPoints);
+  if (call.count < 1) Assert(site.source, site.badCount);
   return true;
 }
 
-inline bool IsUnplottable(const PROJPOINT& p) {
-  return p.x == DBL_MAX || p.y == DBL_MAX;
+/// A flag of the host's record: any byte but 0 is true, which is no value of bool; so the byte is looked at.
+ORVEX_INLINE bool IsSet(const bool& flag) {
+  unsigned char byte = 0;
+  __builtin_memcpy(&byte, &flag, 1);
+  return byte != 0;
 }
 
-/// Runs `operation` (PROJPOINT& -> Plot) over the points. Unplottable points are passed over; a point that the
-/// operation refuses is marked and sets the record's result. Always true.
-template <class PointOperation>
-bool ConvertEach(PROJDATA& work, PROJPOINT* pts, int nPts, PointOperation operation) {
-  bool anyUnplottable = false;
-  for (int i = 0; i < nPts; ++i) {
-    PROJPOINT p = pts[i];
-    if (IsUnplottable(p)) continue;
-    if (operation(p) == Plot::Unplottable) {
-      p = {DBL_MAX, DBL_MAX};
-      anyUnplottable = true;
+/// What is not done to a marker.
+template <class Operation>
+ORVEX_INLINE double UnlessMarker(double value, const Operation& operation) {
+  return value == DBL_MAX ? value : operation(value);
+}
+
+/// Marks a point of which a coordinate is not finite, and takes note of it.
+ORVEX_INLINE void Screen(double& x, double& y, bool& flagged) {
+  if (IsFinite(x) && IsFinite(y)) return;
+  x = y = DBL_MAX;
+  flagged = true;
+}
+
+// Both stages do in a conversion what the driver has to do around it; without steps they hand the points over as they
+// are, radians and unscaled coordinates about the natural origin.
+
+/// Degrees to radians, and to the map: false origin, then scale, on purpose in this order. A coordinate beside a marker
+/// goes its own way.
+class ToMap {
+ public:
+  ORVEX_INLINE explicit ToMap(const DriverSteps* steps)
+      : m_steps(steps != nullptr ? *steps : DriverSteps{0, 0, 1}), m_bare(steps == nullptr), m_moves(Moves(m_steps)) {}
+
+  /// Whether the stage can mark a point by itself; only the result of such a conversion has been screened.
+  ORVEX_INLINE MaskOf<Real> IsPlain(const Point<Real>& p) const { return IsOnGlobe(p.x, p.y); }
+
+  ORVEX_INLINE void Enter(Point<Real>& p) const {
+    if (m_bare) return;
+    p.x = DegToRad(p.x);
+    p.y = DegToRad(p.y);
+  }
+
+  bool EnterOne(double& x, double& y, bool& flagged) const {
+    if (m_bare) return !IsMarked(x, y);
+    Screen(x, y, flagged);
+    x = UnlessMarker(NormalizeLon(x), [](double value) { return DegToRad(value); });
+    y = UnlessMarker(NormalizeLat(y), [](double value) { return DegToRad(value); });
+    if (!IsMarked(x, y)) return true;
+    x = UnlessMarker(x, [this](double value) { return (m_moves ? value + m_steps.xOrg : value) * m_steps.scale; });
+    y = UnlessMarker(y, [this](double value) { return (m_moves ? value + m_steps.yOrg : value) * m_steps.scale; });
+    Screen(x, y, flagged);
+    return false;
+  }
+
+  ORVEX_INLINE void Leave(Point<Real>& p, MaskOf<Real>& plottable) const {
+    if (m_bare) return;
+    if (m_moves) {
+      p.x = p.x + m_steps.xOrg;
+      p.y = p.y + m_steps.yOrg;
     }
-    pts[i] = p;
+    p.x = p.x * m_steps.scale;
+    p.y = p.y * m_steps.scale;
+    plottable = plottable & IsFinite(p.x) & IsFinite(p.y);
   }
-  if (anyUnplottable) work.iResult = 1;
+
+ private:
+  static bool Moves(const DriverSteps& steps) { return steps.xOrg != 0 || steps.yOrg != 0; }
+
+  DriverSteps m_steps;
+  bool m_bare, m_moves;
+};
+
+/// The mirror image. A point that its input screening marks does not count as flagged, unlike on the way to the map:
+/// deliberate.
+class FromMap {
+ public:
+  ORVEX_INLINE explicit FromMap(const DriverSteps* steps)
+      : m_steps(steps != nullptr ? *steps : DriverSteps{0, 0, 1}),
+        m_bare(steps == nullptr),
+        m_moves(m_steps.xOrg != 0 || m_steps.yOrg != 0),
+        m_scales(m_steps.scale != 1) {}
+
+  ORVEX_INLINE MaskOf<Real> IsPlain(const Point<Real>& p) const {
+    return (Abs(p.x) < Real(DBL_MAX)) & (Abs(p.y) < Real(DBL_MAX));
+  }
+
+  ORVEX_INLINE void Enter(Point<Real>& p) const {
+    if (m_scales) {
+      p.x = p.x / m_steps.scale;
+      p.y = p.y / m_steps.scale;
+    }
+    if (m_moves) {
+      p.x = p.x - m_steps.xOrg;
+      p.y = p.y - m_steps.yOrg;
+    }
+  }
+
+  bool EnterOne(double& x, double& y, bool& flagged) const {
+    if (m_bare) return !IsMarked(x, y);
+    bool ignored = false;
+    Screen(x, y, ignored);
+    x = UnlessMarker(x,
+                     [this](double value) { return (m_scales ? value / m_steps.scale : value) - Moved(m_steps.xOrg); });
+    y = UnlessMarker(y,
+                     [this](double value) { return (m_scales ? value / m_steps.scale : value) - Moved(m_steps.yOrg); });
+    if (!IsMarked(x, y)) return true;
+    Screen(x, y, flagged);
+    x = NormalizeLon(UnlessMarker(x, [](double value) { return RadToDeg(value); }));
+    y = NormalizeLat(UnlessMarker(y, [](double value) { return RadToDeg(value); }));
+    return false;
+  }
+
+  ORVEX_INLINE void Leave(Point<Real>& p, MaskOf<Real>& plottable) const {
+    if (m_bare) return;
+    plottable = plottable & IsFinite(p.x) & IsFinite(p.y);
+    p.x = RadToDeg(Select(plottable, p.x, Real(0)));
+    p.y = RadToDeg(Select(plottable, p.y, Real(0)));
+    if (!All(IsOnGlobe(p.x, p.y))) Normalize(p);
+  }
+
+ private:
+  /// 0 where nothing is taken off: x - 0 is x, whatever its sign.
+  double Moved(double origin) const { return m_moves ? origin : 0.0; }
+
+  [[gnu::noinline]] static void Normalize(Point<Real>& p) {
+    for (int i = 0; i < kWidth; ++i) {
+      Put(p.x, i, NormalizeLon(Get(p.x, i)));
+      Put(p.y, i, NormalizeLat(Get(p.y, i)));
+    }
+  }
+
+  DriverSteps m_steps;
+  bool m_bare, m_moves, m_scales;
+};
+
+/// Runs a module's operation (Point<T>& -> Plot<T>, radians to unscaled coordinates about the natural origin) over the
+/// points of a call; 1 in the record's result where one is flagged. Always true.
+template <class Operation>
+ORVEX_INLINE bool ForwardEach(const Conversion& call, const Site& site, const Operation& operation) {
+  if (ConvertPoints(call.points, call.count, ToMap(call.steps), operation, site.source)) call.work->iResult = 1;
   return true;
 }
 
-/// The same with the operation as a function `Plot (const Constants&, PROJPOINT&)` of constants prepared once.
-template <auto kOperation, class Constants>
-bool ConvertEach(PROJDATA& work, PROJPOINT* pts, int nPts, const Constants& constants) {
-  return ConvertEach(work, pts, nPts, [constants](PROJPOINT& p) { return kOperation(constants, p); });
+/// The same for operations that lead back.
+template <class Operation>
+ORVEX_INLINE bool InverseEach(const Conversion& call, const Site& site, const Operation& operation) {
+  if (ConvertPoints(call.points, call.count, FromMap(call.steps), operation, site.source)) call.work->iResult = 1;
+  return true;
 }
 
-/// The same for projections with two forms: the sphere's where the flattening is exactly 0.
-template <auto kSphere, auto kEllipsoid, class Constants>
-bool ConvertByForm(PROJDATA& work, PROJPOINT* pts, int nPts, const Constants& constants) {
-  return work.Flattening == 0 ? ConvertEach<kSphere>(work, pts, nPts, constants)
-                              : ConvertEach<kEllipsoid>(work, pts, nPts, constants);
-}
-
-/// The same with the operation as a member `bool (double& x, double& y) const` of a formula class that knows no
-/// records.
-template <auto kOperation, class Formulas>
-bool ConvertBy(PROJDATA& work, PROJPOINT* pts, int nPts, const Formulas& formulas) {
-  return ConvertEach(work, pts, nPts, [formulas](PROJPOINT& p) {
-    double x = p.x, y = p.y;
-    const bool plottable = (formulas.*kOperation)(x, y);
-    p = {x, y};
-    return plottable ? Plot::Ok : Plot::Unplottable;
-  });
-}
-
-/// Domain test: the open band of longitudes Lon0 - halfWidth to Lon0 + halfWidth, degrees.
-inline bool InOpenBand(const PROJDATA* rec, const PROJPOINT* point, double halfWidth) {
-  return rec != nullptr && point != nullptr && rec->Lon0 - halfWidth < point->x && point->x < rec->Lon0 + halfWidth;
-}
-
-/// Domain test of most world maps: less than 180 degrees of longitude from Lon0.
-inline bool InWorldBand(const PROJDATA* rec, const PROJPOINT* point) {
-  return InOpenBand(rec, point, 180);
-}
-
-/// The same without the poles.
-inline bool InWorldBandBetweenPoles(const PROJDATA* rec, const PROJPOINT* point) {
-  return InWorldBand(rec, point) && -90 < point->y && point->y < 90;
-}
-
-/// Domain test of projections that take every point.
-inline bool Everywhere(const PROJDATA* rec, const PROJPOINT* point) {
-  return rec != nullptr && point != nullptr;
-}
-
-/// Offset rule about a central meridian (degrees): an object that touches or passes its western limit is repeated 360
-/// degrees further east, else one that reaches the eastern limit 360 degrees further west.
-inline bool OffsetAboutMeridian(double lon0, const PROJPOINT* pts, unsigned nPts, double* dx, double* dy) {
-  if (pts == nullptr || nPts == 0 || dx == nullptr || dy == nullptr) return false;
-  *dx = 0;
-  *dy = 0;
-  double least = DBL_MAX, greatest = -DBL_MAX;
-  for (unsigned i = 0; i < nPts; ++i) {
-    const double x = pts[i].x;
-    if (x < least) least = x;
-    if (x > greatest) greatest = x;
-  }
-  if (least <= lon0 - 180) {
-    *dx = 360;
-    return true;
-  }
-  if (greatest >= lon0 + 180) {
-    *dx = -360;
-    return true;
-  }
-  return false;
-}
-
-/// The common offset rule, about Lon0.
-inline bool CommonOffset(const PROJDATA* rec, const PROJPOINT* pts, unsigned nPts, double* dx, double* dy) {
-  return rec != nullptr && OffsetAboutMeridian(rec->Lon0, pts, nPts, dx, dy);
-}
-
-/// The offset rule of projections that never repeat an object.
-inline bool NeverOffset(const PROJDATA* rec, const PROJPOINT* pts, unsigned nPts, double* dx, double* dy) {
-  if (rec != nullptr && pts != nullptr && nPts != 0 && dx != nullptr && dy != nullptr) {
-    *dx = 0;
-    *dy = 0;
-  }
-  return false;
-}
-
-/// The same, but an empty object gets its zero offsets as well.
-inline bool NeverOffsetEvenEmpty(const PROJDATA* rec, const PROJPOINT* pts, unsigned, double* dx, double* dy) {
-  return NeverOffset(rec, pts, 1, dx, dy);
-}
-
-/// Cosine of the arc between a centre and a point, angles in radians.
-inline double CosineOfArc(double lat0, double lon0, double lat, double lon) {
-  return std::sin(lat0) * std::sin(lat) + std::cos(lat0) * std::cos(lat) * std::cos(lon - lon0);
-}
-
-/// Domain test: within the arc whose cosine is `leastCosine` of the centre (degrees), the edge included.
-inline bool WithinArc(double lat0Deg, double lon0Deg, const PROJPOINT& point, double leastCosine) {
-  return CosineOfArc(DegToRad(lat0Deg), DegToRad(lon0Deg), DegToRad(point.y), DegToRad(point.x)) >= leastCosine;
-}
-
-/// Domain test: the hemisphere about the centre Lat0/Lon0, its edge included.
-inline bool InHemisphere(const PROJDATA* rec, const PROJPOINT* point) {
-  return rec != nullptr && point != nullptr && WithinArc(rec->Lat0, rec->Lon0, *point, 0);
-}
-
-}  // namespace orvex::detail
+}  // namespace orvex::detail::ORVEX_LEVEL

@@ -5,9 +5,10 @@
 // Fixed on purpose: the ellipsoid inverse stops by PreviousEstimate; the inverse refuses a whole line through the apex.
 #include "math/Iteration.h"
 #include "math/MeridianArc.h"
+#include "projections/Module.h"
 #include "projections/Modules.h"
 
-namespace orvex::detail {
+namespace orvex::detail::ORVEX_LEVEL::PrjAlbers {
 
 namespace {
 
@@ -24,14 +25,20 @@ constexpr double kTolerance = 1.1920928955078125e-06;  // radians: 7.6 m on the 
 enum class Cone { Usable, Refused, Zero };
 
 struct Constants {
-  double a, lon0, e, e2;
-  double n, C, rho0;
-  Cone cone;
+  Constants(const PROJDATA& work, double eccentricity)
+      : a(work.MajorRadius), lon0(work.Lon0), eccentric(eccentricity), e2(eccentricity * eccentricity) {}
+
+  double a, lon0;
+  EccentricTerm eccentric;
+  double e2;
+  double n = 0, C = 0, rho0 = 0;
+  Cone cone = Cone::Usable;
 };
 
 /// Radius of the parallel with a given q, 14-12 (14-3 with q = 2 sin phi).
-double Radius(const Constants& c, double q) {
-  return c.a * std::sqrt(c.C - c.n * q) / c.n;
+template <class T>
+T Radius(const Constants& c, T q) {
+  return c.a * Sqrt(c.C - c.n * q) / c.n;
 }
 
 /// Completes the constants once n is known.
@@ -45,116 +52,161 @@ void FinishCone(Constants& c, double m1Squared, double q1, double q0) {
 }
 
 Constants PrepareSphere(const PROJDATA& work) {
-  Constants c{work.MajorRadius, work.Lon0, 0, 0, 0, 0, 0, Cone::Usable};
-  const double sin1 = std::sin(work.Lat1);
-  c.n = (sin1 + std::sin(work.Lat2)) / 2;  // 14-6
-  FinishCone(c, Square(std::cos(work.Lat1)), 2 * sin1, 2 * std::sin(work.Lat0));
+  Constants c(work, 0);
+  const double sin1 = Sin(work.Lat1);
+  c.n = (sin1 + Sin(work.Lat2)) / 2;  // 14-6
+  FinishCone(c, Square(Cos(work.Lat1)), 2 * sin1, 2 * Sin(work.Lat0));
   return c;
 }
 
-double W(const Constants& c, double sinPhi) {
-  return 1 - c.e2 * sinPhi * sinPhi;
+template <class T>
+T W(const Constants& c, T sinPhi) {
+  return 1 - c.e2 * (sinPhi * sinPhi);
 }
 
-/// Whether q can be formed at a latitude.
-bool HasQ(const Constants& c, double sinPhi) {
-  return 1 + c.e * sinPhi != 0 && W(c, sinPhi) != 0;
+/// Where q can be formed.
+template <class T>
+MaskOf<T> HasQ(const Constants& c, T sinPhi) {
+  return (1 + c.eccentric.e * sinPhi != T(0)) & (W(c, sinPhi) != T(0));
 }
 
-double Q(const Constants& c, double sinPhi) {
-  return (1 - c.e2) * (sinPhi / W(c, sinPhi) + std::atanh(c.e * sinPhi) / c.e);  // 3-12
+/// q / (1 - e2), 3-12.
+template <class T>
+T RelativeQ(const Constants& c, T sinPhi) {
+  return sinPhi / W(c, sinPhi) + c.eccentric.PerSquare(sinPhi);
+}
+
+template <class T>
+T Q(const Constants& c, T sinPhi) {
+  return (1 - c.e2) * RelativeQ(c, sinPhi);
 }
 
 /// Cone constant, 14-14 with sin phi2 - sin phi1 divided out, so that close parallels keep their digits.
 double ConeConstant(const Constants& c, double sin1, double sin2) {
-  const double product = c.e2 * sin1 * sin2, u = c.e * (sin2 - sin1);
-  return (sin1 + sin2) / (1 + product + W(c, sin1) * W(c, sin2) * std::atanh(u / (1 - product)) / u);
+  const double product = c.e2 * sin1 * sin2, u = c.eccentric.e * (sin2 - sin1);
+  return (sin1 + sin2) / (1 + product + W(c, sin1) * W(c, sin2) * Atanh(u / (1 - product)) / u);
 }
 
-Constants PrepareEllipsoid(const PROJDATA& work) {
-  const double e2 = EccentricitySquared(work.Flattening);
-  Constants c{work.MajorRadius, work.Lon0, std::sqrt(e2), e2, 0, 0, 0, Cone::Refused};
-  const double sin0 = std::sin(work.Lat0), sin1 = std::sin(work.Lat1), sin2 = std::sin(work.Lat2);
-  if (!HasQ(c, sin0) || !HasQ(c, sin1) || !HasQ(c, sin2)) return c;
-  const double q1 = Q(c, sin1);
-  if (q1 - Q(c, sin2) == 0) return c;
-  c.cone = Cone::Usable;
-  c.n = ConeConstant(c, sin1, sin2);
-  FinishCone(c, Square(std::cos(work.Lat1)) / W(c, sin1), q1, Q(c, sin0));  // m by 14-15
-  return c;
-}
-
-void Place(const Constants& c, double q, PROJPOINT& p) {
-  const double rho = Radius(c, q), theta = c.n * (p.x - c.lon0);  // 14-4
-  p = {rho * std::sin(theta), c.rho0 - rho * std::cos(theta)};    // 14-1, 14-2
-}
-
-Plot ForwardSphere(const Constants& c, PROJPOINT& p) {
-  if (c.cone == Cone::Zero) Assert(kSource, kForwardSphereLine);
-  Place(c, 2 * std::sin(p.y), p);
-  return Plot::Ok;
-}
-
-Plot ForwardEllipsoid(const Constants& c, PROJPOINT& p) {
-  const double sinPhi = std::sin(p.y);
-  if (!HasQ(c, sinPhi) || c.cone == Cone::Refused) return Plot::Unplottable;
-  if (c.cone == Cone::Zero) Assert(kSource, kForwardEllipsoidLine);
-  Place(c, Q(c, sinPhi), p);
-  return Plot::Ok;
-}
-
-/// Longitude and q of a place on the map; false on the line through the apex that runs along x, also where x is not 0.
-bool Locate(const Constants& c, const PROJPOINT& p, double& lon, double& q) {
-  const double sign = c.n > 0 ? 1 : -1;
-  const double x = sign * p.x, d = sign * (c.rho0 - p.y);
-  if (d == 0) return false;
-  lon = std::atan2(x, d) / c.n + c.lon0;                  // 14-11, 14-9
-  q = (c.C - (x * x + d * d) * Square(c.n / c.a)) / c.n;  // 14-10, 14-19
+/// Cone constant for a parallel counted on over a pole, 14-14 and 3-12 as printed: two such parallels may be one, or
+/// symmetric about the equator (180 and 0, 270 and 90), and the rounding of these settles whether they make a cone.
+/// False when both have the same q.
+bool PrintedConeConstant(const Constants& c, const PROJDATA& work, double& n) {
+  const double e = c.eccentric.e;
+  const auto q = [&](double sinPhi) {
+    return (1 - c.e2) * (sinPhi / W(c, sinPhi) - 1 / (2 * e) * Log((1 - e * sinPhi) / (1 + e * sinPhi)));
+  };
+  const auto m = [&](double phi) { return Cos(phi) / Sqrt(W(c, Sin(phi))); };
+  const double q1 = q(Sin(work.Lat1)), q2 = q(Sin(work.Lat2));
+  if (q1 - q2 == 0) return false;
+  n = (Square(m(work.Lat1)) - Square(m(work.Lat2))) / (q2 - q1);
   return true;
 }
 
-Plot InverseSphere(const Constants& c, PROJPOINT& p) {
-  if (c.cone == Cone::Zero) Assert(kSource, kInverseSphereLine);
-  double lon = 0, q = 0;
-  if (!Locate(c, p, lon, q)) return Plot::Unplottable;
-  p = {lon, ClampedAsin(q / 2)};  // 14-8
-  return Plot::Ok;
+Constants PrepareEllipsoid(const PROJDATA& work) {
+  Constants c(work, Sqrt(EccentricitySquared(work.Flattening)));
+  c.cone = Cone::Refused;
+  const double sin0 = Sin(work.Lat0), sin1 = Sin(work.Lat1), sin2 = Sin(work.Lat2);
+  if (!HasQ(c, sin0) || !HasQ(c, sin1) || !HasQ(c, sin2)) return c;
+  const double q1 = Q(c, sin1);
+  if (Abs(double(work.Lat1)) <= kHalfPi && Abs(double(work.Lat2)) <= kHalfPi) {
+    if (q1 - Q(c, sin2) == 0) return c;
+    c.n = ConeConstant(c, sin1, sin2);
+  } else if (!PrintedConeConstant(c, work, c.n)) {
+    return c;
+  }
+  c.cone = Cone::Usable;
+  FinishCone(c, Square(Cos(work.Lat1)) / W(c, sin1), q1, Q(c, sin0));  // m by 14-15
+  return c;
 }
 
-Plot InverseEllipsoid(const Constants& c, PROJPOINT& p) {
-  if (c.cone == Cone::Refused) return Plot::Unplottable;
-  if (c.cone == Cone::Zero) Assert(kSource, kInverseEllipsoidLine);
-  double lon = 0, q = 0;
-  if (!Locate(c, p, lon, q)) return Plot::Unplottable;
-  if (!(std::fabs(q) <= 2)) return Plot::Unplottable;  // no first estimate, so no convergence
-  const auto step = [&c, qSphere = q / (1 - c.e2)](double phi, double& next) {
-    const double sinPhi = std::sin(phi), twoCosPhi = 2 * std::cos(phi), w = W(c, sinPhi);
-    if (twoCosPhi == 0 || !HasQ(c, sinPhi)) return false;
-    next = phi + w * w / twoCosPhi * (qSphere - sinPhi / w - std::atanh(c.e * sinPhi) / c.e);  // 3-16
-    return true;
+template <class T>
+void Place(const Constants& c, T q, Point<T>& p) {
+  const T rho = Radius(c, q);
+  const auto [sine, cosine] = SinCos(c.n * (p.x - c.lon0));  // 14-4
+  p = {rho * sine, c.rho0 - rho * cosine};                   // 14-1, 14-2
+}
+
+template <class T>
+Plot<T> ForwardSphere(const Constants& c, Point<T>& p) {
+  if (c.cone == Cone::Zero) return Impossible<T>(kForwardSphereLine);
+  Place(c, 2 * Sin(p.y), p);
+  return Plottable<T>();
+}
+
+template <class T>
+Plot<T> ForwardEllipsoid(const Constants& c, Point<T>& p) {
+  const T sinPhi = Sin(p.y);
+  const MaskOf<T> plottable = HasQ(c, sinPhi);
+  if (c.cone == Cone::Refused) return Unplottable<T>();
+  if (c.cone == Cone::Zero) return {plottable, plottable, kForwardEllipsoidLine};
+  Place(c, Q(c, sinPhi), p);
+  return plottable;
+}
+
+template <class T>
+struct Location {
+  T lon, q;
+  MaskOf<T> found;
+};
+
+/// Longitude and q of a place on the map; not found on the line through the apex that runs along x, also where x is not
+/// 0.
+template <class T>
+Location<T> Locate(const Constants& c, const Point<T>& p) {
+  const double sign = c.n > 0 ? 1 : -1;
+  const T x = sign * p.x, d = sign * (c.rho0 - p.y);
+  return {Atan2(x, d) / c.n + c.lon0,                         // 14-11, 14-9
+          (c.C - (x * x + d * d) * Square(c.n / c.a)) / c.n,  // 14-10, 14-19
+          d != T(0)};
+}
+
+template <class T>
+Plot<T> InverseSphere(const Constants& c, Point<T>& p) {
+  if (c.cone == Cone::Zero) return Impossible<T>(kInverseSphereLine);
+  const auto [lon, q, found] = Locate(c, p);
+  p = {lon, ClampedAsin(q / 2)};  // 14-8
+  return found;
+}
+
+template <class T>
+Plot<T> InverseEllipsoid(const Constants& c, Point<T>& p) {
+  if (c.cone == Cone::Refused) return Unplottable<T>();
+  if (c.cone == Cone::Zero) return Impossible<T>(kInverseEllipsoidLine);
+  const auto [lon, q, found] = Locate(c, p);
+  const MaskOf<T> estimable = found & (Abs(q) <= T(2));  // else there is no first estimate, so no convergence
+  const T first = Asin(Select(estimable, q / 2, T(0)));
+  const T relativeQ = Select(estimable, q / (1 - c.e2), T(0)), slot = Select(estimable, p.y, T(0));
+  const auto step = [&c, relativeQ](T phi, T& next) {
+    const auto [sinPhi, cosPhi] = SinCos(phi);
+    const T w = W(c, sinPhi), twoCosPhi = 2 * cosPhi;
+    const MaskOf<T> possible = (twoCosPhi != T(0)) & HasQ(c, sinPhi);
+    next = phi + w * w / OneUnless<T>(possible, twoCosPhi) * (relativeQ - RelativeQ(c, sinPhi));  // 3-16
+    return possible;
   };
-  double lat = 0;
-  if (!PreviousEstimate(std::asin(q / 2), p.y, kTolerance, step, lat)) return Plot::Unplottable;
+  T lat, newest;
+  const MaskOf<T> settled = PreviousEstimate(first, slot, kTolerance, step, lat, newest);
   p = {lon, lat};
-  return Plot::Ok;
+  return estimable & settled;
 }
 
 }  // namespace
 
-bool PrjAlbers::Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  if (work->Flattening == 0) {
-    return ConvertEach<ForwardSphere>(*work, pts, nPts, PrepareSphere(*work));
+bool Forward(const Conversion& call) {
+  if (!Ready(call, kForwardSite)) return false;
+  if (call.work->Flattening == 0) {
+    return ForwardEach(call, kForwardSite, [c = PrepareSphere(*call.work)](auto& p) { return ForwardSphere(c, p); });
   }
-  return ConvertEach<ForwardEllipsoid>(*work, pts, nPts, PrepareEllipsoid(*work));
+  return ForwardEach(call, kForwardSite,
+                     [c = PrepareEllipsoid(*call.work)](auto& p) { return ForwardEllipsoid(c, p); });
 }
 
-bool PrjAlbers::Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  if (work->Flattening == 0) {
-    return ConvertEach<InverseSphere>(*work, pts, nPts, PrepareSphere(*work));
+bool Inverse(const Conversion& call) {
+  if (!Ready(call, kInverseSite)) return false;
+  if (call.work->Flattening == 0) {
+    return InverseEach(call, kInverseSite, [c = PrepareSphere(*call.work)](auto& p) { return InverseSphere(c, p); });
   }
-  return ConvertEach<InverseEllipsoid>(*work, pts, nPts, PrepareEllipsoid(*work));
+  return InverseEach(call, kInverseSite,
+                     [c = PrepareEllipsoid(*call.work)](auto& p) { return InverseEllipsoid(c, p); });
 }
 
-}  // namespace orvex::detail
+}  // namespace orvex::detail::ORVEX_LEVEL::PrjAlbers

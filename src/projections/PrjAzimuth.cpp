@@ -5,19 +5,19 @@
 // Fixed on purpose: centre and antipode, within 4.5e-5 radians, are refused in the oblique aspect and both plotted at
 //   the origin in the equatorial one; the polar aspects refuse nothing; the inverse refuses the centre.
 #include "math/Azimuthal.h"
+#include "projections/Module.h"
 #include "projections/Modules.h"
 
-namespace orvex::detail::PrjAzimuth {
+namespace orvex::detail::ORVEX_LEVEL::PrjAzimuth {
 
 namespace {
 
 constexpr Site kForwardSite{"PrjAzimuth", 207, 209};
 constexpr Site kInverseSite{"PrjAzimuth", 344, 346};
 
-constexpr double kAspectDegrees = 0.00001;         // a centre this near to a pole or the equator has the special form
-constexpr double kAxisTolerance = 1e-09;           // forward: |cos c| this near to 1 is the centre or its antipode
-constexpr double kCentreRadius = 1e-08;            // inverse: map units about the origin that are refused
-constexpr double kDomainArc = 2.9670597283903604;  // 170 degrees
+constexpr double kAspectDegrees = 0.00001;  // a centre this near to a pole or the equator has the special form
+constexpr double kAxisTolerance = 1e-09;    // forward: |cos c| this near to 1 is the centre or its antipode
+constexpr double kCentreRadius = 1e-08;     // inverse: map units about the origin that are refused
 
 struct Constants {
   double R;
@@ -30,77 +30,80 @@ struct Constants {
     equatorial = CentreNear(0);
   }
 
-  bool CentreNear(double latDeg) const { return std::abs(RadToDeg(centre.lat) - latDeg) < kAspectDegrees; }
+  bool CentreNear(double latDeg) const { return Abs(RadToDeg(centre.lat) - latDeg) < kAspectDegrees; }
 };
 
-Plot ForwardPolar(const Constants& c, PROJPOINT& p) {
-  const double rho = c.R * (kHalfPi - c.pole * p.y), dlon = p.x - c.centre.lon;
-  p = {rho * std::sin(dlon), -c.pole * rho * std::cos(dlon)};
-  return Plot::Ok;
+template <class T>
+Plot<T> ForwardPolar(const Constants& c, Point<T>& p) {
+  const T rho = c.R * (kHalfPi - c.pole * p.y);
+  const auto [sinDlon, cosDlon] = SinCos(p.x - c.centre.lon);
+  p = {rho * sinDlon, -c.pole * rho * cosDlon};
+  return Plottable<T>();
 }
 
-bool OnAxis(const AzimuthalView& view) {
-  return std::abs(std::abs(view.cosC) - 1) < kAxisTolerance;
+template <class T>
+MaskOf<T> OnAxis(const AzimuthalView<T>& view) {
+  return Abs(Abs(view.cosC) - 1) < T(kAxisTolerance);
 }
 
-/// k = R c / sin c, 25-2; c from its sine and cosine, since the arccosine loses half the digits towards centre and
-/// antipode.
-double Stretch(const Constants& c, const AzimuthalView& view) {
-  const double sinC = std::sqrt(Square(view.east) + Square(view.north));
-  return c.R * std::atan2(sinC, view.cosC) / sinC;
+/// k = R c / sin c, 25-2, away from the axis; c from its sine and cosine, since the arccosine loses half the digits
+/// towards centre and antipode.
+template <class T>
+T Stretch(const Constants& c, const AzimuthalView<T>& view, MaskOf<T> onAxis) {
+  const T sinC = Sqrt(Square(view.east) + Square(view.north));
+  return c.R * Atan2(sinC, view.cosC) / OneUnless<T>(!onAxis, sinC);
 }
 
-Plot ForwardEquatorial(const Constants& c, PROJPOINT& p) {
-  const double sinPhi = std::sin(p.y);
-  const AzimuthalView view = c.centre.View(sinPhi, std::cos(p.y), p.x);
-  const double k = OnAxis(view) ? 0 : Stretch(c, view);
+template <class T>
+Plot<T> ForwardEquatorial(const Constants& c, Point<T>& p) {
+  const auto [sinPhi, cosPhi] = SinCos(p.y);
+  const AzimuthalView<T> view = c.centre.View(sinPhi, cosPhi, p.x);
+  const MaskOf<T> onAxis = OnAxis(view);
+  const T k = Select(onAxis, T(0), Stretch(c, view, onAxis));
   p = {k * view.east, k * sinPhi};
-  return Plot::Ok;
+  return Plottable<T>();
 }
 
-Plot ForwardOblique(const Constants& c, PROJPOINT& p) {
-  const AzimuthalView view = c.centre.View(p.y, p.x);
-  if (OnAxis(view)) return Plot::Unplottable;
-  const double k = Stretch(c, view);
+template <class T>
+Plot<T> ForwardOblique(const Constants& c, Point<T>& p) {
+  const AzimuthalView<T> view = c.centre.View(p.y, p.x);
+  const MaskOf<T> onAxis = OnAxis(view);
+  const T k = Stretch(c, view, onAxis);
   p = {k * view.east, k * view.north};
-  return Plot::Ok;
+  return !onAxis;
 }
 
-Plot InversePolar(const Constants& c, PROJPOINT& p) {
-  const double rho = std::sqrt(p.x * p.x + p.y * p.y);
-  if (rho < kCentreRadius) return Plot::Unplottable;
+template <class T>
+Plot<T> InversePolar(const Constants& c, Point<T>& p) {
+  const T rho = Sqrt(p.x * p.x + p.y * p.y);
   p = {WrapOnce(c.centre.lon + PolarLongitudeDifference(p.x, p.y, c.pole)),
-       c.centre.Direction(p.x, p.y, rho, Arc::Of(rho / c.R)).Latitude()};  // 25-15
-  return Plot::Ok;
+       c.centre.Direction(p.x, p.y, rho, Arc<T>::Of(rho / c.R)).Latitude()};  // 25-15
+  return !(rho < T(kCentreRadius));
 }
 
-Plot InverseOblique(const Constants& c, PROJPOINT& p) {
-  const double rho = std::sqrt(p.x * p.x + p.y * p.y);
-  if (rho < kCentreRadius) return Plot::Unplottable;
-  const AzimuthalDirection direction = c.centre.Direction(p.x, p.y, rho, Arc::Of(rho / c.R));  // 25-15
+template <class T>
+Plot<T> InverseOblique(const Constants& c, Point<T>& p) {
+  const T rho = Sqrt(p.x * p.x + p.y * p.y);
+  const AzimuthalDirection<T> direction = c.centre.Direction(p.x, p.y, rho, Arc<T>::Of(rho / c.R));  // 25-15
   p = {WrapOnce(c.centre.lon + direction.LongitudeDifference()), direction.Latitude()};
-  return Plot::Ok;
+  return !(rho < T(kCentreRadius));
 }
 
 }  // namespace
 
-bool Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  const Constants c(*work);
-  if (c.pole != 0) return ConvertEach<ForwardPolar>(*work, pts, nPts, c);
-  if (c.equatorial) return ConvertEach<ForwardEquatorial>(*work, pts, nPts, c);
-  return ConvertEach<ForwardOblique>(*work, pts, nPts, c);
+bool Forward(const Conversion& call) {
+  if (!Ready(call, kForwardSite)) return false;
+  const Constants c(*call.work);
+  if (c.pole != 0) return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardPolar(c, p); });
+  if (c.equatorial) return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardEquatorial(c, p); });
+  return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardOblique(c, p); });
 }
 
-bool Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  const Constants c(*work);
-  if (c.pole != 0) return ConvertEach<InversePolar>(*work, pts, nPts, c);
-  return ConvertEach<InverseOblique>(*work, pts, nPts, c);
+bool Inverse(const Conversion& call) {
+  if (!Ready(call, kInverseSite)) return false;
+  const Constants c(*call.work);
+  if (c.pole != 0) return InverseEach(call, kInverseSite, [&c](auto& p) { return InversePolar(c, p); });
+  return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseOblique(c, p); });
 }
 
-bool InDomain(const PROJDATA* rec, const PROJPOINT* point) {
-  return rec != nullptr && point != nullptr && WithinArc(rec->Lat1, rec->Lon0, *point, std::cos(kDomainArc));
-}
-
-}  // namespace orvex::detail::PrjAzimuth
+}  // namespace orvex::detail::ORVEX_LEVEL::PrjAzimuth

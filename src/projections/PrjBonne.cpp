@@ -3,10 +3,12 @@
 // Equal area; every parallel is true to scale.
 // Fixed on purpose: the meridian arc stops after three terms, 155 stands in its inverse where 3-26 has 151 (together up
 // to 5 cm each way), and the longitude difference is wrapped whatever the record's flag says.
+#include "math/Angles.h"
 #include "math/MeridianArc.h"
+#include "projections/Module.h"
 #include "projections/Modules.h"
 
-namespace orvex::detail::PrjBonne {
+namespace orvex::detail::ORVEX_LEVEL::PrjBonne {
 
 namespace {
 
@@ -16,93 +18,112 @@ constexpr Site kInverseSite{kSource, 421, 423};
 constexpr int kApexSphere = 264;  // the forward formulas assert at the apex of the cone
 constexpr int kApexEllipsoid = 371;
 
+/// cos(lat) / sqrt(1 - e2 sin^2 lat): radius of a parallel in units of a, 14-15.
+template <class T>
+T RelativeParallel(double e2, T sinLat, T cosLat) {
+  return cosLat / Sqrt(1 - e2 * (sinLat * sinLat));
+}
+
+/// The meridian arc without its last term: deliberate, see above.
+MeridianArc ThreeTerms(MeridianArc arc) {
+  arc.A6 = 0;
+  return arc;
+}
+
 struct Constants {
   double a, e2, lat1, lon0;
   double cot1;         // sphere
   double sin1, K, M1;  // ellipsoid: K is the radius of the standard parallel, M1 its distance from the equator
   MeridianArc arc;
   FootpointLatitude footpoint;
+
+  explicit Constants(const PROJDATA& work)
+      : a(work.MajorRadius),
+        e2(EccentricitySquared(work.Flattening)),
+        lat1(work.Lat1),
+        lon0(work.Lon0),
+        cot1(1 / Tan(lat1)),
+        sin1(Sin(lat1)),
+        K(a * RelativeParallel(e2, sin1, Cos(lat1)) / sin1),
+        arc(ThreeTerms(MeridianArc(a, e2))),
+        footpoint(arc, e2, 155) {  // deliberate as well
+    M1 = arc(lat1);
+  }
 };
 
-/// cos(lat) / sqrt(1 - e2 sin^2 lat): radius of a parallel in units of a, 14-15.
-double RelativeParallel(double e2, double lat) {
-  return std::cos(lat) / std::sqrt(1 - e2 * Square(std::sin(lat)));
+template <class T>
+Plot<T> ForwardSphere(const Constants& c, Point<T>& p) {
+  const T rho = c.a * (c.cot1 + c.lat1 - p.y);
+  const MaskOf<T> apex = rho == T(0);
+  // Deliberate: it is the longitude that is tested.
+  const MaskOf<T> plottable = c.lat1 == kHalfPi ? p.x != T(kHalfPi) : Yes<T>();
+  const auto [sine, cosine] = SinCos(c.a * WrapOnce(p.x - c.lon0) * Cos(p.y) / OneUnless<T>(!apex, rho));
+  p = {rho * sine, c.a * c.cot1 - rho * cosine};
+  return {plottable, plottable & apex, kApexSphere};
 }
 
-Constants Prepare(const PROJDATA& work) {
-  const double a = work.MajorRadius, e2 = EccentricitySquared(work.Flattening), lat1 = work.Lat1, sin1 = std::sin(lat1);
-  MeridianArc arc(a, e2);
-  arc.A6 = 0;  // deliberate, see above; so is 155
-  return {a,
-          e2,
-          lat1,
-          work.Lon0,
-          1 / std::tan(lat1),
-          sin1,
-          a * RelativeParallel(e2, lat1) / sin1,
-          arc(lat1),
-          arc,
-          FootpointLatitude(e2, 155)};
+template <class T>
+Plot<T> ForwardEllipsoid(const Constants& c, Point<T>& p) {
+  if (c.sin1 == 0) return Unplottable<T>();
+  const auto [sinPhi, cosPhi] = SinCos(p.y);
+  const T rho = c.K + c.M1 - c.arc.Length(p.y, sinPhi, cosPhi);
+  const MaskOf<T> apex = rho == T(0);
+  const auto [sine, cosine] =
+      SinCos(c.a * RelativeParallel(c.e2, sinPhi, cosPhi) * WrapOnce(p.x - c.lon0) / OneUnless<T>(!apex, rho));
+  p = {rho * sine, c.K - rho * cosine};
+  return {Yes<T>(), apex, kApexEllipsoid};
 }
 
-Plot ForwardSphere(const Constants& c, PROJPOINT& p) {
-  if (p.x == kHalfPi && c.lat1 == kHalfPi) return Plot::Unplottable;  // deliberate: it is the longitude that is tested
-  const double rho = c.a * (c.cot1 + c.lat1 - p.y);
-  if (rho == 0) Assert(kSource, kApexSphere);
-  const double E = c.a * WrapOnce(p.x - c.lon0) * std::cos(p.y) / rho;
-  p = {rho * std::sin(E), c.a * c.cot1 - rho * std::cos(E)};
-  return Plot::Ok;
-}
-
-Plot ForwardEllipsoid(const Constants& c, PROJPOINT& p) {
-  if (c.sin1 == 0) return Plot::Unplottable;
-  const double rho = c.K + c.M1 - c.arc(p.y);
-  if (rho == 0) Assert(kSource, kApexEllipsoid);
-  const double E = c.a * RelativeParallel(c.e2, p.y) * WrapOnce(p.x - c.lon0) / rho;
-  p = {rho * std::sin(E), c.K - rho * std::cos(E)};
-  return Plot::Ok;
-}
+template <class T>
+struct Polar {
+  T rho, angle;
+};
 
 /// Radius and angle of a point about the apex, `below` being the distance of the apex above it; negative radii in the
 /// south.
-struct Polar {
-  double rho, angle;
-};
-Polar AboutApex(const Constants& c, double x, double below) {
-  const double rho = std::sqrt(x * x + below * below);
-  return c.lat1 < 0 ? Polar{-rho, std::atan2(-x, -below)} : Polar{rho, std::atan2(x, below)};
+template <class T>
+Polar<T> AboutApex(const Constants& c, T x, T below) {
+  const double sign = c.lat1 < 0 ? -1 : 1;
+  return {sign * Sqrt(x * x + below * below), Atan2(sign * x, sign * below)};
 }
 
-Plot InverseSphere(const Constants& c, PROJPOINT& p) {
+template <class T>
+Plot<T> InverseSphere(const Constants& c, Point<T>& p) {
   const auto [rho, angle] = AboutApex(c, p.x, c.a * c.cot1 - p.y);
-  const double phi = c.cot1 + c.lat1 - rho / c.a, parallel = c.a * std::cos(phi);
-  if (parallel == 0) return Plot::Unplottable;
-  p = {WrapOnce(c.lon0 + rho * angle / parallel), phi};
-  return Plot::Ok;
+  const T phi = c.cot1 + c.lat1 - rho / c.a, parallel = c.a * Cos(phi);
+  const MaskOf<T> plottable = parallel != T(0);
+  p = {WrapOnce(c.lon0 + rho * angle / OneUnless<T>(plottable, parallel)), phi};
+  return plottable;
 }
 
-Plot InverseEllipsoid(const Constants& c, PROJPOINT& p) {
-  if (c.sin1 == 0) return Plot::Unplottable;
-  const double below = c.K - p.y;
+template <class T>
+Plot<T> InverseEllipsoid(const Constants& c, Point<T>& p) {
+  if (c.sin1 == 0) return Unplottable<T>();
+  const T below = c.K - p.y;
   const auto [rho, angle] = AboutApex(c, p.x, below);
-  const double phi = c.footpoint(c.arc.Mu(c.K + c.M1 - rho));  // 3-26
-  if (1 - c.e2 * Square(std::sin(phi)) <= 0) return Plot::Unplottable;
-  const double m = RelativeParallel(c.e2, phi);
-  if (m == 0 || below == 0) return Plot::Unplottable;
-  p = {WrapOnce(c.lon0 + rho * angle / (c.a * m)), phi};
-  return Plot::Ok;
+  const T phi = c.footpoint(c.K + c.M1 - rho);  // 3-26
+  const auto [sinPhi, cosPhi] = SinCos(phi);
+  const MaskOf<T> curved = !(1 - c.e2 * (sinPhi * sinPhi) <= T(0));
+  const T m = RelativeParallel(c.e2, Select(curved, sinPhi, T(0)), cosPhi);
+  const MaskOf<T> plottable = curved & (m != T(0)) & (below != T(0));
+  p = {WrapOnce(c.lon0 + rho * angle / OneUnless<T>(m != T(0), c.a * m)), phi};
+  return plottable;
 }
 
 }  // namespace
 
-bool Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  return ConvertByForm<ForwardSphere, ForwardEllipsoid>(*work, pts, nPts, Prepare(*work));
+bool Forward(const Conversion& call) {
+  if (!Ready(call, kForwardSite)) return false;
+  const Constants c(*call.work);
+  if (call.work->Flattening == 0) return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardSphere(c, p); });
+  return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardEllipsoid(c, p); });
 }
 
-bool Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  return ConvertByForm<InverseSphere, InverseEllipsoid>(*work, pts, nPts, Prepare(*work));
+bool Inverse(const Conversion& call) {
+  if (!Ready(call, kInverseSite)) return false;
+  const Constants c(*call.work);
+  if (call.work->Flattening == 0) return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseSphere(c, p); });
+  return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseEllipsoid(c, p); });
 }
 
-}  // namespace orvex::detail::PrjBonne
+}  // namespace orvex::detail::ORVEX_LEVEL::PrjBonne

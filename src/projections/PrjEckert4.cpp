@@ -6,7 +6,7 @@
 #include "projections/CentralMeridian.h"
 #include "projections/Modules.h"
 
-namespace orvex::detail {
+namespace orvex::detail::ORVEX_LEVEL::PrjEckert4 {
 
 namespace {
 
@@ -25,52 +25,56 @@ struct Constants {
       : width(0.4222382 * work.MajorRadius), height(1.3265004 * work.MajorRadius), meridian(work) {}
 };
 
-/// theta of theta + sin theta cos theta + 2 sin theta = (2 + pi/2) sin phi, 32-3. Whatever the last pass gives is
-/// taken.
-bool SolveTheta(double phi, double& theta) {
-  const double target = kPoleSum * std::sin(phi);
-  theta = phi / 2;
-  double sine = std::sin(theta), cosine = std::cos(theta), slope = 2 * cosine * (1 + cosine);
-  if (slope == 0) return false;
-  double delta = -(theta + sine * cosine + 2 * sine - target) / slope;
-  for (int pass = 0; pass < kPasses; ++pass) {
-    theta += delta;
-    sine = std::sin(theta);
-    cosine = std::cos(theta);
-    slope = 2 * cosine * (cosine + 1);
-    delta = -(sine * cosine + theta + 2 * sine - target) / slope;
-    if (std::abs(delta) <= kTolerance) break;  // deliberately without applying it
+/// theta of theta + sin theta cos theta + 2 sin theta = (2 + pi/2) sin phi, 32-3, by its sine and cosine. Whatever the
+/// last pass gives is taken.
+template <class T>
+MaskOf<T> SolveTheta(T phi, SineCosine<T>& angle) {
+  const T target = kPoleSum * Sin(phi);
+  T theta = phi / 2;
+  angle = SinCos(theta);
+  const T slope = 2 * angle.cosine * (1 + angle.cosine);
+  const MaskOf<T> solvable = slope != T(0);
+  T delta = -(theta + angle.sine * angle.cosine + 2 * angle.sine - target) / OneUnless<T>(solvable, slope);
+  Iteration<T> it(kPasses);
+  while (it.Goes()) {
+    it.Step(theta, theta + delta);
+    angle = SinCos(theta);
+    const auto [sine, cosine] = angle;
+    it.Step(delta, -(sine * cosine + theta + 2 * sine - target) / (2 * cosine * (cosine + 1)));
+    it.Settle(Abs(delta) <= T(kTolerance));  // deliberately without applying it
   }
-  return true;
+  return solvable;
 }
 
-Plot ForwardSphere(const Constants& c, PROJPOINT& p) {
-  double theta;
-  if (!SolveTheta(p.y, theta)) return Plot::Unplottable;
-  p = {c.width * c.meridian.Difference(p.x) * (1 + std::cos(theta)), c.height * std::sin(theta)};  // 32-1, 32-2
-  return Plot::Ok;
+template <class T>
+Plot<T> ForwardSphere(const Constants& c, Point<T>& p) {
+  SineCosine<T> theta;
+  const MaskOf<T> plottable = SolveTheta(p.y, theta);
+  p = {c.width * c.meridian.Difference(p.x) * (1 + theta.cosine), c.height * theta.sine};  // 32-1, 32-2
+  return plottable;
 }
 
 // The arcsines are not clamped: beyond the pole lines they are not numbers, and the point becomes unplottable
 // downstream.
-Plot InverseSphere(const Constants& c, PROJPOINT& p) {
-  const double sine = p.y / c.height, theta = std::asin(sine), cosine = std::cos(theta);
-  const double d = c.width * (1 + cosine);
-  if (d == 0) return Plot::Unplottable;
-  p = {c.meridian.lon0 + p.x / d, std::asin((theta + sine * cosine + 2 * sine) / kPoleSum)};
-  return Plot::Ok;
+template <class T>
+Plot<T> InverseSphere(const Constants& c, Point<T>& p) {
+  const T sine = p.y / c.height, theta = Asin(sine), cosine = Cos(theta);
+  const T d = c.width * (1 + cosine);
+  const MaskOf<T> plottable = d != T(0);
+  p = {c.meridian.lon0 + p.x / OneUnless<T>(plottable, d), Asin((theta + sine * cosine + 2 * sine) / kPoleSum)};
+  return plottable;
 }
 
 }  // namespace
 
-bool PrjEckert4::Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  return ConvertEach<ForwardSphere>(*work, pts, nPts, Constants(*work));
+bool Forward(const Conversion& call) {
+  if (!Ready(call, kForwardSite)) return false;
+  return ForwardEach(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardSphere(c, p); });
 }
 
-bool PrjEckert4::Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  return ConvertEach<InverseSphere>(*work, pts, nPts, Constants(*work));
+bool Inverse(const Conversion& call) {
+  if (!Ready(call, kInverseSite)) return false;
+  return InverseEach(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InverseSphere(c, p); });
 }
 
-}  // namespace orvex::detail
+}  // namespace orvex::detail::ORVEX_LEVEL::PrjEckert4

@@ -6,7 +6,7 @@
 #include "projections/CentralMeridian.h"
 #include "projections/Modules.h"
 
-namespace orvex::detail {
+namespace orvex::detail::ORVEX_LEVEL::PrjEckert6 {
 
 namespace {
 
@@ -22,49 +22,58 @@ struct Constants {
   double scale;  // x = scale dLon (1 + cos theta), y = 2 scale theta
   CentralMeridian meridian;
 
-  explicit Constants(const PROJDATA& work) : scale(work.MajorRadius / std::sqrt(kTwoPlusPi)), meridian(work) {}
+  explicit Constants(const PROJDATA& work) : scale(work.MajorRadius / Sqrt(kTwoPlusPi)), meridian(work) {}
 };
 
-/// theta of theta + sin theta = (1 + pi/2) sin phi, 32-6. Whatever the last pass gives is taken.
-bool SolveTheta(double phi, double& theta) {
-  const double target = kPoleSum * std::sin(phi), slope = 1 + std::cos(phi);
+/// theta of theta + sin theta = (1 + pi/2) sin phi, 32-6, and its cosine. Whatever the last pass gives is taken.
+template <class T>
+MaskOf<T> SolveTheta(T phi, T& theta, T& cosTheta) {
+  const auto [sinPhi, cosPhi] = SinCos(phi);
+  const T target = kPoleSum * sinPhi, slope = 1 + cosPhi;
+  const MaskOf<T> solvable = slope != T(0);
   theta = phi;
-  if (slope == 0) return false;
-  double delta = -(phi + std::sin(phi) - target) / slope;
-  for (int pass = 0; pass < kPasses; ++pass) {
-    theta += delta;
-    delta = -(std::sin(theta) + theta - target) / (std::cos(theta) + 1);
-    if (std::abs(delta) <= kTolerance) break;  // deliberately without applying it
+  cosTheta = cosPhi;
+  T delta = -(phi + sinPhi - target) / OneUnless<T>(solvable, slope);
+  Iteration<T> it(kPasses);
+  while (it.Goes()) {
+    it.Step(theta, theta + delta);
+    const auto [sine, cosine] = SinCos(theta);
+    cosTheta = cosine;
+    it.Step(delta, -(sine + theta - target) / (cosine + 1));
+    it.Settle(Abs(delta) <= T(kTolerance));  // deliberately without applying it
   }
-  return true;
+  return solvable;
 }
 
-Plot ForwardSphere(const Constants& c, PROJPOINT& p) {
-  double theta;
-  if (!SolveTheta(p.y, theta)) return Plot::Unplottable;
-  p = {c.scale * c.meridian.Difference(p.x) * (1 + std::cos(theta)), 2 * c.scale * theta};  // 32-4, 32-5
-  return Plot::Ok;
+template <class T>
+Plot<T> ForwardSphere(const Constants& c, Point<T>& p) {
+  T theta, cosTheta;
+  const MaskOf<T> plottable = SolveTheta(p.y, theta, cosTheta);
+  p = {c.scale * c.meridian.Difference(p.x) * (1 + cosTheta), 2 * c.scale * theta};  // 32-4, 32-5
+  return plottable;
 }
 
 // The arcsine is not clamped: beyond the pole lines it is not a number, and the point becomes unplottable downstream.
-Plot InverseSphere(const Constants& c, PROJPOINT& p) {
-  const double theta = p.y / (2 * c.scale), width = 1 + std::cos(theta);
-  const double phi = std::asin((theta + std::sin(theta)) / kPoleSum);
-  if (width == 0) return Plot::Unplottable;
-  p = {c.meridian.lon0 + p.x / (c.scale * width), phi};
-  return Plot::Ok;
+template <class T>
+Plot<T> InverseSphere(const Constants& c, Point<T>& p) {
+  const T theta = p.y / (2 * c.scale);
+  const auto [sine, cosine] = SinCos(theta);
+  const T width = 1 + cosine;
+  const MaskOf<T> plottable = width != T(0);
+  p = {c.meridian.lon0 + p.x / OneUnless<T>(plottable, c.scale * width), Asin((theta + sine) / kPoleSum)};
+  return plottable;
 }
 
 }  // namespace
 
-bool PrjEckert6::Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  return ConvertEach<ForwardSphere>(*work, pts, nPts, Constants(*work));
+bool Forward(const Conversion& call) {
+  if (!Ready(call, kForwardSite)) return false;
+  return ForwardEach(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardSphere(c, p); });
 }
 
-bool PrjEckert6::Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  return ConvertEach<InverseSphere>(*work, pts, nPts, Constants(*work));
+bool Inverse(const Conversion& call) {
+  if (!Ready(call, kInverseSite)) return false;
+  return InverseEach(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InverseSphere(c, p); });
 }
 
-}  // namespace orvex::detail
+}  // namespace orvex::detail::ORVEX_LEVEL::PrjEckert6

@@ -5,7 +5,7 @@
 #include "projections/CentralMeridian.h"
 #include "projections/Modules.h"
 
-namespace orvex::detail {
+namespace orvex::detail::ORVEX_LEVEL::PrjEquiCon {
 
 namespace {
 
@@ -15,55 +15,56 @@ constexpr Site kInverseSite{"PrjEquiCon", 323, 325};
 constexpr double kOneParallel = 1e-06;  // radians: parallels closer than this count as one
 constexpr double kLeastCone = 1e-07;    // a flatter cone is refused
 
+/// Cone constant, 16-4 as a product, which keeps its digits when the parallels lie close together.
+double ConeConstant(double lat1, double lat2) {
+  if (!(Abs(lat1 - lat2) >= kOneParallel)) return Sin(lat1);
+  const double half = (lat2 - lat1) / 2;
+  return Sin((lat1 + lat2) / 2) * Sin(half) / half;
+}
+
 struct Constants {
   double a;
   CentralMeridian meridian;
-  double n, G, rho0;
+  double n, G = 0, rho0 = 0;
   bool refused;
+
+  explicit Constants(const PROJDATA& work)
+      : a(work.MajorRadius), meridian(work), n(ConeConstant(work.Lat1, work.Lat2)), refused(Abs(n) < kLeastCone) {
+    if (refused) return;
+    G = Cos(work.Lat1) / n + work.Lat1;  // 16-2
+    rho0 = a * (G - work.Lat0);          // 16-3
+  }
 };
 
-/// Cone constant, 16-4 as a product, which keeps its digits when the parallels lie close together.
-double ConeConstant(double lat1, double lat2) {
-  if (!(std::fabs(lat1 - lat2) >= kOneParallel)) return std::sin(lat1);
-  const double half = (lat2 - lat1) / 2;
-  return std::sin((lat1 + lat2) / 2) * std::sin(half) / half;
+template <class T>
+Plot<T> ForwardSphere(const Constants& c, Point<T>& p) {
+  if (c.refused) return Unplottable<T>();
+  const T rho = c.a * (c.G - p.y), theta = c.n * c.meridian.Difference(p.x);  // 16-1, 14-4
+  const auto [sine, cosine] = SinCos(theta);
+  p = {rho * sine, c.rho0 - rho * cosine};  // 14-1, 14-2
+  return Plottable<T>();
 }
 
-Constants Prepare(const PROJDATA& work) {
-  Constants c{work.MajorRadius, CentralMeridian(work), ConeConstant(work.Lat1, work.Lat2), 0, 0, false};
-  c.refused = std::fabs(c.n) < kLeastCone;
-  if (c.refused) return c;
-  c.G = std::cos(work.Lat1) / c.n + work.Lat1;  // 16-2
-  c.rho0 = c.a * (c.G - work.Lat0);             // 16-3
-  return c;
-}
-
-Plot ForwardSphere(const Constants& c, PROJPOINT& p) {
-  if (c.refused) return Plot::Unplottable;
-  const double rho = c.a * (c.G - p.y), theta = c.n * c.meridian.Difference(p.x);  // 16-1, 14-4
-  p = {rho * std::sin(theta), c.rho0 - rho * std::cos(theta)};                     // 14-1, 14-2
-  return Plot::Ok;
-}
-
-Plot InverseSphere(const Constants& c, PROJPOINT& p) {
-  if (c.refused) return Plot::Unplottable;
+template <class T>
+Plot<T> InverseSphere(const Constants& c, Point<T>& p) {
+  if (c.refused) return Unplottable<T>();
   const double sign = c.n > 0 ? 1 : -1;
-  const double x = sign * p.x, d = sign * (c.rho0 - p.y);
-  const double rho = sign * std::sqrt(x * x + d * d);                         // 14-10
-  p = {WrapOnce(std::atan2(x, d) / c.n + c.meridian.lon0), c.G - rho / c.a};  // 14-11, 14-9, 16-5
-  return Plot::Ok;
+  const T x = sign * p.x, d = sign * (c.rho0 - p.y);
+  const T rho = sign * Sqrt(x * x + d * d);                              // 14-10
+  p = {WrapOnce(Atan2(x, d) / c.n + c.meridian.lon0), c.G - rho / c.a};  // 14-11, 14-9, 16-5
+  return Plottable<T>();
 }
 
 }  // namespace
 
-bool PrjEquiCon::Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  return ConvertEach<ForwardSphere>(*work, pts, nPts, Prepare(*work));
+bool Forward(const Conversion& call) {
+  if (!Ready(call, kForwardSite)) return false;
+  return ForwardEach(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardSphere(c, p); });
 }
 
-bool PrjEquiCon::Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  return ConvertEach<InverseSphere>(*work, pts, nPts, Prepare(*work));
+bool Inverse(const Conversion& call) {
+  if (!Ready(call, kInverseSite)) return false;
+  return InverseEach(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InverseSphere(c, p); });
 }
 
-}  // namespace orvex::detail
+}  // namespace orvex::detail::ORVEX_LEVEL::PrjEquiCon

@@ -4,9 +4,10 @@
 // Fixed on purpose: the forward plots the centre, the inverse refuses it; a map point beyond the limiting circle is
 //   taken for the antipode; every point counts as inside the domain.
 #include "math/Azimuthal.h"
+#include "projections/Module.h"
 #include "projections/Modules.h"
 
-namespace orvex::detail::PrjLamAEA {
+namespace orvex::detail::ORVEX_LEVEL::PrjLamAEA {
 
 namespace {
 
@@ -23,60 +24,63 @@ struct Constants {
   }
 };
 
-Plot ForwardPolar(const Constants& c, PROJPOINT& p) {
-  const double dlon = p.x - c.centre.lon;
-  if (1 + c.centre.View(p.y, p.x).cosC <= 0) return Plot::Unplottable;
-  const double rho = 2 * c.R * std::sin(kQuarterPi - c.pole * p.y * 0.5);  // sin(pi/4 + phi/2) is cos(pi/4 - phi/2)
-  p = {rho * std::sin(dlon), -c.pole * rho * std::cos(dlon)};
-  return Plot::Ok;
+template <class T>
+Plot<T> ForwardPolar(const Constants& c, Point<T>& p) {
+  const auto [sinPhi, cosPhi] = SinCos(p.y);
+  const auto [sinDlon, cosDlon] = SinCos(p.x - c.centre.lon);
+  const T rho = 2 * c.R * Sin(kQuarterPi - c.pole * p.y * 0.5);  // sin(pi/4 + phi/2) is cos(pi/4 - phi/2)
+  p = {rho * sinDlon, -c.pole * rho * cosDlon};
+  return 1 + (c.centre.sinLat * sinPhi + c.centre.cosLat * cosPhi * cosDlon) > T(0);
 }
 
 /// The oblique aspect, and the equatorial one: with sin phi1 = 0 and cos phi1 = 1 exactly its formulas are the same.
-Plot ForwardOblique(const Constants& c, PROJPOINT& p) {
-  const AzimuthalView view = c.centre.View(p.y, p.x);
-  const double D = 1 + view.cosC;
-  if (D <= 0) return Plot::Unplottable;
+template <class T>
+Plot<T> ForwardOblique(const Constants& c, Point<T>& p) {
+  const AzimuthalView<T> view = c.centre.View(p.y, p.x);
+  const T D = 1 + view.cosC;
+  const MaskOf<T> plottable = D > T(0);
   // Beyond 90 degrees 1 + cos c cancels; sin^2 c / (1 - cos c) is the same and does not.
-  const double sameD = view.cosC < 0 ? (Square(view.east) + Square(view.north)) / (1 - view.cosC) : D;
-  const double k = c.R * std::sqrt(2 / sameD);  // 24-2
+  const T sameD = Select(view.cosC < T(0), (Square(view.east) + Square(view.north)) / (1 + Abs(view.cosC)), D);
+  const T k = c.R * Sqrt(2 / OneUnless<T>(plottable, sameD));  // 24-2
   p = {k * view.east, k * view.north};
-  return Plot::Ok;
+  return plottable;
 }
 
-AzimuthalDirection DirectionOf(const Constants& c, const PROJPOINT& p, double rho) {
-  return c.centre.Direction(p.x, p.y, rho, Arc::WithHalfSine(rho / (2 * c.R)));  // 24-16
+template <class T>
+AzimuthalDirection<T> DirectionOf(const Constants& c, const Point<T>& p, T rho) {
+  return c.centre.Direction(p.x, p.y, rho, Arc<T>::WithHalfSine(rho / (2 * c.R)));  // 24-16
 }
 
-Plot InversePolar(const Constants& c, PROJPOINT& p) {
-  const double rho = std::sqrt(p.x * p.x + p.y * p.y);
-  if (rho == 0 || p.y == 0) return Plot::Unplottable;  // the whole line y = 0 as well
+template <class T>
+Plot<T> InversePolar(const Constants& c, Point<T>& p) {
+  const T rho = Sqrt(p.x * p.x + p.y * p.y);
+  const MaskOf<T> plottable = (rho != T(0)) & (p.y != T(0));  // the whole line y = 0 is refused as well
   p = {WrapOnce(c.centre.lon + PolarLongitudeDifference(p.x, p.y, c.pole)), DirectionOf(c, p, rho).Latitude()};
-  return Plot::Ok;
+  return plottable;
 }
 
-Plot InverseOblique(const Constants& c, PROJPOINT& p) {
-  const double rho = std::sqrt(p.x * p.x + p.y * p.y);
-  if (rho == 0) return Plot::Unplottable;
-  const AzimuthalDirection direction = DirectionOf(c, p, rho);
-  if (direction.along == 0) return Plot::Unplottable;
+template <class T>
+Plot<T> InverseOblique(const Constants& c, Point<T>& p) {
+  const T rho = Sqrt(p.x * p.x + p.y * p.y);
+  const AzimuthalDirection<T> direction = DirectionOf(c, p, rho);
   p = {WrapOnce(c.centre.lon + direction.LongitudeDifference()), direction.Latitude()};
-  return Plot::Ok;
+  return (rho != T(0)) & (direction.along != T(0));
 }
 
 }  // namespace
 
-bool Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  const Constants c(*work);
-  if (c.pole != 0) return ConvertEach<ForwardPolar>(*work, pts, nPts, c);
-  return ConvertEach<ForwardOblique>(*work, pts, nPts, c);
+bool Forward(const Conversion& call) {
+  if (!Ready(call, kForwardSite)) return false;
+  const Constants c(*call.work);
+  if (c.pole != 0) return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardPolar(c, p); });
+  return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardOblique(c, p); });
 }
 
-bool Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  const Constants c(*work);
-  if (c.pole != 0) return ConvertEach<InversePolar>(*work, pts, nPts, c);
-  return ConvertEach<InverseOblique>(*work, pts, nPts, c);
+bool Inverse(const Conversion& call) {
+  if (!Ready(call, kInverseSite)) return false;
+  const Constants c(*call.work);
+  if (c.pole != 0) return InverseEach(call, kInverseSite, [&c](auto& p) { return InversePolar(c, p); });
+  return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseOblique(c, p); });
 }
 
-}  // namespace orvex::detail::PrjLamAEA
+}  // namespace orvex::detail::ORVEX_LEVEL::PrjLamAEA

@@ -4,9 +4,10 @@
 // its stopping rule: up to 7.6 m, see docs/accuracy.md.
 #include "math/Iteration.h"
 #include "math/MeridianArc.h"
+#include "projections/Module.h"
 #include "projections/Modules.h"
 
-namespace orvex::detail {
+namespace orvex::detail::ORVEX_LEVEL::PrjLambert {
 
 namespace {
 
@@ -15,57 +16,47 @@ constexpr Site kInverseSite{"PrjLambert", 520, 522};
 constexpr int kZeroConeLine = 564;
 constexpr double kLatitudeTolerance = 1.1920928955078125e-06;  // radians
 
-/// t of 15-9, and its two dead ends.
-double ConformalT(double phi, double e) {
-  const double s = e * std::sin(phi);
-  return std::tan(kQuarterPi - phi / 2) / std::pow((1 - s) / (1 + s), e / 2);
-}
-
 /// ln(t2/t1)'s spherical part with its sign: ln tan(45 + phi2/2) - ln tan(45 + phi1/2), exact for parallels close
 /// together.
 double IsometricDifference(double phi1, double phi2) {
-  return 2 * std::atanh(std::sin((phi2 - phi1) / 2) / std::cos((phi2 + phi1) / 2));
+  return 2 * Atanh(Sin((phi2 - phi1) / 2) / Cos((phi2 + phi1) / 2));
 }
 
 /// ln cos phi1 - ln cos phi2, exact for parallels close together.
 double LogCosineDifference(double phi1, double phi2) {
-  return std::log1p(2 * std::sin((phi1 + phi2) / 2) * std::sin((phi2 - phi1) / 2) / std::cos(phi2));
+  return Log1p(2 * Sin((phi1 + phi2) / 2) * Sin((phi2 - phi1) / 2) / Cos(phi2));
 }
 
 /// Whether a standard parallel is a pole. The two differences above have no value there; plain logarithms do.
 bool AnyIsPole(double phi1, double phi2) {
   constexpr double kPoleCosine = 1e-15;
-  return std::fabs(std::cos(phi1)) < kPoleCosine || std::fabs(std::cos(phi2)) < kPoleCosine;
-}
-
-/// The cosine, to the last bit at the poles too: there the 32-bit runtime's falls short by 3e-5 of it, and the
-/// logarithms of such cosines carry that into the cone.
-double ParallelCosine(double phi) {
-  constexpr double kCosineOfHalfPi = 6.123233995736766e-17;  // kHalfPi is that much less than a right angle
-  return std::fabs(phi) == kHalfPi ? kCosineOfHalfPi : std::cos(phi);
+  return Abs(Cos(phi1)) < kPoleCosine || Abs(Cos(phi2)) < kPoleCosine;
 }
 
 /// What the cone is on the record alone. A cone that cannot be used refuses every point, here `usable` false.
 struct Cone {
-  double e = 0, n = 0, aF = 0, rho0 = 0, lon0 = 0;
+  explicit Cone(double eccentricity) : factor(eccentricity) {}
+
+  ConformalFactor factor;
+  double n = 0, aF = 0, rho0 = 0, lon0 = 0;
   bool usable = false;
   bool zero = false;  // sphere: no cone constant; its inverse asserts, its forward refuses
 };
 
 Cone PrepareSphere(const PROJDATA& work) {
   const double lat1 = work.Lat1, lat2 = work.Lat2;
-  Cone c;
+  Cone c(0);
   c.lon0 = work.Lon0;
-  const double T1 = std::tan(kQuarterPi + lat1 / 2);
+  const double T1 = Tan(kQuarterPi + lat1 / 2);
   if (T1 == 0) return c;
   const bool pole = AnyIsPole(lat1, lat2);
-  const double L = pole ? std::log(std::tan(kQuarterPi + lat2 / 2) / T1) : IsometricDifference(lat1, lat2);
+  const double L = pole ? Log(Tan(kQuarterPi + lat2 / 2) / T1) : IsometricDifference(lat1, lat2);
   if (L == 0) return c;  // one standard parallel: there is no tangent cone here
-  c.n = (pole ? std::log(ParallelCosine(lat1) / ParallelCosine(lat2)) : LogCosineDifference(lat1, lat2)) / L;  // 15-3
+  c.n = (pole ? Log(Cos(lat1) / Cos(lat2)) : LogCosineDifference(lat1, lat2)) / L;  // 15-3
   c.zero = c.n == 0;
   if (c.zero) return c;
-  const double F = std::pow(T1, c.n) * ParallelCosine(lat1) / c.n;  // 15-2
-  const double P0 = std::pow(std::tan(kQuarterPi + work.Lat0 / 2), c.n);
+  const double F = Pow(T1, c.n) * Cos(lat1) / c.n;  // 15-2
+  const double P0 = Pow(Tan(kQuarterPi + work.Lat0 / 2), c.n);
   if (P0 == 0) return c;
   c.aF = work.MajorRadius * F;
   c.rho0 = c.aF / P0;  // 15-1a
@@ -74,35 +65,41 @@ Cone PrepareSphere(const PROJDATA& work) {
 }
 
 /// Radius of the parallel with the given t; the far pole of a southern cone lies at the apex.
-double Radius(const Cone& c, double t) {
-  return t == 0 && c.n < 0 ? 0 : c.aF * std::pow(t, c.n);
+template <class T>
+T Radius(const Cone& c, T t) {
+  const T rho = c.aF * Pow(t, T(c.n));
+  return c.n < 0 ? Select(t == T(0), T(0), rho) : rho;
+}
+
+/// t of 15-9 from half the colatitude: its sine and cosine give the tangent and the sine of the latitude.
+template <class T>
+T ConformalT(const Cone& c, T phi) {
+  const auto [sine, cosine] = SinCos(kQuarterPi - phi / 2);
+  return sine / cosine / c.factor(1 - 2 * (sine * sine));
 }
 
 /// `needOrigin`: the inverse also refuses cones whose origin has no radius of curvature or whose F vanishes.
 Cone PrepareEllipsoid(const PROJDATA& work, bool needOrigin) {
   const double lat0 = work.Lat0, lat1 = work.Lat1, lat2 = work.Lat2;
-  const double e2 = EccentricitySquared(work.Flattening);
-  Cone c;
-  c.e = std::sqrt(e2);
+  const double e2 = EccentricitySquared(work.Flattening), e = Sqrt(e2);
+  Cone c(e);
   c.lon0 = work.Lon0;
-  const double sin0 = std::sin(lat0), sin1 = std::sin(lat1), sin2 = std::sin(lat2);
-  if (1 + c.e * sin0 == 0 || 1 + c.e * sin1 == 0 || 1 + c.e * sin2 == 0) return c;
+  const double sin0 = Sin(lat0), sin1 = Sin(lat1), sin2 = Sin(lat2);
+  if (1 + e * sin0 == 0 || 1 + e * sin1 == 0 || 1 + e * sin2 == 0) return c;
   const double w1 = 1 - e2 * sin1 * sin1, w2 = 1 - e2 * sin2 * sin2;
   if (w1 <= 0 || w2 <= 0 || (needOrigin && 1 - e2 * sin0 * sin0 <= 0)) return c;
-  const double t0 = ConformalT(lat0, c.e), t1 = ConformalT(lat1, c.e);
-  const double m1 = ParallelCosine(lat1) / std::sqrt(w1);  // 14-15
+  const double t0 = ConformalT(c, lat0), t1 = ConformalT(c, lat1);
+  const double m1 = Cos(lat1) / Sqrt(w1);  // 14-15
   // ln t1 - ln t2 and ln m1 - ln m2, written so that nothing cancels between parallels half a degree apart.
   const bool pole = AnyIsPole(lat1, lat2);
-  const double D =
-      pole ? std::log(t1) - std::log(ConformalT(lat2, c.e))
-           : IsometricDifference(lat1, lat2) - c.e * std::atanh(c.e * (sin2 - sin1) / (1 - e2 * sin1 * sin2));
+  const double D = pole ? Log(t1) - Log(ConformalT(c, lat2))
+                        : IsometricDifference(lat1, lat2) - e * Atanh(e * (sin2 - sin1) / (1 - e2 * sin1 * sin2));
   if (D == 0) return c;  // one standard parallel: there is no tangent cone here
-  const double lnM =
-      pole ? std::log(m1) - std::log(ParallelCosine(lat2) / std::sqrt(w2))
-           : LogCosineDifference(lat1, lat2) - std::log1p(e2 * std::sin(lat2 - lat1) * std::sin(lat2 + lat1) / w2) / 2;
+  const double lnM = pole ? Log(m1) - Log(Cos(lat2) / Sqrt(w2))
+                          : LogCosineDifference(lat1, lat2) - Log1p(e2 * Sin(lat2 - lat1) * Sin(lat2 + lat1) / w2) / 2;
   c.n = lnM / D;  // 15-8
   if (t1 == 0 && c.n < 0) return c;
-  const double P1 = std::pow(t1, c.n);
+  const double P1 = Pow(t1, c.n);
   if (P1 == 0) return c;
   const double F = m1 / (c.n * P1);  // 15-10
   if (needOrigin && F == 0) return c;
@@ -113,73 +110,83 @@ Cone PrepareEllipsoid(const PROJDATA& work, bool needOrigin) {
 }
 
 /// Polar to rectangular, 14-1 and 14-2. The longitude difference is not wrapped.
-void FromPolar(const Cone& c, double rho, double lon, PROJPOINT& p) {
-  const double theta = c.n * (lon - c.lon0);  // 14-4
-  p = {rho * std::sin(theta), c.rho0 - rho * std::cos(theta)};
+template <class T>
+void FromPolar(const Cone& c, T rho, T lon, Point<T>& p) {
+  const auto [sine, cosine] = SinCos(c.n * (lon - c.lon0));  // 14-4
+  p = {rho * sine, c.rho0 - rho * cosine};
 }
+
+template <class T>
+struct Polar {
+  T rho, theta;
+};
 
 /// Rectangular to polar, 14-10 and 14-11; a southern cone opens the other way.
-void ToPolar(const Cone& c, const PROJPOINT& p, double& rho, double& theta) {
-  const double dy = c.rho0 - p.y;
+template <class T>
+Polar<T> ToPolar(const Cone& c, const Point<T>& p) {
+  const T dy = c.rho0 - p.y;
   const double sign = c.n < 0 ? -1 : 1;
-  theta = std::atan2(sign * p.x, sign * dy);
-  rho = sign * std::sqrt(p.x * p.x + dy * dy);
+  return {sign * Sqrt(p.x * p.x + dy * dy), Atan2(sign * p.x, sign * dy)};
 }
 
-Plot ForwardSphere(const Cone& c, PROJPOINT& p) {
-  if (!c.usable) return Plot::Unplottable;
-  const double P = std::pow(std::tan(kQuarterPi + p.y / 2), c.n);
-  if (P == 0) return Plot::Unplottable;
-  FromPolar(c, c.aF / P, p.x, p);  // 15-1
-  return Plot::Ok;
+template <class T>
+Plot<T> ForwardSphere(const Cone& c, Point<T>& p) {
+  if (!c.usable) return Unplottable<T>();
+  const T P = Pow(Tan(kQuarterPi + p.y / 2), T(c.n));
+  const MaskOf<T> plottable = P != T(0);
+  FromPolar(c, c.aF / OneUnless<T>(plottable, P), p.x, p);  // 15-1
+  return plottable;
 }
 
-Plot ForwardEllipsoid(const Cone& c, PROJPOINT& p) {
-  const double s = c.e * std::sin(p.y);
-  if (!c.usable || 1 + s == 0 || 1 - s * s <= 0) return Plot::Unplottable;
-  const double t = std::tan(kQuarterPi - p.y / 2) / std::pow((1 - s) / (1 + s), c.e / 2);  // 15-9
-  FromPolar(c, Radius(c, t), p.x, p);                                                      // 15-7
-  return Plot::Ok;
+template <class T>
+Plot<T> ForwardEllipsoid(const Cone& c, Point<T>& p) {
+  if (!c.usable) return Unplottable<T>();
+  const T s = c.factor.Eccentricity() * Sin(p.y);
+  FromPolar(c, Radius(c, ConformalT(c, p.y)), p.x, p);  // 15-9, 15-7
+  return (1 + s != T(0)) & !(1 - s * s <= T(0));
 }
 
-Plot InverseSphere(const Cone& c, PROJPOINT& p) {
-  if (c.zero) Assert("PrjLambert", kZeroConeLine);  // on purpose: the forward only refuses the points
-  if (!c.usable) return Plot::Unplottable;
-  double rho = 0, theta = 0;
-  ToPolar(c, p, rho, theta);
-  if (rho == 0) return Plot::Unplottable;
-  p = {theta / c.n + c.lon0, 2 * std::atan(std::pow(c.aF / rho, 1 / c.n)) - kHalfPi};  // 14-9, 15-5
-  return Plot::Ok;
+template <class T>
+Plot<T> InverseSphere(const Cone& c, Point<T>& p) {
+  if (c.zero) return Impossible<T>(kZeroConeLine);  // on purpose: the forward only refuses the points
+  if (!c.usable) return Unplottable<T>();
+  const auto [rho, theta] = ToPolar(c, p);
+  const MaskOf<T> plottable = rho != T(0);
+  const T t = Pow(c.aF / OneUnless<T>(plottable, rho), T(1 / c.n));
+  p = {theta / c.n + c.lon0, 2 * Atan(t) - kHalfPi};  // 14-9, 15-5
+  return plottable;
 }
 
-Plot InverseEllipsoid(const Cone& c, PROJPOINT& p) {
-  if (!c.usable) return Plot::Unplottable;
-  double rho = 0, theta = 0;
-  ToPolar(c, p, rho, theta);
-  if (rho == 0) return Plot::Unplottable;
-  const double t = std::pow(rho / c.aF, 1 / c.n);  // 15-11
-  double phi = 0;
-  if (!PreviousConformalEstimate(t, c.e, p.y, kLatitudeTolerance, phi)) return Plot::Unplottable;
+template <class T>
+Plot<T> InverseEllipsoid(const Cone& c, Point<T>& p) {
+  if (!c.usable) return Unplottable<T>();
+  const auto [rho, theta] = ToPolar(c, p);
+  const MaskOf<T> plottable = rho != T(0);
+  const T t = Pow(Select(plottable, rho / c.aF, T(1)), T(1 / c.n));  // 15-11
+  T phi;
+  const MaskOf<T> settled = PreviousConformalEstimate(t, c.factor, p.y, kLatitudeTolerance, phi);
   p = {theta / c.n + c.lon0, phi};
-  return Plot::Ok;
+  return plottable & settled;
 }
 
 }  // namespace
 
-bool PrjLambert::Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  if (work->Flattening == 0) {
-    return ConvertEach<ForwardSphere>(*work, pts, nPts, PrepareSphere(*work));
+bool Forward(const Conversion& call) {
+  if (!Ready(call, kForwardSite)) return false;
+  if (call.work->Flattening == 0) {
+    return ForwardEach(call, kForwardSite, [c = PrepareSphere(*call.work)](auto& p) { return ForwardSphere(c, p); });
   }
-  return ConvertEach<ForwardEllipsoid>(*work, pts, nPts, PrepareEllipsoid(*work, false));
+  return ForwardEach(call, kForwardSite,
+                     [c = PrepareEllipsoid(*call.work, false)](auto& p) { return ForwardEllipsoid(c, p); });
 }
 
-bool PrjLambert::Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  if (work->Flattening == 0) {
-    return ConvertEach<InverseSphere>(*work, pts, nPts, PrepareSphere(*work));
+bool Inverse(const Conversion& call) {
+  if (!Ready(call, kInverseSite)) return false;
+  if (call.work->Flattening == 0) {
+    return InverseEach(call, kInverseSite, [c = PrepareSphere(*call.work)](auto& p) { return InverseSphere(c, p); });
   }
-  return ConvertEach<InverseEllipsoid>(*work, pts, nPts, PrepareEllipsoid(*work, true));
+  return InverseEach(call, kInverseSite,
+                     [c = PrepareEllipsoid(*call.work, true)](auto& p) { return InverseEllipsoid(c, p); });
 }
 
-}  // namespace orvex::detail
+}  // namespace orvex::detail::ORVEX_LEVEL::PrjLambert

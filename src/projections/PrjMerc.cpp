@@ -3,12 +3,12 @@
 //   Sphere 7-1, 7-2, inverse 7-4, 7-5; ellipsoid 7-6, 7-7, inverse 7-9 to 7-12; scale by 7-8.
 // Fixed on purpose: the ellipsoid inverse stops by PreviousEstimate and takes 2.71828 for the base of logarithms; the
 //   sphere refuses the last latitude below the pole, the ellipsoid only what lies beyond it.
-#include "math/IsometricLatitude.h"
 #include "math/Iteration.h"
 #include "math/MeridianArc.h"
+#include "projections/Module.h"
 #include "projections/Modules.h"
 
-namespace orvex::detail {
+namespace orvex::detail::ORVEX_LEVEL::PrjMerc {
 
 namespace {
 
@@ -19,74 +19,73 @@ constexpr int kZeroScaleLine = 442;
 
 constexpr double kPoleLimit = 1.5707963267948963;      // radians, one step of a double below pi/2
 constexpr double kTolerance = 1.1920928955078125e-06;  // radians: 7.6 m on the ground
-constexpr double kNaturalBase = 2.71828;               // five decimals: must stay, see above
+constexpr double kLogOfBase = 0.999999327347282;       // of 2.71828, five decimals of e: must stay, see above
 
 struct Constants {
-  double a, lon0, e;
-  double k;      // scale of the equator
-  bool refused;  // no scale at Lat0
+  double a, lon0;
+  ConformalFactor factor;
+  double k = 0;          // scale of the equator
+  bool refused = false;  // no scale at Lat0
+
+  explicit Constants(const PROJDATA& work)
+      : a(work.MajorRadius), lon0(work.Lon0), factor(Sqrt(EccentricitySquared(work.Flattening))) {
+    const double w0 = 1 - EccentricitySquared(work.Flattening) * Square(Sin(work.Lat0));
+    refused = w0 <= 0;
+    if (!refused) k = Cos(work.Lat0) / Sqrt(w0);  // 7-8 inverted; on the sphere w0 is 1
+  }
 };
 
-Constants PrepareSphere(const PROJDATA& work) {
-  return {work.MajorRadius, work.Lon0, 0, std::cos(work.Lat0), false};
+template <class T>
+Plot<T> ForwardSphere(const Constants& c, Point<T>& p) {
+  const MaskOf<T> plottable = Abs(p.y) < T(kPoleLimit);
+  p = {(p.x - c.lon0) * c.a * c.k, IsometricLatitude(p.y, c.factor.Eccentric()) * (c.a * c.k)};  // 7-1, 7-2
+  return plottable;
 }
 
-Constants PrepareEllipsoid(const PROJDATA& work) {
-  const double e2 = EccentricitySquared(work.Flattening);
-  const double w0 = 1 - e2 * Square(std::sin(work.Lat0));
-  Constants c{work.MajorRadius, work.Lon0, std::sqrt(e2), 0, w0 <= 0};
-  if (!c.refused) c.k = std::cos(work.Lat0) / std::sqrt(w0);  // 7-8 inverted
-  return c;
-}
-
-Plot ForwardSphere(const Constants& c, PROJPOINT& p) {
-  if (!(std::fabs(p.y) < kPoleLimit)) return Plot::Unplottable;
-  p = {(p.x - c.lon0) * c.a * c.k, IsometricLatitude(p.y, 0) * c.a * c.k};  // 7-1, 7-2
-  return Plot::Ok;
-}
-
-Plot ForwardEllipsoid(const Constants& c, PROJPOINT& p) {
-  if (c.refused || std::fabs(p.y) > kPoleLimit) return Plot::Unplottable;
-  const double s = std::sin(p.y);
+template <class T>
+Plot<T> ForwardEllipsoid(const Constants& c, Point<T>& p) {
+  if (c.refused) return Unplottable<T>();
+  const auto [s, cosPhi] = SinCos(p.y);
   // So close to a pole that the sine is 1, the logarithm of 7-7 has no finite value.
-  if (1 - s == 0 || 1 + s == 0 || 1 + c.e * s == 0) return Plot::Unplottable;
-  p = {(p.x - c.lon0) * c.a * c.k, IsometricLatitude(p.y, c.e) * c.a * c.k};  // 7-6, 7-7
-  return Plot::Ok;
+  const MaskOf<T> plottable =
+      (Abs(p.y) <= T(kPoleLimit)) & (1 - s != T(0)) & (1 + s != T(0)) & (1 + c.factor.Eccentricity() * s != T(0));
+  p = {(p.x - c.lon0) * c.a * c.k, IsometricLatitude(s, cosPhi, c.factor.Eccentric()) * (c.a * c.k)};  // 7-6, 7-7
+  return plottable;
 }
 
-Plot InverseSphere(const Constants& c, PROJPOINT& p) {
+template <class T>
+Plot<T> InverseSphere(const Constants& c, Point<T>& p) {
   const double radius = c.a * c.k;
-  p = {p.x / radius + c.lon0, std::atan(std::sinh(p.y / radius))};  // 7-5, 7-4
-  return Plot::Ok;
+  p = {p.x / radius + c.lon0, Atan(Sinh(p.y / radius))};  // 7-5, 7-4
+  return Plottable<T>();
 }
 
-Plot InverseEllipsoid(const Constants& c, PROJPOINT& p) {
-  if (c.refused) return Plot::Unplottable;
-  if (c.k == 0) Assert(kSource, kZeroScaleLine);
-  const double northing = p.y / c.k;
-  const double t = std::pow(kNaturalBase, -northing / c.a);  // 7-10
-  double lat = 0;
-  if (!PreviousConformalEstimate(t, c.e, northing, kTolerance, lat)) return Plot::Unplottable;
+template <class T>
+Plot<T> InverseEllipsoid(const Constants& c, Point<T>& p) {
+  if (c.refused) return Unplottable<T>();
+  if (c.k == 0) return Impossible<T>(kZeroScaleLine);
+  const T northing = p.y / c.k;
+  const T t = Exp(-northing / c.a * kLogOfBase);  // 7-10
+  T lat;
+  const MaskOf<T> plottable = PreviousConformalEstimate(t, c.factor, northing, kTolerance, lat);
   p = {p.x / c.k / c.a + c.lon0, lat};  // 7-12
-  return Plot::Ok;
+  return plottable;
 }
 
 }  // namespace
 
-bool PrjMerc::Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  if (work->Flattening == 0) {
-    return ConvertEach<ForwardSphere>(*work, pts, nPts, PrepareSphere(*work));
-  }
-  return ConvertEach<ForwardEllipsoid>(*work, pts, nPts, PrepareEllipsoid(*work));
+bool Forward(const Conversion& call) {
+  if (!Ready(call, kForwardSite)) return false;
+  const Constants c(*call.work);
+  if (call.work->Flattening == 0) return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardSphere(c, p); });
+  return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardEllipsoid(c, p); });
 }
 
-bool PrjMerc::Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  if (work->Flattening == 0) {
-    return ConvertEach<InverseSphere>(*work, pts, nPts, PrepareSphere(*work));
-  }
-  return ConvertEach<InverseEllipsoid>(*work, pts, nPts, PrepareEllipsoid(*work));
+bool Inverse(const Conversion& call) {
+  if (!Ready(call, kInverseSite)) return false;
+  const Constants c(*call.work);
+  if (call.work->Flattening == 0) return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseSphere(c, p); });
+  return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseEllipsoid(c, p); });
 }
 
-}  // namespace orvex::detail
+}  // namespace orvex::detail::ORVEX_LEVEL::PrjMerc

@@ -2,9 +2,10 @@
 // Sphere only, of radius MajorRadius whatever the flattening.
 // Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987), 11-1, 11-2, inverse 11-6, 11-7,
 //   with ln tan(pi/4 + u/2) = asinh(tan u), exact at the equator.
+#include "projections/Module.h"
 #include "projections/Modules.h"
 
-namespace orvex::detail {
+namespace orvex::detail::ORVEX_LEVEL::PrjMiller {
 
 namespace {
 
@@ -13,32 +14,32 @@ constexpr Site kInverseSite{"PrjMiller", 293, 295};
 
 struct Constants {
   double a, lon0;
+
+  explicit Constants(const PROJDATA& work) : a(work.MajorRadius), lon0(work.Lon0) {}
 };
 
-Constants Prepare(const PROJDATA& work) {
-  return {work.MajorRadius, work.Lon0};
+template <class T>
+Plot<T> ForwardSphere(const Constants& c, Point<T>& p) {
+  p = {(p.x - c.lon0) * c.a, Asinh(Tan(0.8 * p.y)) * (c.a / 0.8)};  // 11-1, 11-2
+  return Plottable<T>();
 }
 
-Plot ForwardSphere(const Constants& c, PROJPOINT& p) {
-  p = {(p.x - c.lon0) * c.a, std::asinh(std::tan(0.8 * p.y)) * c.a / 0.8};  // 11-1, 11-2
-  return Plot::Ok;
-}
-
-Plot InverseSphere(const Constants& c, PROJPOINT& p) {
-  p = {p.x / c.a + c.lon0, std::atan(std::sinh(0.8 * p.y / c.a)) / 0.8};  // 11-7, 11-6
-  return Plot::Ok;
+template <class T>
+Plot<T> InverseSphere(const Constants& c, Point<T>& p) {
+  p = {p.x / c.a + c.lon0, Atan(Sinh(0.8 * p.y / c.a)) / 0.8};  // 11-7, 11-6
+  return Plottable<T>();
 }
 
 }  // namespace
 
-bool PrjMiller::Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  return ConvertEach<ForwardSphere>(*work, pts, nPts, Prepare(*work));
+bool Forward(const Conversion& call) {
+  if (!Ready(call, kForwardSite)) return false;
+  return ForwardEach(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardSphere(c, p); });
 }
 
-bool PrjMiller::Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  return ConvertEach<InverseSphere>(*work, pts, nPts, Prepare(*work));
+bool Inverse(const Conversion& call) {
+  if (!Ready(call, kInverseSite)) return false;
+  return InverseEach(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InverseSphere(c, p); });
 }
 
-}  // namespace orvex::detail
+}  // namespace orvex::detail::ORVEX_LEVEL::PrjMiller

@@ -3,7 +3,7 @@
 #include "projections/CentralMeridian.h"
 #include "projections/Modules.h"
 
-namespace orvex::detail {
+namespace orvex::detail::ORVEX_LEVEL::PrjMolle {
 
 namespace {
 
@@ -18,51 +18,54 @@ struct Constants {
   CentralMeridian meridian;
 
   explicit Constants(const PROJDATA& work)
-      : width(std::sqrt(8.0) / kPi * work.MajorRadius), height(std::sqrt(2.0) * work.MajorRadius), meridian(work) {}
+      : width(Sqrt(8.0) / kPi * work.MajorRadius), height(Sqrt(2.0) * work.MajorRadius), meridian(work) {}
 };
 
-/// theta' = 2 theta of theta' + sin theta' = pi sin phi by Newton's method, 31-4; false when it does not settle. A
-/// cosine of exactly 1 never settles: that refuses the latitudes within 1e-8 radians north of -1e-7, where the nudged
-/// start is 0.
-bool SolveTheta(double phi, double& theta) {
-  const double target = kPi * std::sin(phi);
-  theta = std::abs(phi) < kStartNudge ? phi + kStartNudge : phi;
-  for (int pass = 0; pass < kPasses; ++pass) {
-    const double cosTheta = std::cos(theta);
-    if (cosTheta == 1.0) return false;
-    const double delta = -(theta + std::sin(theta) - target) / (cosTheta + 1);
-    theta += delta;
-    if (!(std::abs(delta) > kFloatEpsilon)) return true;
+/// theta' = 2 theta of theta' + sin theta' = pi sin phi by Newton's method, 31-4; answers where it settles. A cosine of
+/// exactly 1 never does: that refuses the latitudes within 1e-8 radians north of -1e-7, where the nudged start is 0.
+template <class T>
+MaskOf<T> SolveTheta(T phi, T& theta) {
+  const T target = kPi * Sin(phi);
+  theta = Select(Abs(phi) < T(kStartNudge), phi + kStartNudge, phi);
+  Iteration<T> it(kPasses);
+  while (it.Goes()) {
+    const auto [sine, cosine] = SinCos(theta);
+    it.GiveUp(cosine == T(1));
+    const T delta = -(theta + sine - target) / (cosine + 1);
+    it.Step(theta, theta + delta);
+    it.Settle(!(Abs(delta) > T(kFloatEpsilon)));
   }
-  return false;
+  return it.Settled();
 }
 
-Plot ForwardSphere(const Constants& c, PROJPOINT& p) {
-  double theta;
-  if (!SolveTheta(p.y, theta)) return Plot::Unplottable;
-  theta *= 0.5;                                                                              // 31-5
-  p = {c.width * c.meridian.Difference(p.x) * std::cos(theta), c.height * std::sin(theta)};  // 31-1, 31-2
-  return Plot::Ok;
+template <class T>
+Plot<T> ForwardSphere(const Constants& c, Point<T>& p) {
+  T theta;
+  const MaskOf<T> plottable = SolveTheta(p.y, theta);
+  const auto [sine, cosine] = SinCos(0.5 * theta);                       // 31-5
+  p = {c.width * c.meridian.Difference(p.x) * cosine, c.height * sine};  // 31-1, 31-2
+  return plottable;
 }
 
 // The arcsines are not clamped: beyond the outline they are not numbers, and the point becomes unplottable downstream.
-Plot InverseSphere(const Constants& c, PROJPOINT& p) {
-  const double theta = std::asin(p.y / c.height), cosTheta = std::cos(theta);
-  if (cosTheta == 0) return Plot::Unplottable;
-  p = {c.meridian.lon0 + p.x / (c.width * cosTheta), std::asin((2 * theta + std::sin(2 * theta)) / kPi)};
-  return Plot::Ok;
+template <class T>
+Plot<T> InverseSphere(const Constants& c, Point<T>& p) {
+  const T sine = p.y / c.height, theta = Asin(sine), cosTheta = Cos(theta);
+  const MaskOf<T> plottable = cosTheta != T(0);
+  p = {c.meridian.lon0 + p.x / (c.width * OneUnless<T>(plottable, cosTheta)), Asin((2 * theta + Sin(2 * theta)) / kPi)};
+  return plottable;
 }
 
 }  // namespace
 
-bool PrjMolle::Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  return ConvertEach<ForwardSphere>(*work, pts, nPts, Constants(*work));
+bool Forward(const Conversion& call) {
+  if (!Ready(call, kForwardSite)) return false;
+  return ForwardEach(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardSphere(c, p); });
 }
 
-bool PrjMolle::Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  return ConvertEach<InverseSphere>(*work, pts, nPts, Constants(*work));
+bool Inverse(const Conversion& call) {
+  if (!Ready(call, kInverseSite)) return false;
+  return InverseEach(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InverseSphere(c, p); });
 }
 
-}  // namespace orvex::detail
+}  // namespace orvex::detail::ORVEX_LEVEL::PrjMolle

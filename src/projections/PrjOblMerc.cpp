@@ -4,56 +4,41 @@
 //   method, p. 71-75, with the centre at the points' mean latitude. The sphere is its own aposphere, so one set of
 //   formulas does.
 #include "math/ObliqueMercator.h"
+#include "projections/Module.h"
 #include "projections/Modules.h"
 
-namespace orvex::detail::PrjOblMerc {
+namespace orvex::detail::ORVEX_LEVEL::PrjOblMerc {
 
 namespace {
 
 constexpr Site kForwardSite{"PrjOblMerc", 230, 232};
 constexpr Site kInverseSite{"PrjOblMerc", 330, 332};
 
-/// `radians` converts the record's angles: the driver's copy holds radians already, the domain test gets degrees.
-template <class Radians>
-ObliqueMercator Prepare(const PROJDATA& rec, Radians radians) {
-  const double lat1 = radians(rec.Lat1), lat2 = radians(rec.Lat2);
-  const Aposphere sphere(rec.MajorRadius, rec.Flattening, rec.K0, (lat1 + lat2) / 2);
-  return ObliqueMercator::ThroughPoints(sphere, radians(rec.Lon1), lat1, radians(rec.Lon2), lat2);
-}
+using Constants = ObliqueMercator<TwoPointLine>;
 
-ObliqueMercator Prepare(const PROJDATA& work) {
-  return Prepare(work, [](double angle) { return angle; });
-}
-
-Plot ForwardPoint(const ObliqueMercator& line, PROJPOINT& p) {
-  double u = 0, v = 0;
-  if (!line.Forward(p.x, p.y, u, v)) return Plot::Unplottable;
+template <class T>
+Plot<T> ForwardPoint(const Constants& c, Point<T>& p) {
+  T u, v;
+  const MaskOf<T> plottable = c.Forward(p.x, p.y, u, v);
   p = {u, -v};
-  return Plot::Ok;
+  return plottable;
 }
 
-Plot InversePoint(const ObliqueMercator& line, PROJPOINT& p) {
-  double lon = 0, lat = 0;
-  if (!line.Inverse(p.x, -p.y, lon, lat)) return Plot::Unplottable;
-  p = {lon, lat};
-  return Plot::Ok;
+template <class T>
+Plot<T> InversePoint(const Constants& c, Point<T>& p) {
+  return c.Inverse(T(p.x), -p.y, p.x, p.y);
 }
 
 }  // namespace
 
-bool Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  return ConvertEach<ForwardPoint>(*work, pts, nPts, Prepare(*work));
+bool Forward(const Conversion& call) {
+  if (!Ready(call, kForwardSite)) return false;
+  return ForwardEach(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardPoint(c, p); });
 }
 
-bool Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  return ConvertEach<InversePoint>(*work, pts, nPts, Prepare(*work));
+bool Inverse(const Conversion& call) {
+  if (!Ready(call, kInverseSite)) return false;
+  return InverseEach(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InversePoint(c, p); });
 }
 
-bool InDomain(const PROJDATA* rec, const PROJPOINT* point) {
-  if (rec == nullptr || point == nullptr) return false;
-  return Prepare(*rec, DegToRad).NearLine(DegToRad(point->x), DegToRad(point->y));
-}
-
-}  // namespace orvex::detail::PrjOblMerc
+}  // namespace orvex::detail::ORVEX_LEVEL::PrjOblMerc

@@ -4,9 +4,10 @@
 // Fixed on purpose: the limiting circle itself is plotted; a map point beyond it is taken for the one on it; the
 //   longitude of the inverse is not wrapped; the centre latitude is left in Lat1 of the working record.
 #include "math/Azimuthal.h"
+#include "projections/Module.h"
 #include "projections/Modules.h"
 
-namespace orvex::detail::PrjOrtho {
+namespace orvex::detail::ORVEX_LEVEL::PrjOrtho {
 
 namespace {
 
@@ -26,54 +27,53 @@ struct Constants {
   }
 };
 
-Plot ForwardPoint(const Constants& c, PROJPOINT& p) {
-  const double sinPhi = std::sin(p.y), cosPhi = std::cos(p.y);
-  const double sinDlon = std::sin(p.x - c.centre.lon), cosDlon = std::cos(p.x - c.centre.lon);
-  const double cosC = c.centre.sinLat * sinPhi + c.centre.cosLat * cosPhi * cosDlon;  // 5-3
-  if (cosC < 0) return Plot::Unplottable;
+template <class T>
+Plot<T> ForwardPoint(const Constants& c, Point<T>& p) {
+  const auto [sinPhi, cosPhi] = SinCos(p.y);
+  const auto [sinDlon, cosDlon] = SinCos(p.x - c.centre.lon);
+  const T cosC = c.centre.sinLat * sinPhi + c.centre.cosLat * cosPhi * cosDlon;                    // 5-3
   p = {c.R * cosPhi * sinDlon, c.R * (c.yCosPhi1 * sinPhi - c.centre.sinLat * cosPhi * cosDlon)};  // 20-3, 20-4
-  return Plot::Ok;
+  return !(cosC < T(0));
 }
 
 /// Direction of a map point that is not the centre.
-AzimuthalDirection DirectionOf(const Constants& c, const PROJPOINT& p, double rho) {
-  return c.centre.Direction(p.x, p.y, rho, Arc::WithSine(rho / c.R));  // 20-19
+template <class T>
+AzimuthalDirection<T> DirectionOf(const Constants& c, const Point<T>& p, T rho) {
+  return c.centre.Direction(p.x, p.y, rho, Arc<T>::WithSine(rho / c.R));  // 20-19
 }
 
-Plot InversePolar(const Constants& c, PROJPOINT& p) {
-  const double rho = std::sqrt(p.x * p.x + p.y * p.y);
-  if (rho <= kFloatEpsilon) {
-    p = {c.centre.lon, c.centre.lat};
-    return Plot::Ok;
-  }
-  p = {c.centre.lon + PolarLongitudeDifference(p.x, p.y, c.pole), DirectionOf(c, p, rho).Latitude()};
-  return Plot::Ok;
+template <class T>
+Plot<T> InversePolar(const Constants& c, Point<T>& p) {
+  const T rho = Sqrt(p.x * p.x + p.y * p.y);
+  const MaskOf<T> centre = rho <= T(kFloatEpsilon);
+  const T dlon = PolarLongitudeDifference(p.x, p.y, c.pole), lat = DirectionOf(c, p, rho).Latitude();
+  p = {Select(centre, T(c.centre.lon), c.centre.lon + dlon), Select(centre, T(c.centre.lat), lat)};
+  return Plottable<T>();
 }
 
-Plot InverseOblique(const Constants& c, PROJPOINT& p) {
-  const double rho = std::sqrt(p.x * p.x + p.y * p.y);
-  if (rho <= kFloatEpsilon) {
-    p = {c.centre.lon, c.centre.lat};
-    return Plot::Ok;
-  }
-  const AzimuthalDirection direction = DirectionOf(c, p, rho);
-  if (direction.along == 0) return Plot::Unplottable;
-  p = {c.centre.lon + direction.LongitudeDifference(), direction.Latitude()};
-  return Plot::Ok;
+template <class T>
+Plot<T> InverseOblique(const Constants& c, Point<T>& p) {
+  const T rho = Sqrt(p.x * p.x + p.y * p.y);
+  const MaskOf<T> centre = rho <= T(kFloatEpsilon);
+  const AzimuthalDirection<T> direction = DirectionOf(c, p, rho);
+  p = {Select(centre, T(c.centre.lon), c.centre.lon + direction.LongitudeDifference()),
+       Select(centre, T(c.centre.lat), direction.Latitude())};
+  return centre | (direction.along != T(0));
 }
 
 }  // namespace
 
-bool Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  return ConvertEach<ForwardPoint>(*work, pts, nPts, Constants(*work));
+bool Forward(const Conversion& call) {
+  if (!Ready(call, kForwardSite)) return false;
+  const Constants c(*call.work);
+  return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardPoint(c, p); });
 }
 
-bool Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  const Constants c(*work);
-  if (c.pole != 0) return ConvertEach<InversePolar>(*work, pts, nPts, c);
-  return ConvertEach<InverseOblique>(*work, pts, nPts, c);
+bool Inverse(const Conversion& call) {
+  if (!Ready(call, kInverseSite)) return false;
+  const Constants c(*call.work);
+  if (c.pole != 0) return InverseEach(call, kInverseSite, [&c](auto& p) { return InversePolar(c, p); });
+  return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseOblique(c, p); });
 }
 
-}  // namespace orvex::detail::PrjOrtho
+}  // namespace orvex::detail::ORVEX_LEVEL::PrjOrtho

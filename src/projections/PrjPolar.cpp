@@ -7,10 +7,12 @@
 //   it while the inverse does not, and the inverse refuses the centre; Lat1 and Lon1 of the working record receive the
 //   centre.
 #include "math/Azimuthal.h"
+#include "math/Iteration.h"
 #include "math/MeridianArc.h"
+#include "projections/Module.h"
 #include "projections/Modules.h"
 
-namespace orvex::detail::PrjPolar {
+namespace orvex::detail::ORVEX_LEVEL::PrjPolar {
 
 namespace {
 
@@ -30,89 +32,88 @@ struct Constants {
 
   explicit Constants(const PROJDATA& work)
       : centre(work.Lat0, work.Lon0), pole(0), twoRk0(2 * work.MajorRadius * work.K0) {
-    if (std::abs(centre.lat - kHalfPi) <= kFloatEpsilon) pole = kNorthPole;
-    if (std::abs(centre.lat + kHalfPi) <= kFloatEpsilon) pole = kSouthPole;
+    if (Abs(centre.lat - kHalfPi) <= kFloatEpsilon) pole = kNorthPole;
+    if (Abs(centre.lat + kHalfPi) <= kFloatEpsilon) pole = kSouthPole;
   }
 };
 
 // ---- sphere ----
 
 /// Every aspect. In the hemisphere that is plotted the divisor 1 + cos c is never 0.
-Plot ForwardSphere(const Constants& c, PROJPOINT& p) {
-  const AzimuthalView view = c.centre.View(p.y, p.x);
-  if (view.cosC < 0) return Plot::Unplottable;
-  const double k = c.twoRk0 / (1 + view.cosC);  // 21-4
+template <class T>
+Plot<T> ForwardSphere(const Constants& c, Point<T>& p) {
+  const AzimuthalView<T> view = c.centre.View(p.y, p.x);
+  const MaskOf<T> plottable = !(view.cosC < T(0));
+  const T k = c.twoRk0 / (1 + Abs(view.cosC));  // 21-4
   p = {k * view.east, k * view.north};          // 21-2, 21-3
-  return Plot::Ok;
+  return plottable;
 }
 
-AzimuthalDirection SphereDirection(const Constants& c, const PROJPOINT& p, double rho) {
-  return c.centre.Direction(p.x, p.y, rho, Arc::WithHalfTangent(rho / c.twoRk0));  // 21-15
+template <class T>
+AzimuthalDirection<T> SphereDirection(const Constants& c, const Point<T>& p, T rho) {
+  return c.centre.Direction(p.x, p.y, rho, Arc<T>::WithHalfTangent(rho / c.twoRk0));  // 21-15
 }
 
-Plot InverseSpherePolar(const Constants& c, PROJPOINT& p) {
-  const double rho = std::sqrt(p.x * p.x + p.y * p.y);
-  if (rho <= kFloatEpsilon) {
-    p = {WrapOnce(c.centre.lon), c.centre.lat};
-    return Plot::Ok;
-  }
-  p = {WrapOnce(c.centre.lon + PolarLongitudeDifference(p.x, p.y, c.pole)), SphereDirection(c, p, rho).Latitude()};
-  return Plot::Ok;
+template <class T>
+Plot<T> InverseSpherePolar(const Constants& c, Point<T>& p) {
+  const T rho = Sqrt(p.x * p.x + p.y * p.y);
+  const MaskOf<T> centre = rho <= T(kFloatEpsilon);
+  const T dlon = PolarLongitudeDifference(p.x, p.y, c.pole), away = Select(centre, T(c.twoRk0), rho);
+  p = {WrapOnce(Select(centre, T(c.centre.lon), c.centre.lon + dlon)),
+       Select(centre, T(c.centre.lat), SphereDirection(c, p, away).Latitude())};
+  return Plottable<T>();
 }
 
-Plot InverseSphereOblique(const Constants& c, PROJPOINT& p) {
-  const double rho = std::sqrt(p.x * p.x + p.y * p.y);
-  if (rho <= kFloatEpsilon) {
-    p = {WrapOnce(c.centre.lon), c.centre.lat};
-    return Plot::Ok;
-  }
-  const AzimuthalDirection direction = SphereDirection(c, p, rho);
-  if (direction.along == 0) return Plot::Unplottable;
-  p = {WrapOnce(c.centre.lon + direction.LongitudeDifference()), direction.Latitude()};
-  return Plot::Ok;
+template <class T>
+Plot<T> InverseSphereOblique(const Constants& c, Point<T>& p) {
+  const T rho = Sqrt(p.x * p.x + p.y * p.y);
+  const MaskOf<T> centre = rho <= T(kFloatEpsilon);
+  const AzimuthalDirection<T> direction = SphereDirection(c, p, Select(centre, T(c.twoRk0), rho));
+  p = {WrapOnce(Select(centre, T(c.centre.lon), c.centre.lon + direction.LongitudeDifference())),
+       Select(centre, T(c.centre.lat), direction.Latitude())};
+  return centre | (direction.along != T(0));
 }
 
 // ---- ellipsoid ----
 
-/// ((1 - e sin phi) / (1 + e sin phi))^(e/2), what the ellipsoid adds to the conformal latitude.
-double EllipsoidFactor(double e, double sinPhi) {
-  return std::pow((1 - e * sinPhi) / (1 + e * sinPhi), e / 2);
-}
-
-/// Conformal latitude chi, 3-1. Without one: at the north pole, and at the south pole when e is 1.
+/// Sine and cosine of the conformal latitude chi, 3-1. Without one: at the north pole, and at the south pole when e is
+/// 1.
+template <class T>
 struct ConformalLatitude {
-  bool exists;
-  double sinChi, cosChi;
+  MaskOf<T> exists;
+  T sinChi, cosChi;
 
-  ConformalLatitude(double e, double sinPhi, double cosPhi)
-      : exists(1 - sinPhi != 0 && 1 + e * sinPhi != 0), sinChi(0), cosChi(1) {
-    if (!exists) return;
+  ORVEX_INLINE ConformalLatitude(const ConformalFactor& factor, T sinPhi, T cosPhi)
+      : exists((1 - sinPhi != T(0)) & (1 + factor.Eccentricity() * sinPhi != T(0))) {
     // tan(pi/4 + phi/2), whose argument itself would lose digits towards the north pole.
-    const double tangent = sinPhi > 0 ? (1 + sinPhi) / cosPhi : cosPhi / (1 - sinPhi);
-    const double T = tangent * EllipsoidFactor(e, sinPhi);  // tan(pi/4 + chi/2)
-    const double square = T * T;
-    sinChi = (square - 1) / (square + 1);
-    cosChi = 2 * T / (square + 1);
+    const MaskOf<T> north = sinPhi > T(0);
+    const T nearOne = 1 + Abs(sinPhi);
+    const T tangent = Select(north, nearOne, cosPhi) / Select(north, cosPhi, nearOne);
+    const T t = tangent * factor(sinPhi), square = t * t;  // tan(pi/4 + chi/2)
+    sinChi = Select(exists, (square - 1) / (square + 1), T(0));
+    cosChi = Select(exists, 2 * t / (square + 1), T(1));
   }
 };
 
 struct EllipsoidConstants : Constants {
   double e2, e;
+  ConformalFactor factor;
   double w1Squared;   // 1 - e^2 sin^2 phi1
   double polarScale;  // rho / t in the polar aspects, 21-33
-  ConformalLatitude chi1;
+  ConformalLatitude<double> chi1;
   AzimuthalCentre conformalCentre;  // on the conformal sphere
   double obliqueScale;              // 2 a k0 m1 / cos chi1, 14-15
 
   explicit EllipsoidConstants(const PROJDATA& work)
       : Constants(work),
         e2(EccentricitySquared(work.Flattening)),
-        e(std::sqrt(e2)),
+        e(Sqrt(e2)),
+        factor(e),
         w1Squared(1 - e2 * Square(centre.sinLat)),
-        polarScale(twoRk0 / std::sqrt(std::pow(1 + e, 1 + e) * std::pow(1 - e, 1 - e))),
-        chi1(e, centre.sinLat, centre.cosLat),
+        polarScale(twoRk0 / Sqrt(Pow(1 + e, 1 + e) * Pow(1 - e, 1 - e))),
+        chi1(factor, centre.sinLat, centre.cosLat),
         conformalCentre(centre),
-        obliqueScale(twoRk0 * (centre.cosLat / std::sqrt(w1Squared)) / chi1.cosChi) {
+        obliqueScale(twoRk0 * (centre.cosLat / Sqrt(w1Squared)) / chi1.cosChi) {
     conformalCentre.sinLat = chi1.sinChi;
     conformalCentre.cosLat = chi1.cosChi;
   }
@@ -125,32 +126,38 @@ struct EllipsoidConstants : Constants {
   }
 };
 
-/// Whether a point is refused before the aspects part: beyond the hemisphere, or w = 0, which only e = 1 brings about.
-bool Refused(const EllipsoidConstants& c, const AzimuthalView& view, double sinPhi) {
-  return view.cosC < 0 || 1 - c.e2 * sinPhi * sinPhi == 0;
+/// Where a point is not refused before the aspects part: within the hemisphere, and w > 0, which only e = 1 breaks.
+template <class T>
+MaskOf<T> Accepted(const EllipsoidConstants& c, T cosC, T sinPhi) {
+  return (1 - c.e2 * (sinPhi * sinPhi) != T(0)) & !(cosC < T(0));
 }
 
-Plot ForwardEllipsoidPolar(const EllipsoidConstants& c, PROJPOINT& p) {
-  const double sinPhi = std::sin(p.y), dlon = p.x - c.centre.lon;
-  if (Refused(c, c.centre.View(sinPhi, std::cos(p.y), p.x), sinPhi)) return Plot::Unplottable;
+template <class T>
+Plot<T> ForwardEllipsoidPolar(const EllipsoidConstants& c, Point<T>& p) {
+  const auto [sinPhi, cosPhi] = SinCos(p.y);
+  const auto [sinDlon, cosDlon] = SinCos(p.x - c.centre.lon);
+  const T cosC = c.centre.sinLat * sinPhi + c.centre.cosLat * cosPhi * cosDlon;
   // 15-9. In the hemisphere that is left the divisor 1 + e sin phi is at least 1, and so is the one in polarScale.
-  const double t = std::tan(kQuarterPi - c.pole * p.y / 2) / EllipsoidFactor(c.e, c.pole * sinPhi);
-  const double rho = c.polarScale * t;
-  p = {rho * std::sin(dlon), -c.pole * rho * std::cos(dlon)};  // 21-30, 21-31
-  return Plot::Ok;
+  const auto [sineHalf, cosineHalf] = SinCos(kQuarterPi - c.pole * p.y / 2);
+  const T rho = c.polarScale * (sineHalf / cosineHalf) / c.factor(c.pole * sinPhi);
+  p = {rho * sinDlon, -c.pole * rho * cosDlon};  // 21-30, 21-31
+  return Accepted(c, cosC, sinPhi);
 }
 
-Plot ForwardEllipsoidOblique(const EllipsoidConstants& c, PROJPOINT& p) {
-  const double sinPhi = std::sin(p.y), cosPhi = std::cos(p.y);
-  if (Refused(c, c.centre.View(sinPhi, cosPhi, p.x), sinPhi)) return Plot::Unplottable;
-  const ConformalLatitude chi(c.e, sinPhi, cosPhi);
-  if (!c.chi1.exists || !chi.exists) return Plot::Unplottable;
-  const AzimuthalView view = c.conformalCentre.View(chi.sinChi, chi.cosChi, p.x);
-  const double D = 1 + view.cosC;
-  if (D == 0) return Plot::Unplottable;
-  const double A = c.obliqueScale / D;  // 21-27
-  p = {A * view.east, A * view.north};  // 21-24, 21-25
-  return Plot::Ok;
+template <class T>
+Plot<T> ForwardEllipsoidOblique(const EllipsoidConstants& c, Point<T>& p) {
+  const auto [sinPhi, cosPhi] = SinCos(p.y);
+  const ConformalLatitude<T> chi(c.factor, sinPhi, cosPhi);
+  if (!c.chi1.exists) return Unplottable<T>();
+  const auto [sinDlon, cosDlon] = SinCos(p.x - c.centre.lon);
+  const T cosC = c.centre.sinLat * sinPhi + c.centre.cosLat * cosPhi * cosDlon;
+  const AzimuthalCentre& centre = c.conformalCentre;
+  const T D = 1 + (centre.sinLat * chi.sinChi + centre.cosLat * chi.cosChi * cosDlon);
+  const MaskOf<T> plottable = Accepted(c, cosC, sinPhi) & chi.exists & (D != T(0));
+  const T A = c.obliqueScale / OneUnless<T>(plottable, D);  // 21-27
+  p = {A * (chi.cosChi * sinDlon),
+       A * (centre.cosLat * chi.sinChi - centre.sinLat * chi.cosChi * cosDlon)};  // 21-24, 21-25
+  return plottable;
 }
 
 /// Geodetic from conformal latitude by the series 3-5.
@@ -165,56 +172,61 @@ struct ConformalSeries {
     c8 = 4279 * e8 / 161280;
   }
 
-  double operator()(double chi) const { return chi + SineSeries(std::sin(2 * chi), std::cos(2 * chi), c2, c4, c6, c8); }
+  template <class T>
+  ORVEX_INLINE T operator()(T chi) const {
+    const auto [sine, cosine] = SinCos(2 * chi);
+    return chi + SineSeries(sine, cosine, c2, c4, c6, c8);
+  }
 };
 
-Plot InverseEllipsoidPolar(const EllipsoidConstants& c, const ConformalSeries& series, PROJPOINT& p) {
-  const double rho = std::sqrt(p.x * p.x + p.y * p.y);
-  if (c.w1Squared <= 0 || rho <= kFloatEpsilon) return Plot::Unplottable;
-  const double chi = kHalfPi - 2 * std::atan(rho / c.polarScale);  // 7-13, 21-39
+template <class T>
+Plot<T> InverseEllipsoidPolar(const EllipsoidConstants& c, const ConformalSeries& series, Point<T>& p) {
+  if (c.w1Squared <= 0) return Unplottable<T>();
+  const T rho = Sqrt(p.x * p.x + p.y * p.y);
+  const T chi = kHalfPi - 2 * Atan(rho / c.polarScale);  // 7-13, 21-39
   p = {WrapOnce(c.centre.lon + PolarLongitudeDifference(p.x, p.y, c.pole)), c.pole * series(chi)};
-  return Plot::Ok;
+  return !(rho <= T(kFloatEpsilon));
 }
 
-Plot InverseEllipsoidOblique(const EllipsoidConstants& c, const ConformalSeries& series, PROJPOINT& p) {
-  const double rho = std::sqrt(p.x * p.x + p.y * p.y);
-  if (c.w1Squared <= 0 || rho <= kFloatEpsilon || !c.chi1.exists) return Plot::Unplottable;
-  const AzimuthalDirection direction =
-      c.conformalCentre.Direction(p.x, p.y, rho, Arc::WithHalfTangent(rho / c.obliqueScale));  // 21-38
-  if (direction.along == 0) return Plot::Unplottable;
+template <class T>
+Plot<T> InverseEllipsoidOblique(const EllipsoidConstants& c, const ConformalSeries& series, Point<T>& p) {
+  if (c.w1Squared <= 0 || !c.chi1.exists) return Unplottable<T>();
+  const T rho = Sqrt(p.x * p.x + p.y * p.y);
+  const MaskOf<T> away = !(rho <= T(kFloatEpsilon));
+  const Arc<T> arc = Arc<T>::WithHalfTangent(OneUnless<T>(away, rho / c.obliqueScale));  // 21-38
+  const AzimuthalDirection<T> direction = c.conformalCentre.Direction(p.x, p.y, rho, arc);
   p = {WrapOnce(c.centre.lon + direction.LongitudeDifference()), series(direction.Latitude())};  // 21-36, 21-37
-  return Plot::Ok;
+  return away & (direction.along != T(0));
 }
 
 }  // namespace
 
-bool Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  KeepCentre(*work);
-  if (work->Flattening == 0) {
-    const Constants c(*work);
-    return ConvertEach<ForwardSphere>(*work, pts, nPts, c);
+bool Forward(const Conversion& call) {
+  if (!Ready(call, kForwardSite)) return false;
+  KeepCentre(*call.work);
+  if (call.work->Flattening == 0) {
+    return ForwardEach(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardSphere(c, p); });
   }
-  EllipsoidConstants c(*work);
-  if (c.pole != 0) return ConvertEach<ForwardEllipsoidPolar>(*work, pts, nPts, c);
-  if (std::abs(c.centre.lat) <= kFloatEpsilon) c.PutCentreOnEquator();
-  return ConvertEach<ForwardEllipsoidOblique>(*work, pts, nPts, c);
+  EllipsoidConstants c(*call.work);
+  if (c.pole != 0) return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardEllipsoidPolar(c, p); });
+  if (Abs(c.centre.lat) <= kFloatEpsilon) c.PutCentreOnEquator();
+  return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardEllipsoidOblique(c, p); });
 }
 
-bool Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  KeepCentre(*work);
-  if (work->Flattening == 0) {
-    const Constants c(*work);
-    if (c.pole != 0) return ConvertEach<InverseSpherePolar>(*work, pts, nPts, c);
-    return ConvertEach<InverseSphereOblique>(*work, pts, nPts, c);
+bool Inverse(const Conversion& call) {
+  if (!Ready(call, kInverseSite)) return false;
+  KeepCentre(*call.work);
+  if (call.work->Flattening == 0) {
+    const Constants c(*call.work);
+    if (c.pole != 0) return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseSpherePolar(c, p); });
+    return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseSphereOblique(c, p); });
   }
-  const EllipsoidConstants c(*work);
+  const EllipsoidConstants c(*call.work);
   const ConformalSeries series(c.e2);
   if (c.pole != 0) {
-    return ConvertEach(*work, pts, nPts, [&](PROJPOINT& p) { return InverseEllipsoidPolar(c, series, p); });
+    return InverseEach(call, kInverseSite, [&](auto& p) { return InverseEllipsoidPolar(c, series, p); });
   }
-  return ConvertEach(*work, pts, nPts, [&](PROJPOINT& p) { return InverseEllipsoidOblique(c, series, p); });
+  return InverseEach(call, kInverseSite, [&](auto& p) { return InverseEllipsoidOblique(c, series, p); });
 }
 
-}  // namespace orvex::detail::PrjPolar
+}  // namespace orvex::detail::ORVEX_LEVEL::PrjPolar

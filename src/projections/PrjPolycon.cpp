@@ -7,7 +7,7 @@
 #include "projections/CentralMeridian.h"
 #include "projections/Modules.h"
 
-namespace orvex::detail::PrjPolycon {
+namespace orvex::detail::ORVEX_LEVEL::PrjPolycon {
 
 namespace {
 
@@ -17,122 +17,138 @@ constexpr double kSphereTolerance = kFloatEpsilon;          // radians
 constexpr double kEllipsoidTolerance = 10 * kFloatEpsilon;  // radians
 
 struct Constants {
-  double a, e2, lat0, M0;
+  double a, e2, lat0;
   CentralMeridian meridian;
   MeridianArc arc;
+  double M0;
+
+  explicit Constants(const PROJDATA& work)
+      : a(work.MajorRadius),
+        e2(EccentricitySquared(work.Flattening)),
+        lat0(work.Lat0),
+        meridian(work),
+        arc(a, e2),
+        M0(arc(lat0)) {}
 };
 
-Constants Prepare(const PROJDATA& work) {
-  const double a = work.MajorRadius, e2 = EccentricitySquared(work.Flattening);
-  const MeridianArc arc(a, e2);
-  return {a, e2, work.Lat0, arc(work.Lat0), CentralMeridian(work), arc};
+/// What a parallel that is not the equator adds to the origin of its circle: r sin E east and r (1 - cos E) north; the
+/// latter without cancellation, near the equator r is a cotangent without bound.
+template <class T>
+Point<T> OnCircle(T radius, T E) {
+  const auto [sine, cosine] = SinCos(E / 2);
+  return {radius * (2 * sine * cosine), radius * (2 * (sine * sine))};
 }
 
-/// 1 - cos E without cancellation: near the equator it is multiplied by a cotangent without bound.
-double Versine(double E) {
-  return 2 * Square(std::sin(E / 2));
+template <class T>
+Plot<T> ForwardSphere(const Constants& c, Point<T>& p) {
+  const T phi = p.y, dLon = c.meridian.Difference(p.x);
+  const MaskOf<T> equator = phi == T(0);
+  const auto [sinPhi, cosPhi] = SinCos(phi);
+  const Point<T> arc = OnCircle(c.a * (cosPhi / OneUnless<T>(!equator, sinPhi)), dLon * sinPhi);
+  p.x = Select(equator, c.a * dLon, arc.x);
+  p.y = Select(equator, T(-c.a * c.lat0), c.a * (phi - c.lat0) + arc.y);
+  return Plottable<T>();
 }
 
-Plot ForwardSphere(const Constants& c, PROJPOINT& p) {
-  const double phi = p.y, dLon = c.meridian.Difference(p.x);
-  if (phi == 0) {
-    p = {c.a * dLon, -c.a * c.lat0};
-    return Plot::Ok;
-  }
-  const double E = dLon * std::sin(phi), cotPhi = 1 / std::tan(phi);
-  p = {c.a * cotPhi * std::sin(E), c.a * (phi - c.lat0 + cotPhi * Versine(E))};
-  return Plot::Ok;
+template <class T>
+Plot<T> ForwardEllipsoid(const Constants& c, Point<T>& p) {
+  const T phi = p.y, dLon = c.meridian.Difference(p.x);
+  const auto [sinPhi, cosPhi] = SinCos(phi);
+  const MaskOf<T> equator = phi == T(0);
+  const T w = 1 - c.e2 * (sinPhi * sinPhi);
+  const MaskOf<T> plottable = w > T(0);
+  const T radius = c.a / Sqrt(OneUnless<T>(plottable, w)) * cosPhi / OneUnless<T>(!equator, sinPhi);
+  const Point<T> arc = OnCircle(radius, dLon * sinPhi);
+  p.x = Select(equator, c.a * dLon, arc.x);
+  p.y = Select(equator, T(-c.M0), c.arc.Length(phi, sinPhi, cosPhi) - c.M0 + arc.y);
+  return plottable;
 }
 
-Plot ForwardEllipsoid(const Constants& c, PROJPOINT& p) {
-  const double phi = p.y, dLon = c.meridian.Difference(p.x), sinPhi = std::sin(phi), cosPhi = std::cos(phi);
-  const double w = 1 - c.e2 * sinPhi * sinPhi;
-  if (w < 0 || std::sqrt(w) == 0) return Plot::Unplottable;
-  if (phi == 0) {
-    p = {c.a * dLon, -c.M0};
-    return Plot::Ok;
-  }
-  const double E = dLon * sinPhi, NcotPhi = c.a / std::sqrt(w) * cosPhi / sinPhi;
-  p = {NcotPhi * std::sin(E), c.arc.Length(phi, sinPhi, cosPhi) - c.M0 + NcotPhi * Versine(E)};
-  return Plot::Ok;
-}
-
-Plot InverseSphere(const Constants& c, PROJPOINT& p) {
-  if (p.y == -c.lat0 * c.a) {
-    p = {p.x / c.a + c.meridian.lon0, 0};
-    return Plot::Ok;
-  }
-  const double A = p.y / c.a + c.lat0, B = Square(p.x / c.a) + A * A;
-  double newest = A, lat = 0;
-  const auto step = [&newest, A, B](double phi, double& next) {
-    const double T = std::tan(phi);
-    if (T == 0) return false;
-    next = newest = phi - (A * (phi * T + 1) - phi - 0.5 * (phi * phi + B) * T) / ((phi - A) / T - 1);
-    return true;
+template <class T>
+Plot<T> InverseSphere(const Constants& c, Point<T>& p) {
+  const MaskOf<T> equator = p.y == T(-c.lat0 * c.a);
+  const T A = p.y / c.a + c.lat0, B = Square(p.x / c.a) + A * A;
+  const auto step = [A, B](T phi, T& next) {
+    const T t = Tan(phi);
+    const MaskOf<T> possible = t != T(0);
+    const T divisor = (phi - A) / OneUnless<T>(possible, t) - 1;
+    next = phi - (A * (phi * t + 1) - phi - 0.5 * (phi * phi + B) * t) / divisor;
+    return possible;
   };
   // The slot of the previous estimate starts with the northing, and the previous estimate is delivered: deliberate.
-  if (!PreviousEstimate(A, p.y, kSphereTolerance, step, lat)) return Plot::Unplottable;
-  const double sinPhi = std::sin(newest);
-  if (sinPhi == 0) return Plot::Unplottable;
-  p = {std::asin(p.x * std::tan(newest) / c.a) / sinPhi + c.meridian.lon0, lat};
-  return Plot::Ok;
+  T lat, newest;
+  const T first = Select(equator, T(0), A), slot = Select(equator, T(0), p.y);
+  const MaskOf<T> settled = PreviousEstimate(first, slot, kSphereTolerance, step, lat, newest);
+  const auto [sinPhi, cosPhi] = SinCos(newest);
+  const MaskOf<T> plottable = settled & (sinPhi != T(0));
+  const T lon = Asin(p.x * (sinPhi / cosPhi) / c.a) / OneUnless<T>(plottable, sinPhi);
+  p = {Select(equator, p.x / c.a, lon) + c.meridian.lon0, Select(equator, T(0), lat)};
+  return equator | plottable;
 }
 
 /// What the ellipsoid's inverse needs of a latitude.
+template <class T>
 struct Estimate {
-  double phi, sinPhi, cosPhi, C;
+  T phi, sinPhi, cosPhi, C;
 
-  Estimate(const Constants& c, double lat)
-      : phi(lat),
-        sinPhi(std::sin(lat)),
-        cosPhi(std::cos(lat)),
-        C(std::sqrt(1 - c.e2 * sinPhi * sinPhi) * sinPhi / cosPhi) {}
+  ORVEX_INLINE Estimate(const Constants& c, T lat) : phi(lat) {
+    const auto [sine, cosine] = SinCos(lat);
+    sinPhi = sine;
+    cosPhi = cosine;
+    C = Sqrt(1 - c.e2 * (sine * sine)) * sine / cosine;
+  }
 };
 
 /// One Newton step; A and B describe the point.
-double NextLatitude(const Constants& c, double A, double B, const Estimate& n) {
-  const double sin2Phi = 2 * n.sinPhi * n.cosPhi, cos2Phi = 1 - 2 * n.sinPhi * n.sinPhi;
-  const double cos4Phi = 2 * cos2Phi * cos2Phi - 1, cos6Phi = cos2Phi * (2 * cos4Phi - 1);
-  const double C = n.C, Ma = c.arc.Length(n.phi, n.sinPhi, n.cosPhi) / c.a;
-  const double dMa = c.arc.A0 - 2 * c.arc.A2 * cos2Phi + 4 * c.arc.A4 * cos4Phi - 6 * c.arc.A6 * cos6Phi;
-  const double numerator = A * (C * Ma + 1) - Ma - 0.5 * (Ma * Ma + B) * C;
-  const double denominator =
+template <class T>
+T NextLatitude(const Constants& c, T A, T B, const Estimate<T>& n) {
+  const T sin2Phi = 2 * n.sinPhi * n.cosPhi, cos2Phi = 1 - 2 * n.sinPhi * n.sinPhi;
+  const T cos4Phi = 2 * cos2Phi * cos2Phi - 1, cos6Phi = cos2Phi * (2 * cos4Phi - 1);
+  const T C = n.C, Ma = c.arc.Length(n.phi, n.sinPhi, n.cosPhi) / c.a;
+  const T dMa = c.arc.A0 - 2 * c.arc.A2 * cos2Phi + 4 * c.arc.A4 * cos4Phi - 6 * c.arc.A6 * cos6Phi;
+  const T numerator = A * (C * Ma + 1) - Ma - 0.5 * (Ma * Ma + B) * C;
+  const T denominator =
       c.e2 * sin2Phi * (Ma * Ma + B - 2 * A * Ma) / (4 * C) + (A - Ma) * (C * dMa - 2 / sin2Phi) - dMa;
   return n.phi - numerator / denominator;
 }
 
-Plot InverseEllipsoid(const Constants& c, PROJPOINT& p) {
-  if (p.y == -c.M0) {
-    p = {p.x / c.a + c.meridian.lon0, 0};
-    return Plot::Ok;
+template <class T>
+Plot<T> InverseEllipsoid(const Constants& c, Point<T>& p) {
+  const MaskOf<T> equator = p.y == T(-c.M0);
+  const bool curved = 1 - c.e2 * Square(Sin(c.lat0)) > 0;
+  const T A = (p.y + c.M0) / c.a, B = A * A + Square(p.x / c.a);
+  Estimate<T> estimate(c, Select(equator, T(1), A));
+  Iteration<T> it(kMaxPasses);
+  it.GiveUp(equator);
+  while (curved && it.Goes()) {
+    const Estimate<T> next(c, NextLatitude(c, A, B, estimate));
+    it.GiveUp(!IsFinite(next.phi));  // no further pass would end the loop
+    const MaskOf<T> converged = Abs(next.phi - estimate.phi) <= T(kEllipsoidTolerance);
+    it.Step(estimate.phi, next.phi);
+    it.Step(estimate.sinPhi, next.sinPhi);
+    it.Step(estimate.cosPhi, next.cosPhi);
+    it.Step(estimate.C, next.C);
+    it.Settle(converged);
   }
-  const double w0 = 1 - c.e2 * Square(std::sin(c.lat0));
-  if (w0 < 0 || std::sqrt(w0) == 0) return Plot::Unplottable;
-  const double A = (p.y + c.M0) / c.a, B = A * A + Square(p.x / c.a);
-  Estimate estimate(c, A);
-  for (int pass = 0; pass < kMaxPasses; ++pass) {
-    const Estimate next(c, NextLatitude(c, A, B, estimate));
-    if (!std::isfinite(next.phi)) return Plot::Unplottable;  // no further pass would end the loop
-    const bool converged = std::abs(next.phi - estimate.phi) <= kEllipsoidTolerance;
-    estimate = next;
-    if (converged) {
-      p = {std::asin(p.x * estimate.C / c.a) / estimate.sinPhi + c.meridian.lon0, estimate.phi};
-      return Plot::Ok;
-    }
-  }
-  return Plot::Unplottable;
+  const T lon = Asin(p.x * estimate.C / c.a) / OneUnless<T>(it.Settled(), estimate.sinPhi);
+  p = {Select(equator, p.x / c.a, lon) + c.meridian.lon0, Select(equator, T(0), estimate.phi)};
+  return equator | it.Settled();
 }
 
 }  // namespace
 
-bool Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  return ConvertByForm<ForwardSphere, ForwardEllipsoid>(*work, pts, nPts, Prepare(*work));
+bool Forward(const Conversion& call) {
+  if (!Ready(call, kForwardSite)) return false;
+  const Constants c(*call.work);
+  if (call.work->Flattening == 0) return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardSphere(c, p); });
+  return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardEllipsoid(c, p); });
 }
 
-bool Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  return ConvertByForm<InverseSphere, InverseEllipsoid>(*work, pts, nPts, Prepare(*work));
+bool Inverse(const Conversion& call) {
+  if (!Ready(call, kInverseSite)) return false;
+  const Constants c(*call.work);
+  if (call.work->Flattening == 0) return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseSphere(c, p); });
+  return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseEllipsoid(c, p); });
 }
 
-}  // namespace orvex::detail::PrjPolycon
+}  // namespace orvex::detail::ORVEX_LEVEL::PrjPolycon

@@ -8,7 +8,7 @@
 #include "projections/Modules.h"
 #include "projections/RobinsonTable.h"
 
-namespace orvex::detail {
+namespace orvex::detail::ORVEX_LEVEL::PrjRobStr {
 
 namespace {
 
@@ -22,27 +22,33 @@ constexpr double kPoleRounding = 1e-12;  // of the pole's distance; beyond it a 
 
 /// Stirling's formula over one interval: v0 + p (v+ - v-)/2 + p^2 (v+ - 2 v0 + v-)/2, p counted in intervals from the
 /// row.
+template <class T>
 struct Quadratic {
-  double v0, c1, c2;
+  T v0, c1, c2;
 
-  constexpr double operator()(double p) const { return v0 + (c1 + c2 * p) * p; }
-  constexpr double Slope(double p) const { return c1 + 2 * c2 * p; }
+  ORVEX_INLINE constexpr T operator()(T p) const { return v0 + (c1 + c2 * p) * p; }
+  ORVEX_INLINE constexpr T Slope(T p) const { return c1 + 2 * c2 * p; }
 };
 
 struct Interval {
-  Quadratic length, distance;
+  Quadratic<double> length, distance;
 };
 
-constexpr auto kIntervals = [] {
-  std::array<Interval, kRobinsonLastInterval + 1> intervals{};
-  const auto central = [](double below, double v0, double above) {
-    return Quadratic{v0, (above - below) / 2, (above - 2 * v0 + below) / 2};
-  };
-  for (std::size_t i = 0; i < intervals.size(); ++i) {
+struct Intervals {
+  Interval rows[kRobinsonLastInterval + 1];
+};
+
+constexpr Quadratic<double> Central(double below, double v0, double above) {
+  return {v0, (above - below) / 2, (above - 2 * v0 + below) / 2};
+}
+
+constexpr Intervals kIntervals = [] {
+  Intervals intervals{};
+  for (int i = 0; i <= kRobinsonLastInterval; ++i) {
     const RobinsonRow row = kRobinsonRowsPublished[i], above = kRobinsonRowsPublished[i + 1];
     const RobinsonRow below = i == 0 ? RobinsonRow{above.length, -above.distance} : kRobinsonRowsPublished[i - 1];
-    intervals[i] = {central(below.length, row.length, above.length),
-                    central(below.distance, row.distance, above.distance)};
+    intervals.rows[i] = {Central(below.length, row.length, above.length),
+                         Central(below.distance, row.distance, above.distance)};
   }
   return intervals;
 }();
@@ -55,49 +61,64 @@ struct Constants {
       : width(0.8487 * work.MajorRadius), height(1.3523 * work.MajorRadius), meridian(work) {}
 };
 
-Plot ForwardSphere(const Constants& c, PROJPOINT& p) {
-  const double lat = std::abs(p.y) / kInterval;
-  const double i = std::min<double>(kRobinsonLastInterval, std::floor(lat));
-  const Interval& interval = kIntervals[static_cast<std::size_t>(i)];
-  p = {c.width * interval.length(lat - i) * c.meridian.Difference(p.x),
-       std::copysign(c.height * interval.distance(lat - i), p.y)};
-  return Plot::Ok;
+/// One of the quadratics of each lane's row.
+template <class T>
+Quadratic<T> RowsOf(const int (&row)[kLaneCount<T>], Quadratic<double> Interval::*which) {
+  return {Gather<T>([&](int lane) { return (kIntervals.rows[row[lane]].*which).v0; }),
+          Gather<T>([&](int lane) { return (kIntervals.rows[row[lane]].*which).c1; }),
+          Gather<T>([&](int lane) { return (kIntervals.rows[row[lane]].*which).c2; })};
+}
+
+template <class T>
+Plot<T> ForwardSphere(const Constants& c, Point<T>& p) {
+  const T lat = Abs(p.y) / kInterval;
+  const T i = Clamp(Floor(lat), 0, kRobinsonLastInterval);
+  int row[kLaneCount<T>];
+  for (int lane = 0; lane < kLaneCount<T>; ++lane) row[lane] = static_cast<int>(Get(i, lane));
+  const Quadratic<T> length = RowsOf<T>(row, &Interval::length), distance = RowsOf<T>(row, &Interval::distance);
+  p = {c.width * length(lat - i) * c.meridian.Difference(p.x), CopySign(c.height * distance(lat - i), p.y)};
+  return Plottable<T>();
 }
 
 /// Intervals beyond the row at which the distance is reached.
-double SolveDistance(const Quadratic& quadratic, double distance) {
-  double p = (distance - quadratic.v0) / (quadratic.c1 + quadratic.c2);
-  for (int pass = 0; pass < kPasses; ++pass) {
-    const double delta = (quadratic(p) - distance) / quadratic.Slope(p);
-    p -= delta;
-    if (std::abs(delta) * kInterval <= kTolerance) break;
+template <class T>
+T SolveDistance(const Quadratic<T>& quadratic, T distance) {
+  T p = (distance - quadratic.v0) / (quadratic.c1 + quadratic.c2);
+  Iteration<T> it(kPasses);
+  while (it.Goes()) {
+    const T delta = (quadratic(p) - distance) / quadratic.Slope(p);
+    it.Step(p, p - delta);
+    it.Settle(Abs(delta) * kInterval <= T(kTolerance));
   }
   return p;
 }
 
-Plot InverseSphere(const Constants& c, PROJPOINT& p) {
-  double distance = std::abs(p.y / c.height);
-  if (!(distance <= 1 + kPoleRounding)) return Plot::Unplottable;
-  distance = std::min(distance, 1.0);
-  const int i =
-      RobinsonInterval(distance, [](int row) { return kIntervals[static_cast<std::size_t>(row)].distance.v0; });
-  const Interval& interval = kIntervals[static_cast<std::size_t>(i)];
-  const double fraction = SolveDistance(interval.distance, distance);
-  p = {c.meridian.lon0 + p.x / (c.width * interval.length(fraction)),
-       std::copysign(std::min((i + fraction) * kInterval, kHalfPi), p.y)};
-  return Plot::Ok;
+template <class T>
+Plot<T> InverseSphere(const Constants& c, Point<T>& p) {
+  const T y = Abs(p.y / c.height);
+  const MaskOf<T> plottable = y <= T(1 + kPoleRounding);
+  const T reached = Select(plottable, Clamp(y, 0, 1), T(0));
+  int row[kLaneCount<T>];
+  for (int lane = 0; lane < kLaneCount<T>; ++lane) {
+    row[lane] = RobinsonInterval(Get(reached, lane), [](int n) { return kIntervals.rows[n].distance.v0; });
+  }
+  const Quadratic<T> length = RowsOf<T>(row, &Interval::length), distance = RowsOf<T>(row, &Interval::distance);
+  const T fraction = SolveDistance(distance, reached), below = Gather<T>([&row](int lane) { return row[lane]; });
+  p = {c.meridian.lon0 + p.x / (c.width * length(fraction)),
+       CopySign(Clamp((below + fraction) * kInterval, -kHalfPi, kHalfPi), p.y)};
+  return plottable;
 }
 
 }  // namespace
 
-bool PrjRobStr::Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  return ConvertEach<ForwardSphere>(*work, pts, nPts, Constants(*work));
+bool Forward(const Conversion& call) {
+  if (!Ready(call, kForwardSite)) return false;
+  return ForwardEach(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardSphere(c, p); });
 }
 
-bool PrjRobStr::Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  return ConvertEach<InverseSphere>(*work, pts, nPts, Constants(*work));
+bool Inverse(const Conversion& call) {
+  if (!Ready(call, kInverseSite)) return false;
+  return InverseEach(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InverseSphere(c, p); });
 }
 
-}  // namespace orvex::detail
+}  // namespace orvex::detail::ORVEX_LEVEL::PrjRobStr

@@ -2,10 +2,12 @@
 // Sphere only, of radius MajorRadius whatever the flattening. The table and its source stand in RobinsonTable.h.
 // On purpose: the central meridian is always Greenwich, Lon0 is not read; the inverse works in single precision, which
 // leaves it good to 2.1e-5 degrees.
+#include "math/Angles.h"
+#include "projections/Module.h"
 #include "projections/Modules.h"
 #include "projections/RobinsonTable.h"
 
-namespace orvex::detail {
+namespace orvex::detail::ORVEX_LEVEL::PrjRobin {
 
 namespace {
 
@@ -16,79 +18,97 @@ constexpr double kWidth = 0.8487f;  // single precision values, widened
 constexpr double kHeight = 1.3523f;
 constexpr double kInterval = 0.0872664600610733;            // 5 degrees in radians,
 constexpr double kIntervalsPerRadian = 11.459156036376953;  // and its inverse
-constexpr double kDegreesPerRadian = 57.29577951308232;
-constexpr float kRadiansPerDegree = 0.017453292f;
-constexpr float kPoleMargin = 1.000001f;
+constexpr double kRadiansPerDegreeSingle = 0.017453292f;
+constexpr double kPoleMargin = 1.000001f;
 
 constexpr double kTolerance = 1e-08;  // degrees
 constexpr int kPasses = 50;           // four do for every input tried
 
 struct Constants {
   double R;
+
+  explicit Constants(const PROJDATA& work) : R(work.MajorRadius) {}
 };
 
-Constants Prepare(const PROJDATA& work) {
-  return {work.MajorRadius};
-}
+/// One cubic of the table for each lane.
+template <class T>
+struct Cubics {
+  T v0, c1, c2, c3;
 
-Plot ForwardSphere(const Constants& c, PROJPOINT& p) {
-  const double lat = std::abs(p.y);
-  const double i = std::min<double>(kRobinsonLastInterval, std::floor(lat * kIntervalsPerRadian));
-  const double d = (lat - i * kInterval) * kDegreesPerRadian;
-  const RobinsonCubics& row = kRobinsonCubics[static_cast<std::size_t>(i)];
-  p = {kWidth * c.R * row.length(d) * p.x, std::copysign(kHeight * c.R * row.distance(d), p.y)};
-  return Plot::Ok;
-}
-
-/// Degrees into the interval at which the cubic reaches Y. The iteration runs in double: in single precision it would
-/// never settle on some inputs.
-float SolveCubic(const RobinsonCubic& cubic, const RobinsonCubic& next, float Y) {
-  const double v0 = cubic.v0, c1 = cubic.c1, c2 = cubic.c2, c3 = cubic.c3;
-  double t = (Y - v0) * 5 / (next.v0 - v0);
-  for (int pass = 0; pass < kPasses; ++pass) {
-    const double delta = (cubic(t) - Y) / ((3 * c3 * t + 2 * c2) * t + c1);
-    t -= delta;
-    if (std::abs(delta) < kTolerance) break;
+  ORVEX_INLINE T operator()(T d) const { return v0 + ((c3 * d + c2) * d + c1) * d; }
+  /// The same in single precision, like everything computed with the cubics backwards.
+  ORVEX_INLINE T Single(T d) const {
+    const T sum = ToFloat(ToFloat(c3 * d) + c2);
+    return ToFloat(v0 + ToFloat(ToFloat(ToFloat(sum * d) + c1) * d));
   }
-  return static_cast<float>(t);
+};
+
+template <class T>
+Cubics<T> RowsOf(const int (&row)[kLaneCount<T>], RobinsonCubic RobinsonCubics::*which) {
+  return {Gather<T>([&](int lane) { return (kRobinsonCubics[row[lane]].*which).v0; }),
+          Gather<T>([&](int lane) { return (kRobinsonCubics[row[lane]].*which).c1; }),
+          Gather<T>([&](int lane) { return (kRobinsonCubics[row[lane]].*which).c2; }),
+          Gather<T>([&](int lane) { return (kRobinsonCubics[row[lane]].*which).c3; })};
 }
 
-Plot InverseSphere(const Constants& c, PROJPOINT& p) {
-  const auto X = static_cast<float>(p.x / c.R / kWidth), Y = static_cast<float>(std::abs(p.y / c.R / kHeight));
-  if (Y < 1) {
-    const int i =
-        RobinsonInterval(Y, [](int row) { return kRobinsonCubics[static_cast<std::size_t>(row)].distance.v0; });
-    const auto row = static_cast<std::size_t>(i);
-    const RobinsonCubics& cubics = kRobinsonCubics[row];
-    const float t = SolveCubic(cubics.distance, kRobinsonCubics[row + 1].distance, Y);
-    const float phi = (5 * static_cast<float>(i) + t) * kRadiansPerDegree;
-    p = {X / cubics.length(t), p.y < 0 ? -phi : phi};
-  } else if (Y <= kPoleMargin) {
-    p = {X / kRobinsonCubics.back().length.v0, p.y >= 0 ? kHalfPi : -kHalfPi};
-  } else {
-    p = {0, 0};  // deliberately plottable
+template <class T>
+Plot<T> ForwardSphere(const Constants& c, Point<T>& p) {
+  const T lat = Abs(p.y);
+  const T i = Clamp(Floor(lat * kIntervalsPerRadian), 0, kRobinsonLastInterval);
+  int row[kLaneCount<T>];
+  for (int lane = 0; lane < kLaneCount<T>; ++lane) row[lane] = static_cast<int>(Get(i, lane));
+  const Cubics<T> length = RowsOf<T>(row, &RobinsonCubics::length);
+  const Cubics<T> distance = RowsOf<T>(row, &RobinsonCubics::distance);
+  const T d = (lat - i * kInterval) * kDegreesPerRadian;
+  p = {kWidth * c.R * length(d) * p.x, CopySign(kHeight * c.R * distance(d), p.y)};
+  return Plottable<T>();
+}
+
+/// Degrees into the interval at which the cubic, which ends at `end`, reaches Y. The iteration runs in double: in
+/// single precision it would never settle on some inputs.
+template <class T>
+T SolveCubic(const Cubics<T>& cubic, T end, T Y) {
+  T t = (Y - cubic.v0) * 5 / (end - cubic.v0);
+  Iteration<T> it(kPasses);
+  while (it.Goes()) {
+    const T delta = (cubic(t) - Y) / ((3 * cubic.c3 * t + 2 * cubic.c2) * t + cubic.c1);
+    it.Step(t, t - delta);
+    it.Settle(Abs(delta) < T(kTolerance));
   }
-  return Plot::Ok;
+  return ToFloat(t);
+}
+
+template <class T>
+Plot<T> InverseSphere(const Constants& c, Point<T>& p) {
+  const T X = ToFloat(p.x / c.R / kWidth), Y = ToFloat(Abs(p.y / c.R / kHeight));
+  const MaskOf<T> inside = Y < T(1), onPole = Y <= T(kPoleMargin);
+  const T distance = Select(inside, Y, T(0));
+  int row[kLaneCount<T>];
+  for (int lane = 0; lane < kLaneCount<T>; ++lane) {
+    row[lane] = RobinsonInterval(Get(distance, lane), [](int n) { return double(kRobinsonCubics[n].distance.v0); });
+  }
+  const Cubics<T> lengths = RowsOf<T>(row, &RobinsonCubics::length);
+  const T end = Gather<T>([&row](int lane) { return kRobinsonCubics[row[lane] + 1].distance.v0; });
+  const T t = SolveCubic(RowsOf<T>(row, &RobinsonCubics::distance), end, distance);
+  const T phi = ToFloat(ToFloat(Gather<T>([&row](int lane) { return 5 * row[lane]; }) + t) * kRadiansPerDegreeSingle);
+  const T pole = Select(p.y >= T(0), T(kHalfPi), T(-kHalfPi));
+  // Beyond the poles the answer is 0, 0: deliberately plottable.
+  const double polesLength = kRobinsonCubics[kRobinsonRows - 1].length.v0;
+  p.x = Select(inside, ToFloat(X / lengths.Single(t)), Select(onPole, ToFloat(X / polesLength), T(0)));
+  p.y = Select(inside, Select(p.y < T(0), -phi, phi), Select(onPole, pole, T(0)));
+  return Plottable<T>();
 }
 
 }  // namespace
 
-bool PrjRobin::Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  return ConvertEach<ForwardSphere>(*work, pts, nPts, Prepare(*work));
+bool Forward(const Conversion& call) {
+  if (!Ready(call, kForwardSite)) return false;
+  return ForwardEach(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardSphere(c, p); });
 }
 
-bool PrjRobin::Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  return ConvertEach<InverseSphere>(*work, pts, nPts, Prepare(*work));
+bool Inverse(const Conversion& call) {
+  if (!Ready(call, kInverseSite)) return false;
+  return InverseEach(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InverseSphere(c, p); });
 }
 
-bool PrjRobin::InDomain(const PROJDATA* rec, const PROJPOINT* point) {
-  return rec != nullptr && point != nullptr && -180 < point->x && point->x < 180;
-}
-
-bool PrjRobin::OffsetSplit(const PROJDATA* rec, const PROJPOINT* pts, unsigned nPts, double* dx, double* dy) {
-  return rec != nullptr && OffsetAboutMeridian(0, pts, nPts, dx, dy);
-}
-
-}  // namespace orvex::detail
+}  // namespace orvex::detail::ORVEX_LEVEL::PrjRobin

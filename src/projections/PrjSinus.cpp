@@ -5,7 +5,7 @@
 #include "projections/CentralMeridian.h"
 #include "projections/Modules.h"
 
-namespace orvex::detail {
+namespace orvex::detail::ORVEX_LEVEL::PrjSinus {
 
 namespace {
 
@@ -17,51 +17,59 @@ struct Constants {
   CentralMeridian meridian;
   MeridianArc arc;
   FootpointLatitude footpoint;
+
+  explicit Constants(const PROJDATA& work)
+      : a(work.MajorRadius), e2(EccentricitySquared(work.Flattening)), meridian(work), arc(a, e2), footpoint(arc, e2) {}
 };
 
-Constants Prepare(const PROJDATA& work) {
-  const double a = work.MajorRadius, e2 = EccentricitySquared(work.Flattening);
-  return {a, e2, CentralMeridian(work), MeridianArc(a, e2), FootpointLatitude(e2)};
+template <class T>
+Plot<T> ForwardSphere(const Constants& c, Point<T>& p) {
+  p = {c.a * c.meridian.Difference(p.x) * Cos(p.y), c.a * p.y};  // 30-1, 30-2
+  return Plottable<T>();
 }
 
-Plot ForwardSphere(const Constants& c, PROJPOINT& p) {
-  p = {c.a * c.meridian.Difference(p.x) * std::cos(p.y), c.a * p.y};  // 30-1, 30-2
-  return Plot::Ok;
-}
-
-Plot ForwardEllipsoid(const Constants& c, PROJPOINT& p) {
-  const double sinPhi = std::sin(p.y), cosPhi = std::cos(p.y);
-  const double w2 = 1 - c.e2 * sinPhi * sinPhi;
-  if (w2 <= 0) return Plot::Unplottable;
-  p = {c.a * c.meridian.Difference(p.x) * cosPhi / std::sqrt(w2), c.arc.Length(p.y, sinPhi, cosPhi)};  // 30-8, 30-9
-  return Plot::Ok;
+template <class T>
+Plot<T> ForwardEllipsoid(const Constants& c, Point<T>& p) {
+  const auto [sinPhi, cosPhi] = SinCos(p.y);
+  const T w2 = 1 - c.e2 * (sinPhi * sinPhi);
+  const MaskOf<T> plottable = !(w2 <= T(0));
+  p = {c.a * c.meridian.Difference(p.x) * cosPhi / Sqrt(OneUnless<T>(plottable, w2)),
+       c.arc.Length(p.y, sinPhi, cosPhi)};  // 30-8, 30-9
+  return plottable;
 }
 
 // Latitudes beyond the poles are let through: what lies outside the outline comes back as a position beyond the pole.
-Plot InverseSphere(const Constants& c, PROJPOINT& p) {
-  const double phi = p.y / c.a, cosPhi = std::cos(phi);
-  if (cosPhi == 0) return Plot::Unplottable;
-  p = {c.meridian.lon0 + p.x / (c.a * cosPhi), phi};
-  return Plot::Ok;
+template <class T>
+Plot<T> InverseSphere(const Constants& c, Point<T>& p) {
+  const T phi = p.y / c.a, cosPhi = Cos(phi);
+  const MaskOf<T> plottable = cosPhi != T(0);
+  p = {c.meridian.lon0 + p.x / OneUnless<T>(plottable, c.a * cosPhi), phi};
+  return plottable;
 }
 
-Plot InverseEllipsoid(const Constants& c, PROJPOINT& p) {
-  const double phi = c.footpoint(c.arc.Mu(p.y)), sinPhi = std::sin(phi), cosPhi = std::cos(phi);
-  if (cosPhi == 0) return Plot::Unplottable;
-  p = {c.meridian.lon0 + p.x * std::sqrt(1 - c.e2 * sinPhi * sinPhi) / (c.a * cosPhi), phi};
-  return Plot::Ok;
+template <class T>
+Plot<T> InverseEllipsoid(const Constants& c, Point<T>& p) {
+  const T phi = c.footpoint(p.y);
+  const auto [sinPhi, cosPhi] = SinCos(phi);
+  const MaskOf<T> plottable = cosPhi != T(0);
+  p = {c.meridian.lon0 + p.x * Sqrt(1 - c.e2 * (sinPhi * sinPhi)) / OneUnless<T>(plottable, c.a * cosPhi), phi};
+  return plottable;
 }
 
 }  // namespace
 
-bool PrjSinus::Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  return ConvertByForm<ForwardSphere, ForwardEllipsoid>(*work, pts, nPts, Prepare(*work));
+bool Forward(const Conversion& call) {
+  if (!Ready(call, kForwardSite)) return false;
+  const Constants c(*call.work);
+  if (call.work->Flattening == 0) return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardSphere(c, p); });
+  return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardEllipsoid(c, p); });
 }
 
-bool PrjSinus::Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  return ConvertByForm<InverseSphere, InverseEllipsoid>(*work, pts, nPts, Prepare(*work));
+bool Inverse(const Conversion& call) {
+  if (!Ready(call, kInverseSite)) return false;
+  const Constants c(*call.work);
+  if (call.work->Flattening == 0) return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseSphere(c, p); });
+  return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseEllipsoid(c, p); });
 }
 
-}  // namespace orvex::detail
+}  // namespace orvex::detail::ORVEX_LEVEL::PrjSinus

@@ -5,9 +5,11 @@
 // l = |dLon| / pi and t = tan(theta / 2), sin theta = |2 phi / pi|, the circles are
 //   meridian  (x^2 + y^2) l + x (1 - l^2) - l = 0,
 //   parallel  (x^2 + y^2) t^2 - y (1 + t^3) + t = 0.
+#include "math/Angles.h"
+#include "projections/Module.h"
 #include "projections/Modules.h"
 
-namespace orvex::detail {
+namespace orvex::detail::ORVEX_LEVEL::PrjVanDer {
 
 namespace {
 
@@ -25,75 +27,77 @@ struct Constants {
 };
 
 /// Difference in [-pi, pi]; a longitude on the antimeridian keeps its side.
-double Difference(const Constants& c, double lon) {
-  const double dLon = lon - c.lon0;
-  return std::abs(dLon) <= kPi + kRounding ? std::clamp(dLon, -kPi, kPi) : std::remainder(dLon, kTwoPi);
+template <class T>
+T Difference(const Constants& c, T lon) {
+  const T dLon = lon - c.lon0;
+  const T turned = dLon - kTwoPi * Nearest(dLon / kTwoPi);  // exact: the difference is of a few turns at most
+  return Select(Abs(dLon) <= T(kPi + kRounding), Clamp(dLon, -kPi, kPi), turned);
 }
 
 /// t of a latitude, radians, 0 <= lat <= pi/2.
-double ParallelOf(double lat) {
-  const double sine = lat / kHalfPi, cosine = std::sqrt((kHalfPi - lat) / kHalfPi * (1 + sine));
+template <class T>
+T ParallelOf(T lat) {
+  const T sine = lat / kHalfPi, cosine = Sqrt((kHalfPi - lat) / kHalfPi * (1 + sine));
   return sine / (1 + cosine);
 }
 
-Plot ForwardSphere(const Constants& c, PROJPOINT& p) {
-  const double dLon = Difference(c, p.x), lat = std::min(std::abs(p.y), kHalfPi);
-  if (lat == 0) {
-    p = {c.R * dLon, 0};
-    return Plot::Ok;
-  }
-  const double t = ParallelOf(lat);
-  if (dLon == 0 || lat == kHalfPi) {
-    p = {0, std::copysign(kPi * c.R * t, p.y)};
-    return Plot::Ok;
-  }
+template <class T>
+Plot<T> ForwardSphere(const Constants& c, Point<T>& p) {
+  const T dLon = Difference(c, p.x), lat = Clamp(Abs(p.y), 0, kHalfPi), t = ParallelOf(lat);
+  const MaskOf<T> equator = lat == T(0), meridian = (dLon == T(0)) | (lat == T(kHalfPi));
   // 1 - x^2 - y^2 = (1 - l^2) w makes x = l w and y linear in w: a quadratic A w^2 + B w = C remains, none of them
   // negative.
-  const double l = std::abs(dLon) / kPi, D = (1 - l) * (1 + l);
-  const double q = 1 - t + t * t, g = t / q, m = t / (1 + t) * D;  // g: height at which the parallel meets the circle
-  const double A = l * l + Square(g * m);
-  const double B = (1 - t) * (1 + t * t * (1 - t) * (1 + t)) / (q * q * (1 + t)) * D;
-  const double C = Square(1 - t) * (1 + t * t) / (q * q);
-  const double w = 2 * C / (B + std::sqrt(B * B + 4 * A * C));
-  p = {std::copysign(kPi * c.R * l * w, dLon), std::copysign(kPi * c.R * g * (1 - m * w), p.y)};
-  return Plot::Ok;
+  const T l = Abs(dLon) / kPi, D = (1 - l) * (1 + l);
+  const T q = 1 - t + t * t, g = t / q, m = t / (1 + t) * D;  // g: height at which the parallel meets the circle
+  const T A = l * l + Square(g * m);
+  const T B = (1 - t) * (1 + t * t * (1 - t) * (1 + t)) / (q * q * (1 + t)) * D;
+  const T C = Square(1 - t) * (1 + t * t) / (q * q);
+  const T w = 2 * C / OneUnless<T>(!(equator | meridian), B + Sqrt(B * B + 4 * A * C));
+  const T x = Select(meridian, T(0), CopySign(kPi * c.R * l * w, dLon));
+  const T y = CopySign(Select(meridian, kPi * c.R * t, kPi * c.R * g * (1 - m * w)), p.y);
+  p = {Select(equator, c.R * dLon, x), Select(equator, T(0), y)};
+  return Plottable<T>();
 }
 
 /// t of the parallel through a point of the upper right quadrant: (y - t) (1 - y t^2) = x^2 t^2, monotonic for 0 <= t
 /// <= y. On the central meridian t = y.
-double ParallelThrough(double x, double y) {
-  double t = y;
-  for (int pass = 0; pass < kPasses; ++pass) {
-    const double u = 1 - y * t * t;
-    const double slope = -u - 2 * t * (y * (y - t) + x * x);
-    if (slope == 0) break;  // the pole
-    const double delta = ((y - t) * u - Square(x * t)) / slope;
-    t = std::clamp(t - delta, 0.0, y);
-    if (std::abs(delta) <= kTolerance) break;
+template <class T>
+T ParallelThrough(T x, T y) {
+  T t = y;
+  Iteration<T> it(kPasses);
+  while (it.Goes()) {
+    const T u = 1 - y * t * t;
+    const T slope = -u - 2 * t * (y * (y - t) + x * x);
+    it.GiveUp(slope == T(0));  // the pole
+    const T delta = ((y - t) * u - Square(x * t)) / OneUnless<T>(slope != T(0), slope);
+    const T next = t - delta;
+    it.Step(t, Select(next < T(0), T(0), Select(next > y, y, next)));
+    it.Settle(Abs(delta) <= T(kTolerance));
   }
   return t;
 }
 
-Plot InverseSphere(const Constants& c, PROJPOINT& p) {
-  const double x = std::abs(p.x) / (kPi * c.R), y = std::abs(p.y) / (kPi * c.R);
-  if (!(x * x + y * y <= 1 + kRounding)) return Plot::Unplottable;
-  const double inside = (1 - y) * (1 + y) - x * x;
-  const double l = x == 0 ? 0 : std::min(2 * x / (inside + std::hypot(inside, 2 * x)), 1.0);
-  const double t = ParallelThrough(x, std::min(y, 1.0));
-  p = {c.lon0 + std::copysign(kPi * l, p.x), std::copysign(kPi * t / (1 + t * t), p.y)};
-  return Plot::Ok;
+template <class T>
+Plot<T> InverseSphere(const Constants& c, Point<T>& p) {
+  const T x = Abs(p.x) / (kPi * c.R), y = Abs(p.y) / (kPi * c.R);
+  const MaskOf<T> plottable = x * x + y * y <= T(1 + kRounding);
+  const T inside = (1 - y) * (1 + y) - x * x;
+  const T l = 2 * x / OneUnless<T>(x != T(0), inside + Sqrt(inside * inside + 4 * x * x));
+  const T t = ParallelThrough(Select(plottable, x, T(0)), Select(plottable, Clamp(y, 0, 1), T(0)));
+  p = {c.lon0 + CopySign(kPi * Clamp(l, 0, 1), p.x), CopySign(kPi * t / (1 + t * t), p.y)};
+  return plottable;
 }
 
 }  // namespace
 
-bool PrjVanDer::Forward(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kForwardSite)) return false;
-  return ConvertEach<ForwardSphere>(*work, pts, nPts, Constants(*work));
+bool Forward(const Conversion& call) {
+  if (!Ready(call, kForwardSite)) return false;
+  return ForwardEach(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardSphere(c, p); });
 }
 
-bool PrjVanDer::Inverse(PROJDATA* work, PROJPOINT* pts, int nPts) {
-  if (!Ready(work, pts, nPts, kInverseSite)) return false;
-  return ConvertEach<InverseSphere>(*work, pts, nPts, Constants(*work));
+bool Inverse(const Conversion& call) {
+  if (!Ready(call, kInverseSite)) return false;
+  return InverseEach(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InverseSphere(c, p); });
 }
 
-}  // namespace orvex::detail
+}  // namespace orvex::detail::ORVEX_LEVEL::PrjVanDer

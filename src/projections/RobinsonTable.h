@@ -2,9 +2,6 @@
 // published and as the cubics that PrjRobin interpolates with.
 #pragma once
 
-#include <array>
-#include <cstddef>
-
 namespace orvex::detail {
 
 inline constexpr int kRobinsonRows = 19;
@@ -19,10 +16,7 @@ struct RobinsonRow {
 struct RobinsonCubic {
   float v0, c1, c2, c3;
 
-  template <class Real>
-  constexpr Real operator()(Real d) const {
-    return v0 + ((c3 * d + c2) * d + c1) * d;
-  }
+  constexpr double operator()(double d) const { return v0 + ((c3 * d + c2) * d + c1) * d; }
 };
 
 struct RobinsonCubics {
@@ -32,15 +26,15 @@ struct RobinsonCubics {
 // clang-format off
 
 // Robinson, "A new map projection: its development and characteristics", 1974.
-inline constexpr std::array<RobinsonRow, kRobinsonRows> kRobinsonRowsPublished{{
+inline constexpr RobinsonRow kRobinsonRowsPublished[kRobinsonRows] = {
     {1.0000, 0.0000}, {0.9986, 0.0620}, {0.9954, 0.1240}, {0.9900, 0.1860}, {0.9822, 0.2480}, {0.9730, 0.3100},  //  0 - 25
     {0.9600, 0.3720}, {0.9427, 0.4340}, {0.9216, 0.4958}, {0.8962, 0.5571}, {0.8679, 0.6176}, {0.8350, 0.6769},  // 30 - 55
     {0.7986, 0.7346}, {0.7597, 0.7903}, {0.7186, 0.8435}, {0.6732, 0.8936}, {0.6213, 0.9394}, {0.5722, 0.9761},  // 60 - 85
     {0.5322, 1.0000},                                                                                            // 90
-}};
+};
 
 // The distance at 40 degrees is 0.4968 here, where 0.4958 was published, and the cubics run through it: kept on purpose.
-inline constexpr std::array<RobinsonCubics, kRobinsonRows> kRobinsonCubics{{
+inline constexpr RobinsonCubics kRobinsonCubics[kRobinsonRows] = {
     {{1.0f,        -5.6723901e-12f, -7.1551098e-05f,  3.11028e-06f},    {0.0f,          0.0124f,        3.7252901e-10f,  1.15484e-09f}},     //  0
     {{0.99860001f, -0.00048224101f, -2.4896999e-05f, -1.33094e-06f},    {0.061999999f,  0.0124001f,     1.76951e-08f,   -5.9232099e-09f}},   //  5
     {{0.99540001f, -0.00083103101f, -4.4861001e-05f, -9.8658802e-07f},  {0.124f,        0.0123998f,    -7.0966799e-08f,  2.25753e-08f}},     // 10
@@ -60,12 +54,12 @@ inline constexpr std::array<RobinsonCubics, kRobinsonRows> kRobinsonCubics{{
     {{0.62129998f, -0.010418f,       8.8394801e-05f,  6.2403101e-06f},  {0.93940002f,   0.0084094899f, -0.000192847f,   -4.2102301e-06f}},   // 80
     {{0.5722f,     -0.0090660099f,   0.000181999f,    6.2403301e-06f},  {0.97610003f,   0.0061652502f, -0.00025600099f, -4.2102101e-06f}},   // 85
     {{0.53219998f,  0.0f,            0.0f,            0.0f},            {1.0f,          0.0f,           0.0f,            0.0f}},             // 90
-}};
+};
 // clang-format on
 
 /// The interval that holds a distance 0 <= distance <= 1, from the distances at its ends.
-template <class Real, class DistanceOfRow>
-constexpr int RobinsonInterval(Real distance, DistanceOfRow distanceOfRow) {
+template <class DistanceOfRow>
+[[gnu::always_inline]] constexpr int RobinsonInterval(double distance, DistanceOfRow distanceOfRow) {
   int i = static_cast<int>(distance * 18);
   if (i > kRobinsonLastInterval) i = kRobinsonLastInterval;
   while (distance < distanceOfRow(i)) --i;
@@ -75,7 +69,7 @@ constexpr int RobinsonInterval(Real distance, DistanceOfRow distanceOfRow) {
 
 /// Lengths fall and distances rise from the equator to the pole.
 constexpr bool RobinsonMonotonic() {
-  for (std::size_t i = 1; i < kRobinsonRowsPublished.size(); ++i) {
+  for (int i = 1; i < kRobinsonRows; ++i) {
     const RobinsonRow &below = kRobinsonRowsPublished[i - 1], &above = kRobinsonRowsPublished[i];
     if (below.length <= above.length || below.distance >= above.distance) return false;
   }
@@ -84,11 +78,11 @@ constexpr bool RobinsonMonotonic() {
 
 /// The cubics start from the published values, the distance at 40 degrees aside, and end where the next one starts.
 constexpr bool RobinsonCubicsJoin() {
-  for (std::size_t i = 0; i < kRobinsonCubics.size(); ++i) {
+  for (int i = 0; i < kRobinsonRows; ++i) {
     const RobinsonCubics& row = kRobinsonCubics[i];
     if (row.length.v0 != static_cast<float>(kRobinsonRowsPublished[i].length)) return false;
     if (i != 8 && row.distance.v0 != static_cast<float>(kRobinsonRowsPublished[i].distance)) return false;
-    if (i + 1 == kRobinsonCubics.size()) break;
+    if (i + 1 == kRobinsonRows) break;
     const double lengthGap = row.length(5.0) - kRobinsonCubics[i + 1].length.v0;
     const double distanceGap = row.distance(5.0) - kRobinsonCubics[i + 1].distance.v0;
     if (lengthGap > 2e-6 || lengthGap < -2e-6 || distanceGap > 2e-6 || distanceGap < -2e-6) return false;
@@ -98,6 +92,6 @@ constexpr bool RobinsonCubicsJoin() {
 
 static_assert(RobinsonMonotonic() && RobinsonCubicsJoin());
 static_assert(kRobinsonCubics[8].distance.v0 == 0.4968f);
-static_assert(kRobinsonCubics.back().length.v0 != 0, "the inverse divides by it at the poles");
+static_assert(kRobinsonCubics[kRobinsonRows - 1].length.v0 != 0, "the inverse divides by it at the poles");
 
 }  // namespace orvex::detail

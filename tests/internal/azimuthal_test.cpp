@@ -3,7 +3,7 @@
 
 #include <shr/exception.h>
 
-#include "projections/Module.h"
+#include "projections/ProjectionTable.h"
 #include "support/Projection.h"
 
 namespace orvex::test {

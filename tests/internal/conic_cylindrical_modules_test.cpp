@@ -4,7 +4,7 @@
 
 #include <functional>
 
-#include "projections/Module.h"
+#include "projections/ProjectionTable.h"
 #include "shr/exception.h"
 #include "support/Projection.h"
 

@@ -2,7 +2,7 @@
 // calls them.
 #include <array>
 
-#include "projections/Module.h"
+#include "projections/ProjectionTable.h"
 #include "support/Projection.h"
 
 #include <shr/exception.h>

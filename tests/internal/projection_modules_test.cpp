@@ -2,7 +2,7 @@
 #include <array>
 #include <set>
 
-#include "projections/Module.h"
+#include "projections/ProjectionTable.h"
 #include "support/Projection.h"
 
 namespace orvex::test {

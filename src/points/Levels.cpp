@@ -1,0 +1,58 @@
+// Levels - the choice of the instruction set.
+#include "points/Levels.h"
+
+#include <atomic>
+#include <cstdlib>
+#include <cstring>
+
+namespace orvex::detail {
+
+namespace {
+
+constexpr const char* kNames[] = {"base", "avx2", "avx512"};
+
+Level Highest() noexcept {
+#if defined(ORVEX_X86_LEVELS)
+  __builtin_cpu_init();
+  const bool avx512 = __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512dq") &&
+                      __builtin_cpu_supports("avx512vl");
+  if (avx512) return Level::Avx512;
+  if (__builtin_cpu_supports("avx2")) return Level::Avx2;
+#endif
+  return Level::Base;
+}
+
+Level Wanted() noexcept {
+  const char* name = std::getenv("ORVEX_LEVEL");
+  for (int i = 0; name != nullptr && i < 3; ++i) {
+    if (std::strcmp(name, kNames[i]) == 0) return static_cast<Level>(i);
+  }
+  return Level::Avx512;
+}
+
+Level AtMost(Level level, Level most) noexcept {
+  return level < most ? level : most;
+}
+
+std::atomic<Level> active{AtMost(Wanted(), Highest())};
+
+}  // namespace
+
+Level HighestLevel() noexcept {
+  static const Level highest = Highest();
+  return highest;
+}
+
+Level ActiveLevel() noexcept {
+  return active.load(std::memory_order_relaxed);
+}
+
+void SetLevel(Level level) noexcept {
+  active.store(AtMost(level, HighestLevel()), std::memory_order_relaxed);
+}
+
+const char* LevelName(Level level) noexcept {
+  return kNames[static_cast<int>(level)];
+}
+
+}  // namespace orvex::detail

@@ -1,0 +1,31 @@
+// Levels - which of the instruction sets that the point core is compiled for runs on this processor.
+#pragma once
+
+namespace orvex::detail {
+
+/// In rising order. `Base` is what every processor of the target has.
+enum class Level { Base, Avx2, Avx512 };
+
+/// The level in use: the highest that both the library and the processor have, chosen when the library is loaded. The
+/// environment variable ORVEX_LEVEL (base, avx2 or avx512) chooses a lower one.
+Level ActiveLevel() noexcept;
+/// The highest level that could be in use here.
+Level HighestLevel() noexcept;
+/// Chooses another level from here on, for tests; one that is not to be had becomes the highest there is.
+void SetLevel(Level level) noexcept;
+/// As the environment variable spells it.
+const char* LevelName(Level level) noexcept;
+
+/// Picks the active level's own of something that every level has: AtLevel<ORVEX_EVERY_LEVEL(kConversions)>().
+#if defined(ORVEX_X86_LEVELS)
+#define ORVEX_EVERY_LEVEL(name) &base::name, &avx2::name, &avx512::name
+#else
+#define ORVEX_EVERY_LEVEL(name) &base::name, &base::name, &base::name
+#endif
+template <auto kBase, auto kAvx2, auto kAvx512>
+auto& AtLevel() noexcept {
+  const Level level = ActiveLevel();
+  return *(level == Level::Base ? kBase : level == Level::Avx2 ? kAvx2 : kAvx512);
+}
+
+}  // namespace orvex::detail

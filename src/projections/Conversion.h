@@ -1,0 +1,27 @@
+// Conversion - the contract of the projection modules: what one call of a module gets.
+#pragma once
+
+#include "orvex/projdata.h"
+#include "points/PointView.h"
+
+namespace orvex::detail {
+
+/// What the driver does to the points around a module's formula: degrees to radians, false origin and scale forward;
+/// scale, false origin, radians to degrees back; with all its screening and normalising.
+struct DriverSteps {
+  double xOrg, yOrg, scale;
+};
+
+/// One call of a module. Points are converted in place.
+struct Conversion {
+  PROJDATA* work;            ///< the driver's private record, its angles in radians; null: the call answers false
+  PointView points;          ///< null: the call asserts
+  int count;                 ///< below 1: the call asserts
+  const DriverSteps* steps;  ///< null: radians on the geographic side, unscaled about the natural origin on the other
+};
+
+/// Forward or inverse of a module. False only when the whole call fails; a point that cannot be plotted is marked and
+/// sets the record's result to 1.
+using ConvertFunction = bool(const Conversion& call);
+
+}  // namespace orvex::detail

@@ -1,0 +1,55 @@
+// ProjectionTable - the 29 rows that bind each projection to its name, its capability mask and its operations.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+#include "projections/Conversion.h"
+#include "projections/Domains.h"
+
+namespace orvex::detail {
+
+/// Forward or inverse of a row, as the instruction set in use has it.
+class ConvertOperation {
+ public:
+  constexpr ConvertOperation(std::nullptr_t) : m_row(-1), m_inverse(false) {}
+  constexpr ConvertOperation(int row, bool inverse) : m_row(row), m_inverse(inverse) {}
+
+  constexpr bool operator==(std::nullptr_t) const { return m_row < 0; }
+
+  bool operator()(const Conversion& call) const;
+  /// Radians on the geographic side, unscaled coordinates about the natural origin on the other.
+  bool operator()(PROJDATA* work, PROJPOINT* pts, int nPts) const {
+    return (*this)(Conversion{work, ViewOf(pts), nPts, nullptr});
+  }
+
+ private:
+  int m_row;
+  bool m_inverse;
+};
+
+/// One row of the table, indexed by ProjType. Rows without operations are never dispatched.
+struct ProjectionRow {
+  const char* name;
+  unsigned mask;  // six bits for the host, opaque here
+  ConvertOperation forward;
+  ConvertOperation inverse;
+  DomainFunction* inDomain;
+  OffsetFunction* offsetSplit;
+};
+
+std::span<const ProjectionRow, 29> ProjectionTable();
+
+/// The row of a type; null outside the table.
+inline const ProjectionRow* FindRow(ProjType type) {
+  const auto row = static_cast<std::size_t>(static_cast<std::uint32_t>(type));
+  return row < ProjectionTable().size() ? &ProjectionTable()[row] : nullptr;
+}
+
+/// Whether a record names one of the two state plane zone systems.
+inline bool IsStatePlane(ProjType type) {
+  return type == PT_STATEPLANE27 || type == PT_STATEPLANE83;
+}
+
+}  // namespace orvex::detail
