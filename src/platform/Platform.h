@@ -43,26 +43,4 @@ std::size_t ReadProfileSection(const char* fileName, const char* section, char* 
 /// file or section is made when missing. False when the file could not be written, which then is as it was.
 bool WriteProfileSection(const char* fileName, const char* section, const char* entries);
 
-// ---- floating-point environment ----
-
-/// Sets the host's floating-point environment aside: on construction all traps are masked and the status is cleared, on
-/// destruction everything is as the host had it, status flags included.
-class FpEnvironment {
- public:
-  FpEnvironment() noexcept;
-  ~FpEnvironment();
-  FpEnvironment(const FpEnvironment&) = delete;
-  FpEnvironment& operator=(const FpEnvironment&) = delete;
-
-  /// Code (0xC000008D to 0xC0000093, the Windows exception codes) of an exception that has been raised since the status
-  /// was last cleared and whose trap the host had enabled; 0 when there is none.
-  unsigned RaisedFault() const noexcept;
-  /// Clears the status as far as RaisedFault looks at it: without host traps there is nothing to do.
-  void ClearStatus() noexcept;
-
- private:
-  alignas(16) unsigned char m_saved[64];  // the platform's saved environment
-  unsigned m_hostTraps;                   // exceptions whose traps the host had enabled
-};
-
 }  // namespace orvex::platform

@@ -1,14 +1,17 @@
 // FpGuard - guarded floating-point regions: the host's traps neither fire inside nor go unnoticed.
 #pragma once
 
-#include "platform/Platform.h"
+#include "platform/FpEnvironment.h"
 
 namespace orvex::detail {
 
-/// Sets the host's floating-point environment aside for its lifetime. A fault is what the host would have seen: an
-/// exception whose trap the host had enabled. With all traps masked, the usual case, nothing ever counts as a fault.
+/// The library's own floating-point environment for its lifetime (nearest, subnormals kept, traps masked), after it the
+/// host's as it was. A fault is what the host would have seen: an exception whose trap the host had enabled. With all
+/// traps masked, the usual case, nothing ever counts as a fault.
 class FpGuard {
  public:
+  /// Whether the host has any trap enabled: if not, Fault is always false and Reset clears the error flag only.
+  bool HostTraps() const noexcept { return m_environment.HostTraps(); }
   /// Forgets what has been raised so far, and clears this thread's error flag.
   void Reset() noexcept;
   /// Whether a fault has been raised since construction or Reset; sets this thread's error flag and clears the status.

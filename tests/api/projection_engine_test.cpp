@@ -1,9 +1,4 @@
-// The engine: catalogue, validation, handles, driver, wrapper and the floating-point guard.
-#ifdef __SSE__
-#include <xmmintrin.h>
-#endif
-
-#include <cfenv>
+// The engine: catalogue, validation, handles, driver and wrapper.
 #include <cstring>
 #include <limits>
 
@@ -243,63 +238,6 @@ TEST(Driver, PointsAreIndependent) {
   EXPECT_TRUE(Unplottable(mixed[0]));
   EXPECT_EQ(projector.Result(), 0);
 }
-
-#if defined(__linux__)
-// A host that has unmasked its traps never crashes inside and finds its environment as it was. What its traps would
-// have seen inside a module fails the call.
-TEST(FpGuard, HostTrapsNeitherFireNorChange) {
-  PROJDATA rec = Record(PT_TRANSVERSEMERCATOR, "R=1;Scale=1e300");
-  CProjector projector(&rec);
-  const int traps = FE_DIVBYZERO | FE_INVALID | FE_OVERFLOW;
-  std::fenv_t before;
-  std::fegetenv(&before);
-  std::feclearexcept(FE_ALL_EXCEPT);
-  std::fesetround(FE_DOWNWARD);
-  std::feraiseexcept(FE_INEXACT);
-  feenableexcept(traps);
-  PROJPOINT good[] = {{1, 2}, {721, 100}}, bad[] = {{-90, 0}, {1, 2}}, large{89.9999999999, 0};
-  const bool goodCall = projector.Forward(good, 2);
-  const bool badCall = projector.Forward(bad, 2);  // divides by zero
-  const int badResult = projector.Result();
-  const bool largeCall = projector.Forward(&large, 1);
-  bool threw = false;
-  PROJDATA nan = rec;
-  nan.Lat0 = kNaN;
-  const int nanCheck = ProjCheckParams(&nan, nullptr, false);  // compares NaN
-  try {
-    projector.Forward(nullptr, 1);
-  } catch (const shr::Exception&) {
-    threw = true;
-  }
-  const int trapsAfter = fegetexcept(), roundAfter = std::fegetround(), statusAfter = std::fetestexcept(FE_ALL_EXCEPT);
-  fedisableexcept(FE_ALL_EXCEPT);
-  std::fesetenv(&before);
-
-  EXPECT_TRUE(goodCall);
-  EXPECT_FALSE(badCall);
-  EXPECT_EQ(badResult, 1);
-  EXPECT_TRUE(largeCall);
-  EXPECT_TRUE(threw);
-  EXPECT_EQ(nanCheck, 0);
-  EXPECT_EQ(trapsAfter, traps);
-  EXPECT_EQ(roundAfter, FE_DOWNWARD);
-  EXPECT_EQ(statusAfter, FE_INEXACT);
-
-  PROJPOINT again[] = {{-90, 0}, {1, 2}};  // with everything masked the same call succeeds
-  EXPECT_TRUE(projector.Forward(again, 2));
-  EXPECT_TRUE(Unplottable(again[0]));
-  EXPECT_FALSE(Unplottable(again[1]));
-
-#ifdef __SSE__
-  PROJPOINT sse{-90, 0};  // a host may unmask the traps of this unit alone
-  const unsigned masked = _mm_getcsr();
-  _mm_setcsr(masked & ~static_cast<unsigned>(_MM_MASK_DIV_ZERO));
-  const bool sseCall = projector.Forward(&sse, 1);
-  _mm_setcsr(masked);
-  EXPECT_FALSE(sseCall);
-#endif
-}
-#endif
 
 }  // namespace
 }  // namespace orvex::test

@@ -1,10 +1,9 @@
-// The Windows library as hosts meet it: resources, loading, the log, unusual paths, files that cannot be written,
-// floating-point environments. Expected texts are the message table's; the rest are properties.
+// The Windows library as hosts meet it: resources, loading, the log, unusual paths, files that cannot be written.
+// Expected texts are the message table's; the rest are properties.
 #include <gtest/gtest.h>
 #include <windows.h>
 
 #include <psapi.h>
-#include <xmmintrin.h>
 
 #include <cstring>
 #include <string>
@@ -321,92 +320,6 @@ TEST(Records, LookTheSameToAC) {
                              offsetof(GEOREF, Coeff)};
   ASSERT_EQ(std::size(layout), kCLayoutCount);
   for (std::size_t i = 0; i < std::size(layout); ++i) EXPECT_EQ(layout[i], kCLayout[i]) << "entry " << i;
-}
-
-// ---- floating-point environments ----
-
-/// Control and status of both units.
-struct Environment {
-  unsigned short control = 0, status = 0;
-  unsigned mxcsr = 0;
-  bool operator==(const Environment&) const = default;
-  static Environment Now() {
-    Environment e;
-    asm volatile("fnstcw %0" : "=m"(e.control));
-    asm volatile("fnstsw %0" : "=m"(e.status));
-    e.mxcsr = _mm_getcsr();
-    e.status &= 0xFF;  // exceptions; the rest is the stack's business
-    return e;
-  }
-  static void Set(unsigned short control, unsigned mxcsr) {
-    asm volatile("fnclex");
-    asm volatile("fldcw %0" : : "m"(control));
-    _mm_setcsr(mxcsr);
-  }
-};
-
-/// The host's environment for the time of a call, and what it was after.
-template <typename Call>
-Environment Under(unsigned short control, unsigned mxcsr, Call call) {
-  const Environment own = Environment::Now();
-  Environment::Set(control, mxcsr);
-  call();
-  const Environment after = Environment::Now();
-  Environment::Set(own.control, own.mxcsr);
-  return after;
-}
-
-std::vector<PROJPOINT> Places(const ProjectionForm& form) {
-  std::vector<PROJPOINT> points;
-  for (int i = 0; i < 20; ++i) points.push_back(form.Place(i / 19.0, (i * 7 % 20) / 19.0));
-  for (const double odd : {0.0, 90.0, -90.0, 180.0, 1e300, -1e-320, DBL_MAX}) points.push_back({odd, odd});
-  return points;
-}
-
-constexpr unsigned short kUsualX87 = 0x037F, kShortX87 = 0x027F;  // 64 and 53 bits
-constexpr unsigned kUsualMxcsr = 0x1F80;
-
-// What a host does that traps divisions, invalid operations and overflows, in either unit or in both.
-TEST(FloatingPoint, TrapsOfTheHostNeverFireInside) {
-  struct Host {
-    unsigned short control;
-    unsigned mxcsr;
-  };
-  for (const Host host : {Host{0x0372, kUsualMxcsr}, {kUsualX87, 0x1900}, {0x0372, 0x1900}, {0x0340, 0x0000}}) {
-    for (const ProjectionForm& form : AllProjections()) {
-      PROJDATA record = form.MakeRecord();
-      void* handle = nullptr;
-      std::vector<PROJPOINT> points = Places(form);
-      const int count = static_cast<int>(points.size());
-      const Environment after = Under(host.control, host.mxcsr, [&] {
-        handle = ProjCreateProjection(&record);
-        ProjForward(handle, points.data(), count);
-        ProjInverse(handle, points.data(), count);
-        ProjLLInProjection(handle, points.data());
-        ProjDeleteProjection(handle);
-      });
-      ASSERT_EQ(after, (Environment{host.control, 0, host.mxcsr})) << form.parameters;
-    }
-  }
-}
-
-// Some compilers' hosts run the x87 unit at 53 bits: results and the host's setting stay the same.
-TEST(FloatingPoint, PrecisionOfTheHostDoesNotMatter) {
-  for (const ProjectionForm& form : AllProjections()) {
-    PROJDATA record = form.MakeRecord();
-    void* const handle = ProjCreateProjection(&record);
-    std::vector<PROJPOINT> usual = Places(form), shortened = usual;
-    const int count = static_cast<int>(usual.size());
-    const auto run = [&](std::vector<PROJPOINT>& points) {
-      ProjForward(handle, points.data(), count);
-      ProjInverse(handle, points.data(), count);
-    };
-    Under(kUsualX87, kUsualMxcsr, [&] { run(usual); });
-    const Environment after = Under(kShortX87, kUsualMxcsr, [&] { run(shortened); });
-    EXPECT_EQ(after.control, kShortX87);
-    EXPECT_EQ(std::memcmp(usual.data(), shortened.data(), usual.size() * sizeof(PROJPOINT)), 0) << form.parameters;
-    ProjDeleteProjection(handle);
-  }
 }
 
 }  // namespace
