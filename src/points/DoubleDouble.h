@@ -1,0 +1,88 @@
+// DoubleDouble - sums, products and quotients that keep what rounding drops, for the elementary functions.
+#pragma once
+
+#include "points/Lanes.h"
+
+namespace orvex::detail::ORVEX_LEVEL {
+
+/// A number as an unevaluated sum; low is at most about an ulp of high.
+template <class T>
+struct Double {
+  T high, low;
+};
+
+/// The leading 26 bits: products of two such numbers are exact, and so are those with the 27 bits left out.
+template <class T>
+ORVEX_INLINE T High(T a) {
+  return FromBits<T>(ToBits(a) & 0xfffffffff8000000);
+}
+
+/// a + b exactly, where |a| >= |b| or a is 0.
+template <class T>
+ORVEX_INLINE Double<T> SumOfOrdered(T a, Same<T> b) {
+  const T sum = a + b;
+  return {sum, (a - sum) + b};
+}
+/// a + b exactly.
+template <class T>
+ORVEX_INLINE Double<T> Sum(T a, Same<T> b) {
+  const T sum = a + b, fromB = sum - a;
+  return {sum, (a - (sum - fromB)) + (b - fromB)};
+}
+/// a * b exactly.
+template <class T>
+ORVEX_INLINE Double<T> Product(T a, Same<T> b) {
+  const T aHigh = High(a), aLow = a - aHigh, bHigh = High(b), bLow = b - bHigh, product = a * b;
+  return {product, ((aHigh * bHigh - product) + aHigh * bLow + aLow * bHigh) + aLow * bLow};
+}
+/// The quotient of two sums to some 100 bits, with one division. High has 26 bits.
+template <class T>
+ORVEX_INLINE Double<T> Quotient(Double<T> n, Double<T> d) {
+  const T inverse = 1 / d.high, high = High(n.high * inverse);
+  const T dHigh = High(d.high), dLow = (d.high - dHigh) + d.low;
+  return {high, (((n.high - high * dHigh) - high * dLow) + n.low) * inverse};
+}
+
+/// c0 + c1 z + c2 z^2 + ..., two terms at a time, which shortens the chain.
+template <class T>
+ORVEX_INLINE T Polynomial(T, T, double c0) {
+  return T(c0);
+}
+template <class T>
+ORVEX_INLINE T Polynomial(T z, T, double c0, double c1) {
+  return c0 + c1 * z;
+}
+template <class T, class... More>
+ORVEX_INLINE T Polynomial(T z, T z2, double c0, double c1, More... more) {
+  return (c0 + c1 * z) + z2 * Polynomial(z, z2, more...);
+}
+template <class T, class... More>
+ORVEX_INLINE T PolynomialOf(T z, More... more) {
+  return Polynomial(z, z * z, more...);
+}
+
+// ---- the cold path ----
+
+/// Runs the compiled function of one double over the lanes.
+void EachLane(double (*function)(double), const double* x, double* result, int count);
+void EachLane(double (*function)(double, double), const double* x, const double* y, double* result, int count);
+
+template <class T>
+[[gnu::always_inline, gnu::cold]] inline T LaneByLane(double (*function)(double), T x) {
+  double in[kLaneCount<T>];
+  __builtin_memcpy(in, &x, sizeof in);
+  EachLane(function, in, in, kLaneCount<T>);
+  __builtin_memcpy(&x, in, sizeof in);
+  return x;
+}
+template <class T>
+[[gnu::always_inline, gnu::cold]] inline T LaneByLane(double (*function)(double, double), T x, T y) {
+  double in[kLaneCount<T>], other[kLaneCount<T>];
+  __builtin_memcpy(in, &x, sizeof in);
+  __builtin_memcpy(other, &y, sizeof other);
+  EachLane(function, in, other, in, kLaneCount<T>);
+  __builtin_memcpy(&x, in, sizeof in);
+  return x;
+}
+
+}  // namespace orvex::detail::ORVEX_LEVEL

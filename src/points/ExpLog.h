@@ -1,0 +1,177 @@
+// ExpLog - exponential and logarithm, power.
+#pragma once
+
+#include "points/DoubleDouble.h"
+
+namespace orvex::detail::ORVEX_LEVEL {
+
+inline constexpr double kLn2High = 0x1.62e42feep-1, kLn2Low = 0x1.a39ef35793c76p-33;  // the first with 32 bits
+inline constexpr double kLog2E = 0x1.71547652b82fep+0;
+
+double ColdExpm1(double x);
+double ColdLog(double x);
+double ColdLog1p(double x);
+double ColdPow(double x, double y);
+double Expm1(double x);
+double Log(double x);
+double Log1p(double x);
+double Pow(double x, double y);
+
+// ---- exponential ----
+
+/// The power of two to take out of an exponential, and what is left of its argument: at most ln 2 / 2, as a sum.
+template <class T>
+struct ReducedExponent {
+  T r, low;
+  BitsOf<T> doubled;  // the power, plus 2046, in the last 12 bits
+
+  /// y times the power of two, in two steps: neither has to be representable, and a subnormal result rounds once.
+  ORVEX_INLINE T Scale(T y) const {
+    const BitsOf<T> first = doubled >> 1;
+    return y * FromBits<T>(first << 52) * FromBits<T>((doubled - first) << 52);
+  }
+};
+/// -746 <= x <= 710
+template <class T>
+ORVEX_INLINE ReducedExponent<T> ReduceExponent(T x) {
+  constexpr double kWhole = 0x1.8p52 + 2046;
+  const T shifted = x * kLog2E + kWhole, k = shifted - kWhole;
+  const T high = x - k * kLn2High, low = k * kLn2Low, r = high - low;
+  return {r, (high - r) - low, ToBits(shifted)};
+}
+/// e^r - 1 - r, |r| <= ln 2 / 2.
+template <class T>
+ORVEX_INLINE T ExpTail(T r) {
+  const T z = r * r;
+  return z * Polynomial(r, z, 0x1.000000000000cp-1, 0x1.5555555555561p-3, 0x1.555555554fdf8p-5, 0x1.111111110d63cp-7,
+                        0x1.6c16c1860bca9p-10, 0x1.a01a01bae2a17p-13, 0x1.a01995aaf1667p-16, 0x1.71dddfc93df18p-19,
+                        0x1.28b10752f482ap-22, 0x1.af858df8a42c7p-26);
+}
+/// e^(x + low), low a few ulps of x at most.
+template <class T>
+ORVEX_INLINE T ExpOfSum(T x, T low) {
+  constexpr double kZero = -746, kInfinite = 710;
+  const T within = Select(x < T(kZero), T(kZero), Select(x > T(kInfinite), T(kInfinite), x));
+  const ReducedExponent<T> reduced = ReduceExponent(within);
+  const T rest = reduced.low + Where(within == x, low);
+  return reduced.Scale(1 + (reduced.r + (rest + ExpTail(reduced.r))));
+}
+template <class T>
+ORVEX_INLINE T Exp(T x) {
+  constexpr double kZero = -746, kInfinite = 710;
+  x = Select(x < T(kZero), T(kZero), Select(x > T(kInfinite), T(kInfinite), x));
+  const ReducedExponent<T> reduced = ReduceExponent(x);
+  return reduced.Scale(1 + (reduced.r + (reduced.low + ExpTail(reduced.r))));
+}
+
+template <class T>
+ORVEX_INLINE T Expm1(T x) {
+  if (!All(Abs(x) <= T(700))) [[unlikely]] {
+    if constexpr (kLaneCount<T> == 1) {
+      return ColdExpm1(x);
+    } else {
+      return LaneByLane<T>(&Expm1, x);
+    }
+  }
+  const ReducedExponent<T> reduced = ReduceExponent(x);
+  // 2^k (1 + r + tail) - 1, the largest parts first.
+  const T power = FromBits<T>((reduced.doubled - 1023) << 52);
+  const T less = power - 1, lessLow = (power - less) - 1;
+  const Double<T> sum = Sum(less, power * reduced.r);
+  const T result = sum.high + (sum.low + (lessLow + power * (reduced.low + ExpTail(reduced.r))));
+  return Select(Abs(x) < T(0x1p-54), x, result);
+}
+
+// ---- logarithm ----
+
+/// x = 2^k m with sqrt(1/2) <= m < sqrt(2), for a normal x.
+template <class T>
+struct Normalized {
+  T k, m;
+};
+template <class T>
+ORVEX_INLINE Normalized<T> Normalize(T x) {
+  constexpr std::uint64_t kOne = 0x3ff0000000000000, kRootHalf = 0x3fe6a09e00000000, kWhole = 0x4330000000000000;
+  const BitsOf<T> bits = ToBits(x), exponent = (bits + (kOne - kRootHalf)) >> 52;  // k + 1023
+  return {FromBits<T>(exponent | kWhole) - (0x1p52 + 1023), FromBits<T>((bits - (exponent << 52)) + kOne)};
+}
+/// k ln 2 + ln(1 + f) + low, |f| <= 0.4143.
+template <class T>
+ORVEX_INLINE T LogOfReduced(T k, T f, T low) {
+  const T s = f / (2 + f), z = s * s, half = 0.5 * f * f;
+  const T R = z * PolynomialOf(z, 0x1.5555555555592p-1, 0x1.999999997ff58p-2, 0x1.24924941dc60dp-2,
+                               0x1.c71c5218e11f5p-3, 0x1.74663bf27dcf1p-3, 0x1.39a2024d18ee6p-3, 0x1.2f02bc1b2f46bp-3);
+  return k * kLn2High - ((half - (s * (half + R) + (low + k * kLn2Low))) - f);
+}
+template <class T>
+ORVEX_INLINE MaskOf<T> IsPositiveNormal(T x) {
+  return (x >= T(0x1p-1022)) & (x <= T(0x1.fffffffffffffp1023));
+}
+template <class T>
+ORVEX_INLINE T Log(T x) {
+  if (!All(IsPositiveNormal(x))) [[unlikely]] {
+    if constexpr (kLaneCount<T> == 1) {
+      return ColdLog(x);
+    } else {
+      return LaneByLane<T>(&Log, x);
+    }
+  }
+  const Normalized<T> reduced = Normalize(x);
+  return LogOfReduced(reduced.k, reduced.m - 1, T(0));
+}
+template <class T>
+ORVEX_INLINE T Log1p(T x) {
+  if (!All((x > T(-1)) & (x <= T(0x1p1000)))) [[unlikely]] {
+    if constexpr (kLaneCount<T> == 1) {
+      return ColdLog1p(x);
+    } else {
+      return LaneByLane<T>(&Log1p, x);
+    }
+  }
+  const Double<T> u = Sum(T(1), x);
+  const Normalized<T> reduced = Normalize(u.high);
+  const Double<T> f = SumOfOrdered(reduced.m - 1, u.low * (reduced.m / u.high));  // the quotient is a power of two
+  return CopySign(LogOfReduced(reduced.k, f.high, f.low * (1 - f.high)), x);
+}
+
+// ---- power ----
+
+/// ln (2^k m) to about 65 bits.
+template <class T>
+ORVEX_INLINE Double<T> LogAsSum(const Normalized<T>& reduced) {
+  const T f = reduced.m - 1;
+  const Double<T> s = Quotient(Double<T>{f, T(0)}, SumOfOrdered(T(2), f));
+  // ln m = 2 s + 2/3 s^3 + s^5 Q(s^2): the second term needs more than 53 bits, the others do not.
+  constexpr double kTwoThirds = 0x1.5555555555555p-1, kTwoThirdsHigh = 0x1.5555554p-1,
+                   kTwoThirdsLow = 0x1.5555555555555p-55;
+  constexpr double kTwoThirdsMiddle = kTwoThirds - kTwoThirdsHigh;
+  const T z = s.high * s.high, zLow = (s.high + s.high + s.low) * s.low;  // the first is exact
+  const T zHigh = High(z), zRest = z - zHigh, full = s.high + s.low, zFull = z + zLow;
+  const T t = z * kTwoThirds;
+  const T tLow = ((zHigh * kTwoThirdsHigh - t) + zHigh * kTwoThirdsMiddle + zRest * kTwoThirdsHigh) +
+                 (zRest * kTwoThirdsMiddle + (z * kTwoThirdsLow + zLow * kTwoThirds));
+  const T tHigh = High(t), cube = s.high * tHigh, cubeLow = s.high * ((t - tHigh) + tLow) + s.low * t;
+  const T Q = PolynomialOf(zFull, 0x1.9999999999d0cp-2, 0x1.249249243a031p-2, 0x1.c71c724ac13e3p-3,
+                           0x1.745ce1fcd8c4cp-3, 0x1.3b201bc748512p-3, 0x1.0f6803214d1bap-3, 0x1.0f0745ab2ac56p-3);
+  const Double<T> first = SumOfOrdered(reduced.k * kLn2High, 2 * s.high), second = SumOfOrdered(first.high, cube);
+  const T rest = (full * (zFull * zFull * Q) + cubeLow) + reduced.k * kLn2Low;
+  return SumOfOrdered(second.high, (first.low + second.low) + (2 * s.low + rest));
+}
+template <class T>
+ORVEX_INLINE T PowerOf(const Normalized<T>& x, T y) {
+  const Double<T> log = LogAsSum(x), product = Product(y, log.high);
+  return ExpOfSum(product.high, product.low + y * log.low);
+}
+template <class T>
+ORVEX_INLINE T Pow(T x, Same<T> y) {
+  if (!All(IsPositiveNormal(x) & (Abs(y) <= T(0x1p80)))) [[unlikely]] {
+    if constexpr (kLaneCount<T> == 1) {
+      return ColdPow(x, y);
+    } else {
+      return LaneByLane<T>(&Pow, x, y);
+    }
+  }
+  return PowerOf(Normalize(x), T(y));
+}
+
+}  // namespace orvex::detail::ORVEX_LEVEL

@@ -1,0 +1,93 @@
+// Trig - sine, cosine and tangent.
+#pragma once
+
+#include "points/DoubleDouble.h"
+
+namespace orvex::detail::ORVEX_LEVEL {
+
+template <class T>
+struct SineCosine {
+  T sine, cosine;
+};
+
+/// An angle less a multiple of a quarter turn: within an eighth of a turn, as a sum; the multiple in the last two bits.
+template <class T>
+struct ReducedAngle {
+  T angle, low;
+  BitsOf<T> quarters;
+};
+
+/// Sine and cosine of a reduced angle, in [-pi/4, pi/4], not yet turned. Minimax polynomials (see coefficients.sollya).
+template <class T>
+ORVEX_INLINE SineCosine<T> SinCosOfReduced(T r, T low) {
+  const T z = r * r, z2 = z * z;
+  const T s = Polynomial(z, z2, -0x1.5555555555548p-3, 0x1.111111110f74cp-7, -0x1.a01a019beebd7p-13,
+                         0x1.71de355b4ef37p-19, -0x1.ae5e5114a021p-26, 0x1.5d8d1fe5b925cp-33);
+  const T c = Polynomial(z, z2, 0x1.555555555554bp-5, -0x1.6c16c16c15009p-10, 0x1.a01a019c8d111p-16,
+                         -0x1.27e4f7ef88f7bp-22, 0x1.1ee9da20008d8p-29, -0x1.8fa582fd0cddp-37);
+  const T half = 0.5 * z, rest = 1 - half;
+  return {r + (r * z * s + low), rest + (((1 - rest) - half) + (z2 * c - r * low))};
+}
+
+/// The plain course holds below; beyond it the parts of the quarter turn are too few.
+inline constexpr double kMostTurned = 32768;
+
+template <class T>
+ORVEX_INLINE ReducedAngle<T> ReduceAngle(T size) {
+  // Quarter turns in three parts; the first two have 33 bits each, so that their products are exact.
+  constexpr double kPart1 = 0x1.921fb544p+0, kPart2 = 0x1.0b4611a6p-34, kPart3 = 0x1.3198a2e037073p-69;
+  constexpr double kWhole = 0x1.8p52;
+  const T shifted = size * 0x1.45f306dc9c883p-1 + kWhole, k = shifted - kWhole;
+  const T a = size - k * kPart1, b = k * kPart2, r = a - b;
+  return {r, ((a - r) - b) - k * kPart3, ToBits(shifted)};
+}
+/// The sine takes the sign of x besides, which is how its zeros keep theirs.
+template <class T>
+ORVEX_INLINE SineCosine<T> SinCosOf(const ReducedAngle<T>& reduced, T x) {
+  const SineCosine<T> plain = SinCosOfReduced(reduced.angle, reduced.low);
+  const MaskOf<T> odd = IsOdd<T>(reduced.quarters);
+  const T sine = Select(odd, plain.cosine, plain.sine), cosine = Select(odd, plain.sine, plain.cosine);
+  return {FromBits<T>(ToBits(sine) ^ (((reduced.quarters << 62) ^ ToBits(x)) & kSignBit)),
+          FromBits<T>(ToBits(cosine) ^ (((reduced.quarters + 1) << 62) & kSignBit))};
+}
+
+/// For every finite double beyond kMostTurned.
+ReducedAngle<double> ReduceHugeAngle(double size);
+void EachSinCos(const double* x, double* sine, double* cosine, int count);
+SineCosine<double> SinCos(double x);
+double Tan(double x);
+
+template <class T>
+ORVEX_INLINE SineCosine<T> SinCos(T x) {
+  const T size = Abs(x);
+  if (!All(size <= T(kMostTurned))) [[unlikely]] {
+    if constexpr (kLaneCount<T> == 1) {
+      if (!IsFinite(x)) return {x - x, x - x};
+      return SinCosOf(ReduceHugeAngle(size), x);
+    } else {
+      double in[kLaneCount<T>], sine[kLaneCount<T>], cosine[kLaneCount<T>];
+      __builtin_memcpy(in, &x, sizeof in);
+      EachSinCos(in, sine, cosine, kLaneCount<T>);
+      SineCosine<T> result;
+      __builtin_memcpy(&result.sine, sine, sizeof sine);
+      __builtin_memcpy(&result.cosine, cosine, sizeof cosine);
+      return result;
+    }
+  }
+  return SinCosOf(ReduceAngle(size), x);
+}
+template <class T>
+ORVEX_INLINE T Sin(T x) {
+  return SinCos<T>(x).sine;
+}
+template <class T>
+ORVEX_INLINE T Cos(T x) {
+  return SinCos<T>(x).cosine;
+}
+template <class T>
+ORVEX_INLINE T Tan(T x) {
+  const SineCosine<T> both = SinCos<T>(x);
+  return both.sine / both.cosine;  // the cosine of a double is never 0
+}
+
+}  // namespace orvex::detail::ORVEX_LEVEL
