@@ -474,8 +474,30 @@ ORVEX_INLINE double ToFloat(double a) {
 }
 template <int N>
 ORVEX_INLINE Lanes<N> ToFloat(Lanes<N> a) {
-  for (int i = 0; i < N; ++i) a.v[i] = ToFloat(a.v[i]);
-  return a;
+  // By instructions or one by one: GCC 12 takes the two conversions of a vector for nothing.
+  using Values [[maybe_unused]] = typename Lanes<N>::Values;
+#if defined(__AVX512F__)
+  if constexpr (N == 8) {
+    return Lanes<N>(Values(_mm512_maskz_cvtps_pd(0xFF, _mm512_maskz_cvtpd_ps(0xFF, __m512d(a.v)))));
+  } else
+#endif
+#if defined(__AVX__)
+      if constexpr (N == 4) {
+    return Lanes<N>(Values(_mm256_cvtps_pd(_mm256_cvtpd_ps(__m256d(a.v)))));
+  } else
+#endif
+#if defined(__SSE2__)
+      if constexpr (N == 2) {
+    return Lanes<N>(Values(_mm_cvtps_pd(_mm_cvtpd_ps(__m128d(a.v)))));
+  } else
+#endif
+  {
+    for (int i = 0; i < N; ++i) {
+      const volatile float single = static_cast<float>(a.v[i]);
+      a.v[i] = static_cast<double>(single);
+    }
+    return a;
+  }
 }
 template <class V>
 ORVEX_INLINE Pair<V> ToFloat(Pair<V> p) {
