@@ -97,6 +97,14 @@ struct Lanes {
     if constexpr (N == 8) v = Values{d, d, d, d, d, d, d, d};
   }
 
+  /// Of the representations, and of N neighbours in memory.
+  ORVEX_INLINE static Lanes Of(typename VectorOf<N>::Bits bits) { return Lanes(__builtin_bit_cast(Values, bits)); }
+  ORVEX_INLINE static Lanes At(const double* from) {
+    Values values;
+    __builtin_memcpy(&values, from, sizeof values);
+    return Lanes(values);
+  }
+
   ORVEX_INLINE friend Lanes operator+(Lanes a, Lanes b) { return Lanes(a.v + b.v); }
   ORVEX_INLINE friend Lanes operator-(Lanes a, Lanes b) { return Lanes(a.v - b.v); }
   ORVEX_INLINE friend Lanes operator*(Lanes a, Lanes b) { return Lanes(a.v * b.v); }
@@ -159,6 +167,25 @@ struct PairMask {
   ORVEX_INLINE friend V Where(PairMask m, V p) { return {Where(m.a, p.a), Where(m.b, p.b)}; }
 };
 
+/// The representations of a Pair.
+template <class B>
+struct PairBits {
+  B a, b;
+
+  ORVEX_INLINE friend PairBits operator+(PairBits p, PairBits q) { return {p.a + q.a, p.b + q.b}; }
+  ORVEX_INLINE friend PairBits operator-(PairBits p, PairBits q) { return {p.a - q.a, p.b - q.b}; }
+  ORVEX_INLINE friend PairBits operator&(PairBits p, PairBits q) { return {p.a & q.a, p.b & q.b}; }
+  ORVEX_INLINE friend PairBits operator|(PairBits p, PairBits q) { return {p.a | q.a, p.b | q.b}; }
+  ORVEX_INLINE friend PairBits operator^(PairBits p, PairBits q) { return {p.a ^ q.a, p.b ^ q.b}; }
+  ORVEX_INLINE friend PairBits operator+(PairBits p, std::uint64_t q) { return {p.a + q, p.b + q}; }
+  ORVEX_INLINE friend PairBits operator-(PairBits p, std::uint64_t q) { return {p.a - q, p.b - q}; }
+  ORVEX_INLINE friend PairBits operator&(PairBits p, std::uint64_t q) { return {p.a & q, p.b & q}; }
+  ORVEX_INLINE friend PairBits operator|(PairBits p, std::uint64_t q) { return {p.a | q, p.b | q}; }
+  ORVEX_INLINE friend PairBits operator^(PairBits p, std::uint64_t q) { return {p.a ^ q, p.b ^ q}; }
+  ORVEX_INLINE friend PairBits operator<<(PairBits p, int by) { return {p.a << by, p.b << by}; }
+  ORVEX_INLINE friend PairBits operator>>(PairBits p, int by) { return {p.a >> by, p.b >> by}; }
+};
+
 template <class V>
 struct Pair;
 template <class V>
@@ -177,6 +204,12 @@ struct Pair {
   ORVEX_INLINE Pair(V p, V q) : a(p), b(q) {}
   ORVEX_INLINE Pair(double every) : a(every), b(every) {}
 
+  template <class B>
+  ORVEX_INLINE static Pair Of(PairBits<B> bits) {
+    return {V::Of(bits.a), V::Of(bits.b)};
+  }
+  ORVEX_INLINE static Pair At(const double* from) { return {V::At(from), V::At(from + sizeof(V) / sizeof *from)}; }
+
   ORVEX_INLINE friend Pair operator+(Pair p, Pair q) { return {p.a + q.a, p.b + q.b}; }
   ORVEX_INLINE friend Pair operator-(Pair p, Pair q) { return {p.a - q.a, p.b - q.b}; }
   ORVEX_INLINE friend Pair operator*(Pair p, Pair q) { return {p.a * q.a, p.b * q.b}; }
@@ -192,25 +225,6 @@ struct Pair {
   ORVEX_INLINE friend Answer operator>=(Pair p, Pair q) { return {p.a >= q.a, p.b >= q.b}; }
   ORVEX_INLINE friend Answer operator==(Pair p, Pair q) { return {p.a == q.a, p.b == q.b}; }
   ORVEX_INLINE friend Answer operator!=(Pair p, Pair q) { return {p.a != q.a, p.b != q.b}; }
-};
-
-/// The representations of a Pair.
-template <class B>
-struct PairBits {
-  B a, b;
-
-  ORVEX_INLINE friend PairBits operator+(PairBits p, PairBits q) { return {p.a + q.a, p.b + q.b}; }
-  ORVEX_INLINE friend PairBits operator-(PairBits p, PairBits q) { return {p.a - q.a, p.b - q.b}; }
-  ORVEX_INLINE friend PairBits operator&(PairBits p, PairBits q) { return {p.a & q.a, p.b & q.b}; }
-  ORVEX_INLINE friend PairBits operator|(PairBits p, PairBits q) { return {p.a | q.a, p.b | q.b}; }
-  ORVEX_INLINE friend PairBits operator^(PairBits p, PairBits q) { return {p.a ^ q.a, p.b ^ q.b}; }
-  ORVEX_INLINE friend PairBits operator+(PairBits p, std::uint64_t q) { return {p.a + q, p.b + q}; }
-  ORVEX_INLINE friend PairBits operator-(PairBits p, std::uint64_t q) { return {p.a - q, p.b - q}; }
-  ORVEX_INLINE friend PairBits operator&(PairBits p, std::uint64_t q) { return {p.a & q, p.b & q}; }
-  ORVEX_INLINE friend PairBits operator|(PairBits p, std::uint64_t q) { return {p.a | q, p.b | q}; }
-  ORVEX_INLINE friend PairBits operator^(PairBits p, std::uint64_t q) { return {p.a ^ q, p.b ^ q}; }
-  ORVEX_INLINE friend PairBits operator<<(PairBits p, int by) { return {p.a << by, p.b << by}; }
-  ORVEX_INLINE friend PairBits operator>>(PairBits p, int by) { return {p.a >> by, p.b >> by}; }
 };
 
 // ---- types that go with T ----
@@ -363,6 +377,29 @@ ORVEX_INLINE void Put(Pair<V>& p, int i, double value) {
   }
 }
 
+// ---- neighbours in memory ----
+
+template <class T>
+ORVEX_INLINE T Load(const double* from) {
+  if constexpr (kLaneCount<T> == 1) {
+    return *from;
+  } else {
+    return T::At(from);  // a vector at a time: a Pair as a whole would go by way of the stack
+  }
+}
+ORVEX_INLINE void Store(double* to, double a) {
+  *to = a;
+}
+template <int N>
+ORVEX_INLINE void Store(double* to, Lanes<N> a) {
+  __builtin_memcpy(to, &a.v, sizeof a.v);
+}
+template <class V>
+ORVEX_INLINE void Store(double* to, Pair<V> p) {
+  Store(to, p.a);
+  Store(to + kLaneCount<V>, p.b);
+}
+
 // ---- representations ----
 
 inline constexpr std::uint64_t kSignBit = 0x8000000000000000, kExponentBits = 0x7ff0000000000000;
@@ -380,7 +417,11 @@ ORVEX_INLINE BitsOf<Pair<V>> ToBits(Pair<V> p) {
 }
 template <class T>
 ORVEX_INLINE T FromBits(BitsOf<T> bits) {
-  return __builtin_bit_cast(T, bits);
+  if constexpr (kLaneCount<T> == 1) {
+    return __builtin_bit_cast(T, bits);
+  } else {
+    return T::Of(bits);
+  }
 }
 
 template <int N>

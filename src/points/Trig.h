@@ -59,7 +59,8 @@ ORVEX_INLINE SineCosine<T> SinCosOf(const ReducedAngle<T>& reduced, T x) {
 
 /// For every finite double beyond kMostTurned.
 ReducedAngle<double> ReduceHugeAngle(double size);
-void EachSinCos(const double* x, double* sine, double* cosine, int count);
+/// `sines` holds the angles before.
+[[gnu::cold]] void EachSinCos(double* sines, double* cosines, int count);
 SineCosine<double> SinCos(double x);
 double Tan(double x);
 
@@ -71,13 +72,10 @@ ORVEX_INLINE SineCosine<T> SinCos(T x) {
       if (!IsFinite(x)) return {x - x, x - x};
       return SinCosOf(ReduceHugeAngle(size), x);
     } else {
-      double in[kLaneCount<T>], sine[kLaneCount<T>], cosine[kLaneCount<T>];
-      __builtin_memcpy(in, &x, sizeof in);
-      EachSinCos(in, sine, cosine, kLaneCount<T>);
-      SineCosine<T> result;
-      __builtin_memcpy(&result.sine, sine, sizeof sine);
-      __builtin_memcpy(&result.cosine, cosine, sizeof cosine);
-      return result;
+      double sine[kLaneCount<T>], cosine[kLaneCount<T>];
+      Store(sine, x);
+      EachSinCos(sine, cosine, kLaneCount<T>);
+      return {Load<T>(sine), Load<T>(cosine)};
     }
   }
   return SinCosOf(ReduceAngle(size), x);

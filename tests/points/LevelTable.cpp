@@ -12,11 +12,7 @@ namespace {
 template <class T, class Operation>
 void RunOver(const double* x, const double* y, double* result, int count, Operation operation) {
   for (int i = 0; i < count; i += kLaneCount<T>) {
-    T a, b;
-    __builtin_memcpy(&a, x + i, sizeof a);
-    __builtin_memcpy(&b, y + i, sizeof b);
-    a = operation(a, b);
-    __builtin_memcpy(result + i, &a, sizeof a);
+    Store(result + i, operation(Load<T>(x + i), Load<T>(y + i)));
   }
 }
 
