@@ -64,25 +64,24 @@ ORVEX_INLINE T PolynomialOf(T z, More... more) {
 // ---- the cold path ----
 
 /// Runs the compiled function of one double over the lanes.
-void EachLane(double (*function)(double), const double* x, double* result, int count);
-void EachLane(double (*function)(double, double), const double* x, const double* y, double* result, int count);
+[[gnu::cold]] void EachLane(double (*function)(double), const double* x, double* result, int count);
+[[gnu::cold]] void EachLane(double (*function)(double, double), const double* x, const double* y, double* result,
+                            int count);
 
 template <class T>
-[[gnu::always_inline, gnu::cold]] inline T LaneByLane(double (*function)(double), T x) {
-  double in[kLaneCount<T>];
-  __builtin_memcpy(in, &x, sizeof in);
-  EachLane(function, in, in, kLaneCount<T>);
-  __builtin_memcpy(&x, in, sizeof in);
-  return x;
+ORVEX_INLINE T LaneByLane(double (*function)(double), T x) {
+  double lanes[kLaneCount<T>];
+  Store(lanes, x);
+  EachLane(function, lanes, lanes, kLaneCount<T>);
+  return Load<T>(lanes);
 }
 template <class T>
-[[gnu::always_inline, gnu::cold]] inline T LaneByLane(double (*function)(double, double), T x, T y) {
-  double in[kLaneCount<T>], other[kLaneCount<T>];
-  __builtin_memcpy(in, &x, sizeof in);
-  __builtin_memcpy(other, &y, sizeof other);
-  EachLane(function, in, other, in, kLaneCount<T>);
-  __builtin_memcpy(&x, in, sizeof in);
-  return x;
+ORVEX_INLINE T LaneByLane(double (*function)(double, double), T x, T y) {
+  double lanes[kLaneCount<T>], others[kLaneCount<T>];
+  Store(lanes, x);
+  Store(others, y);
+  EachLane(function, lanes, others, lanes, kLaneCount<T>);
+  return Load<T>(lanes);
 }
 
 }  // namespace orvex::detail::ORVEX_LEVEL

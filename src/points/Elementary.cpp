@@ -81,11 +81,11 @@ ReducedAngle<double> ReduceHugeAngle(double size) {
   return {beyond ? -angle.high : angle.high, beyond ? -angle.low : angle.low, quarters};
 }
 
-void EachSinCos(const double* x, double* sine, double* cosine, int count) {
+void EachSinCos(double* sines, double* cosines, int count) {
   for (int i = 0; i < count; ++i) {
-    const SineCosine<double> both = SinCos(x[i]);
-    sine[i] = both.sine;
-    cosine[i] = both.cosine;
+    const SineCosine<double> both = SinCos(sines[i]);
+    sines[i] = both.sine;
+    cosines[i] = both.cosine;
   }
 }
 void EachLane(double (*function)(double), const double* x, double* result, int count) {

@@ -31,13 +31,13 @@ struct ReducedExponent {
     return y * FromBits<T>(first << 52) * FromBits<T>((doubled - first) << 52);
   }
 };
-/// -746 <= x <= 710
+/// Of x + more, -746 <= x <= 710, more small beside x.
 template <class T>
-ORVEX_INLINE ReducedExponent<T> ReduceExponent(T x) {
+ORVEX_INLINE ReducedExponent<T> ReduceExponent(T x, Same<T> more) {
   constexpr double kWhole = 0x1.8p52 + 2046;
   const T shifted = x * kLog2E + kWhole, k = shifted - kWhole;
-  const T high = x - k * kLn2High, low = k * kLn2Low, r = high - low;
-  return {r, (high - r) - low, ToBits(shifted)};
+  const T high = x - k * kLn2High, low = more - k * kLn2Low, r = high + low;
+  return {r, (high - r) + low, ToBits(shifted)};
 }
 /// e^r - 1 - r, |r| <= ln 2 / 2.
 template <class T>
@@ -52,15 +52,14 @@ template <class T>
 ORVEX_INLINE T ExpOfSum(T x, T low) {
   constexpr double kZero = -746, kInfinite = 710;
   const T within = Select(x < T(kZero), T(kZero), Select(x > T(kInfinite), T(kInfinite), x));
-  const ReducedExponent<T> reduced = ReduceExponent(within);
-  const T rest = reduced.low + Where(within == x, low);
-  return reduced.Scale(1 + (reduced.r + (rest + ExpTail(reduced.r))));
+  const ReducedExponent<T> reduced = ReduceExponent(within, Where(within == x, low));
+  return reduced.Scale(1 + (reduced.r + (reduced.low + ExpTail(reduced.r))));
 }
 template <class T>
 ORVEX_INLINE T Exp(T x) {
   constexpr double kZero = -746, kInfinite = 710;
   x = Select(x < T(kZero), T(kZero), Select(x > T(kInfinite), T(kInfinite), x));
-  const ReducedExponent<T> reduced = ReduceExponent(x);
+  const ReducedExponent<T> reduced = ReduceExponent(x, 0.0);
   return reduced.Scale(1 + (reduced.r + (reduced.low + ExpTail(reduced.r))));
 }
 
@@ -73,7 +72,7 @@ ORVEX_INLINE T Expm1(T x) {
       return LaneByLane<T>(&Expm1, x);
     }
   }
-  const ReducedExponent<T> reduced = ReduceExponent(x);
+  const ReducedExponent<T> reduced = ReduceExponent(x, 0.0);
   // 2^k (1 + r + tail) - 1, the largest parts first.
   const T power = FromBits<T>((reduced.doubled - 1023) << 52);
   const T less = power - 1, lessLow = (power - less) - 1;
@@ -150,9 +149,9 @@ ORVEX_INLINE Double<T> LogAsSum(const Normalized<T>& reduced) {
   const T t = z * kTwoThirds;
   const T tLow = ((zHigh * kTwoThirdsHigh - t) + zHigh * kTwoThirdsMiddle + zRest * kTwoThirdsHigh) +
                  (zRest * kTwoThirdsMiddle + (z * kTwoThirdsLow + zLow * kTwoThirds));
-  const T tHigh = High(t), cube = s.high * tHigh, cubeLow = s.high * ((t - tHigh) + tLow) + s.low * t;
-  const T Q = PolynomialOf(zFull, 0x1.9999999999d0cp-2, 0x1.249249243a031p-2, 0x1.c71c724ac13e3p-3,
-                           0x1.745ce1fcd8c4cp-3, 0x1.3b201bc748512p-3, 0x1.0f6803214d1bap-3, 0x1.0f0745ab2ac56p-3);
+  const T tHigh = High(t), cube = s.high * tHigh, cubeLow = s.high * ((t - tHigh) + tLow) + s.low * (t + tLow);
+  const T Q = PolynomialOf(zFull, 0x1.9999999999b2fp-2, 0x1.2492492457f3bp-2, 0x1.c71c722d3df3dp-3,
+                           0x1.745ce9f0b091fp-3, 0x1.3b1ee9bbbd7bbp-3, 0x1.0f801d53fe949p-3, 0x1.0e40debec2f19p-3);
   const Double<T> first = SumOfOrdered(reduced.k * kLn2High, 2 * s.high), second = SumOfOrdered(first.high, cube);
   const T rest = (full * (zFull * zFull * Q) + cubeLow) + reduced.k * kLn2Low;
   return SumOfOrdered(second.high, (first.low + second.low) + (2 * s.low + rest));

@@ -96,6 +96,14 @@ struct Lanes {
     if constexpr (N == 8) v = Values{d, d, d, d, d, d, d, d};
   }
 
+  /// Of the representations, and of N neighbours in memory.
+  ORVEX_INLINE static Lanes Of(typename VectorOf<N>::Bits bits) { return Lanes(__builtin_bit_cast(Values, bits)); }
+  ORVEX_INLINE static Lanes At(const double* from) {
+    Values values;
+    __builtin_memcpy(&values, from, sizeof values);
+    return Lanes(values);
+  }
+
   ORVEX_INLINE friend Lanes operator+(Lanes a, Lanes b) { return Lanes(a.v + b.v); }
   ORVEX_INLINE friend Lanes operator-(Lanes a, Lanes b) { return Lanes(a.v - b.v); }
   ORVEX_INLINE friend Lanes operator*(Lanes a, Lanes b) { return Lanes(a.v * b.v); }
@@ -158,6 +166,25 @@ struct PairMask {
   ORVEX_INLINE friend V Where(PairMask m, V p) { return {Where(m.a, p.a), Where(m.b, p.b)}; }
 };
 
+/// The representations of a Pair.
+template <class B>
+struct PairBits {
+  B a, b;
+
+  ORVEX_INLINE friend PairBits operator+(PairBits p, PairBits q) { return {p.a + q.a, p.b + q.b}; }
+  ORVEX_INLINE friend PairBits operator-(PairBits p, PairBits q) { return {p.a - q.a, p.b - q.b}; }
+  ORVEX_INLINE friend PairBits operator&(PairBits p, PairBits q) { return {p.a & q.a, p.b & q.b}; }
+  ORVEX_INLINE friend PairBits operator|(PairBits p, PairBits q) { return {p.a | q.a, p.b | q.b}; }
+  ORVEX_INLINE friend PairBits operator^(PairBits p, PairBits q) { return {p.a ^ q.a, p.b ^ q.b}; }
+  ORVEX_INLINE friend PairBits operator+(PairBits p, std::uint64_t q) { return {p.a + q, p.b + q}; }
+  ORVEX_INLINE friend PairBits operator-(PairBits p, std::uint64_t q) { return {p.a - q, p.b - q}; }
+  ORVEX_INLINE friend PairBits operator&(PairBits p, std::uint64_t q) { return {p.a & q, p.b & q}; }
+  ORVEX_INLINE friend PairBits operator|(PairBits p, std::uint64_t q) { return {p.a | q, p.b | q}; }
+  ORVEX_INLINE friend PairBits operator^(PairBits p, std::uint64_t q) { return {p.a ^ q, p.b ^ q}; }
+  ORVEX_INLINE friend PairBits operator<<(PairBits p, int by) { return {p.a << by, p.b << by}; }
+  ORVEX_INLINE friend PairBits operator>>(PairBits p, int by) { return {p.a >> by, p.b >> by}; }
+};
+
 template <class V>
 struct Pair;
 template <class V>
@@ -176,6 +203,12 @@ struct Pair {
   ORVEX_INLINE Pair(V p, V q) : a(p), b(q) {}
   ORVEX_INLINE Pair(double every) : a(every), b(every) {}
 
+  template <class B>
+  ORVEX_INLINE static Pair Of(PairBits<B> bits) {
+    return {V::Of(bits.a), V::Of(bits.b)};
+  }
+  ORVEX_INLINE static Pair At(const double* from) { return {V::At(from), V::At(from + sizeof(V) / sizeof *from)}; }
+
   ORVEX_INLINE friend Pair operator+(Pair p, Pair q) { return {p.a + q.a, p.b + q.b}; }
   ORVEX_INLINE friend Pair operator-(Pair p, Pair q) { return {p.a - q.a, p.b - q.b}; }
   ORVEX_INLINE friend Pair operator*(Pair p, Pair q) { return {p.a * q.a, p.b * q.b}; }
@@ -191,25 +224,6 @@ struct Pair {
   ORVEX_INLINE friend Answer operator>=(Pair p, Pair q) { return {p.a >= q.a, p.b >= q.b}; }
   ORVEX_INLINE friend Answer operator==(Pair p, Pair q) { return {p.a == q.a, p.b == q.b}; }
   ORVEX_INLINE friend Answer operator!=(Pair p, Pair q) { return {p.a != q.a, p.b != q.b}; }
-};
-
-/// The representations of a Pair.
-template <class B>
-struct PairBits {
-  B a, b;
-
-  ORVEX_INLINE friend PairBits operator+(PairBits p, PairBits q) { return {p.a + q.a, p.b + q.b}; }
-  ORVEX_INLINE friend PairBits operator-(PairBits p, PairBits q) { return {p.a - q.a, p.b - q.b}; }
-  ORVEX_INLINE friend PairBits operator&(PairBits p, PairBits q) { return {p.a & q.a, p.b & q.b}; }
-  ORVEX_INLINE friend PairBits operator|(PairBits p, PairBits q) { return {p.a | q.a, p.b | q.b}; }
-  ORVEX_INLINE friend PairBits operator^(PairBits p, PairBits q) { return {p.a ^ q.a, p.b ^ q.b}; }
-  ORVEX_INLINE friend PairBits operator+(PairBits p, std::uint64_t q) { return {p.a + q, p.b + q}; }
-  ORVEX_INLINE friend PairBits operator-(PairBits p, std::uint64_t q) { return {p.a - q, p.b - q}; }
-  ORVEX_INLINE friend PairBits operator&(PairBits p, std::uint64_t q) { return {p.a & q, p.b & q}; }
-  ORVEX_INLINE friend PairBits operator|(PairBits p, std::uint64_t q) { return {p.a | q, p.b | q}; }
-  ORVEX_INLINE friend PairBits operator^(PairBits p, std::uint64_t q) { return {p.a ^ q, p.b ^ q}; }
-  ORVEX_INLINE friend PairBits operator<<(PairBits p, int by) { return {p.a << by, p.b << by}; }
-  ORVEX_INLINE friend PairBits operator>>(PairBits p, int by) { return {p.a >> by, p.b >> by}; }
 };
 
 // ---- types that go with T ----
@@ -362,6 +376,29 @@ ORVEX_INLINE void Put(Pair<V>& p, int i, double value) {
   }
 }
 
+// ---- neighbours in memory ----
+
+template <class T>
+ORVEX_INLINE T Load(const double* from) {
+  if constexpr (kLaneCount<T> == 1) {
+    return *from;
+  } else {
+    return T::At(from);  // a vector at a time: a Pair as a whole would go by way of the stack
+  }
+}
+ORVEX_INLINE void Store(double* to, double a) {
+  *to = a;
+}
+template <int N>
+ORVEX_INLINE void Store(double* to, Lanes<N> a) {
+  __builtin_memcpy(to, &a.v, sizeof a.v);
+}
+template <class V>
+ORVEX_INLINE void Store(double* to, Pair<V> p) {
+  Store(to, p.a);
+  Store(to + kLaneCount<V>, p.b);
+}
+
 // ---- representations ----
 
 inline constexpr std::uint64_t kSignBit = 0x8000000000000000, kExponentBits = 0x7ff0000000000000;
@@ -379,7 +416,11 @@ ORVEX_INLINE BitsOf<Pair<V>> ToBits(Pair<V> p) {
 }
 template <class T>
 ORVEX_INLINE T FromBits(BitsOf<T> bits) {
-  return __builtin_bit_cast(T, bits);
+  if constexpr (kLaneCount<T> == 1) {
+    return __builtin_bit_cast(T, bits);
+  } else {
+    return T::Of(bits);
+  }
 }
 
 template <int N>
@@ -473,8 +514,30 @@ ORVEX_INLINE double ToFloat(double a) {
 }
 template <int N>
 ORVEX_INLINE Lanes<N> ToFloat(Lanes<N> a) {
-  for (int i = 0; i < N; ++i) a.v[i] = ToFloat(a.v[i]);
-  return a;
+  // By instructions or one by one: GCC 12 takes the two conversions of a vector for nothing.
+  using Values [[maybe_unused]] = typename Lanes<N>::Values;
+#if defined(__AVX512F__)
+  if constexpr (N == 8) {
+    return Lanes<N>(Values(_mm512_maskz_cvtps_pd(0xFF, _mm512_maskz_cvtpd_ps(0xFF, __m512d(a.v)))));
+  } else
+#endif
+#if defined(__AVX__)
+      if constexpr (N == 4) {
+    return Lanes<N>(Values(_mm256_cvtps_pd(_mm256_cvtpd_ps(__m256d(a.v)))));
+  } else
+#endif
+#if defined(__SSE2__)
+      if constexpr (N == 2) {
+    return Lanes<N>(Values(_mm_cvtps_pd(_mm_cvtpd_ps(__m128d(a.v)))));
+  } else
+#endif
+  {
+    for (int i = 0; i < N; ++i) {
+      const volatile float single = static_cast<float>(a.v[i]);
+      a.v[i] = static_cast<double>(single);
+    }
+    return a;
+  }
 }
 template <class V>
 ORVEX_INLINE Pair<V> ToFloat(Pair<V> p) {

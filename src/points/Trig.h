@@ -17,16 +17,21 @@ struct ReducedAngle {
   BitsOf<T> quarters;
 };
 
-/// Sine and cosine of a reduced angle, in [-pi/4, pi/4], not yet turned. Minimax polynomials (see coefficients.sollya).
+/// Sine and cosine of a reduced angle, in [-pi/4, pi/4], not yet turned, each a larger part and a small one.
+/// Minimax polynomials (see coefficients.sollya).
 template <class T>
-ORVEX_INLINE SineCosine<T> SinCosOfReduced(T r, T low) {
+struct PlainSineCosine {
+  Double<T> sine, cosine;
+};
+template <class T>
+ORVEX_INLINE PlainSineCosine<T> SinCosOfReduced(T r, T low) {
   const T z = r * r, z2 = z * z;
   const T s = Polynomial(z, z2, -0x1.5555555555548p-3, 0x1.111111110f74cp-7, -0x1.a01a019beebd7p-13,
                          0x1.71de355b4ef37p-19, -0x1.ae5e5114a021p-26, 0x1.5d8d1fe5b925cp-33);
   const T c = Polynomial(z, z2, 0x1.555555555554bp-5, -0x1.6c16c16c15009p-10, 0x1.a01a019c8d111p-16,
                          -0x1.27e4f7ef88f7bp-22, 0x1.1ee9da20008d8p-29, -0x1.8fa582fd0cddp-37);
   const T half = 0.5 * z, rest = 1 - half;
-  return {r + (r * z * s + low), rest + (((1 - rest) - half) + (z2 * c - r * low))};
+  return {{r, r * z * s + low}, {rest, ((1 - rest) - half) + (z2 * c - r * low)}};
 }
 
 /// The plain course holds below; beyond it the parts of the quarter turn are too few.
@@ -44,16 +49,18 @@ ORVEX_INLINE ReducedAngle<T> ReduceAngle(T size) {
 /// The sine takes the sign of x besides, which is how its zeros keep theirs.
 template <class T>
 ORVEX_INLINE SineCosine<T> SinCosOf(const ReducedAngle<T>& reduced, T x) {
-  const SineCosine<T> plain = SinCosOfReduced(reduced.angle, reduced.low);
+  const PlainSineCosine<T> plain = SinCosOfReduced(reduced.angle, reduced.low);
+  const T plainSine = plain.sine.high + plain.sine.low, plainCosine = plain.cosine.high + plain.cosine.low;
   const MaskOf<T> odd = IsOdd<T>(reduced.quarters);
-  const T sine = Select(odd, plain.cosine, plain.sine), cosine = Select(odd, plain.sine, plain.cosine);
+  const T sine = Select(odd, plainCosine, plainSine), cosine = Select(odd, plainSine, plainCosine);
   return {FromBits<T>(ToBits(sine) ^ (((reduced.quarters << 62) ^ ToBits(x)) & kSignBit)),
           FromBits<T>(ToBits(cosine) ^ (((reduced.quarters + 1) << 62) & kSignBit))};
 }
 
 /// For every finite double beyond kMostTurned.
 ReducedAngle<double> ReduceHugeAngle(double size);
-void EachSinCos(const double* x, double* sine, double* cosine, int count);
+/// `sines` holds the angles before.
+[[gnu::cold]] void EachSinCos(double* sines, double* cosines, int count);
 SineCosine<double> SinCos(double x);
 double Tan(double x);
 
@@ -65,13 +72,10 @@ ORVEX_INLINE SineCosine<T> SinCos(T x) {
       if (!IsFinite(x)) return {x - x, x - x};
       return SinCosOf(ReduceHugeAngle(size), x);
     } else {
-      double in[kLaneCount<T>], sine[kLaneCount<T>], cosine[kLaneCount<T>];
-      __builtin_memcpy(in, &x, sizeof in);
-      EachSinCos(in, sine, cosine, kLaneCount<T>);
-      SineCosine<T> result;
-      __builtin_memcpy(&result.sine, sine, sizeof sine);
-      __builtin_memcpy(&result.cosine, cosine, sizeof cosine);
-      return result;
+      double sine[kLaneCount<T>], cosine[kLaneCount<T>];
+      Store(sine, x);
+      EachSinCos(sine, cosine, kLaneCount<T>);
+      return {Load<T>(sine), Load<T>(cosine)};
     }
   }
   return SinCosOf(ReduceAngle(size), x);
@@ -84,10 +88,29 @@ template <class T>
 ORVEX_INLINE T Cos(T x) {
   return SinCos<T>(x).cosine;
 }
+
+template <class T>
+ORVEX_INLINE T TanOf(const ReducedAngle<T>& reduced, T x) {
+  const PlainSineCosine<T> plain = SinCosOfReduced(reduced.angle, reduced.low);
+  const Double<T> sine = SumOfOrdered(plain.sine.high, plain.sine.low);
+  const Double<T> cosine = SumOfOrdered(plain.cosine.high, plain.cosine.low);
+  const MaskOf<T> odd = IsOdd<T>(reduced.quarters);
+  const Double<T> above = {Select(odd, cosine.high, sine.high), Select(odd, cosine.low, sine.low)};
+  const Double<T> below = {Select(odd, sine.high, cosine.high), Select(odd, sine.low, cosine.low)};
+  const Double<T> q = Quotient(above, below);  // not by 0: no double is a multiple of a quarter turn but 0
+  return FromBits<T>(ToBits(q.high + q.low) ^ (((reduced.quarters << 63) ^ ToBits(x)) & kSignBit));
+}
 template <class T>
 ORVEX_INLINE T Tan(T x) {
-  const SineCosine<T> both = SinCos<T>(x);
-  return both.sine / both.cosine;  // the cosine of a double is never 0
+  const T size = Abs(x);
+  if (!All(size <= T(kMostTurned))) [[unlikely]] {
+    if constexpr (kLaneCount<T> == 1) {
+      return IsFinite(x) ? TanOf(ReduceHugeAngle(size), x) : x - x;
+    } else {
+      return LaneByLane<T>(&Tan, x);
+    }
+  }
+  return TanOf(ReduceAngle(size), x);
 }
 
 }  // namespace orvex::detail::ORVEX_LEVEL
