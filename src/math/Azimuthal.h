@@ -34,9 +34,11 @@ struct AzimuthalDirection {
 struct Arc {
   double sine, cosine;
 
+  /// cos(pi/2) in doubles. No cosine is 0, which callers refuse: a quarter turn from the centre is a place like others.
+  static constexpr double kLeastCosine = 6.123233995736766e-17;
+
   static Arc Of(double angle) { return {std::sin(angle), std::cos(angle)}; }
   static Arc WithSine(double sine) {
-    constexpr double kLeastCosine = 6.123233995736766e-17;  // cos(pi/2) in doubles: never 0, which callers refuse
     sine = std::min(sine, 1.0);
     return {sine, std::max(std::sqrt((1 - sine) * (1 + sine)), kLeastCosine)};
   }
@@ -45,7 +47,8 @@ struct Arc {
     return {2 * sine * std::sqrt((1 - sine) * (1 + sine)), 1 - 2 * sine * sine};
   }
   static Arc WithHalfTangent(double tangent) {
-    return {2 / (tangent + 1 / tangent), 2 / (1 + tangent * tangent) - 1};  // right at infinity as well
+    const double cosine = 2 / (1 + tangent * tangent) - 1;  // right at infinity as well
+    return {2 / (tangent + 1 / tangent), cosine == 0 ? kLeastCosine : cosine};
   }
 };
 
