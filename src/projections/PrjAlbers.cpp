@@ -71,15 +71,33 @@ double ConeConstant(const Constants& c, double sin1, double sin2) {
   return (sin1 + sin2) / (1 + product + W(c, sin1) * W(c, sin2) * std::atanh(u / (1 - product)) / u);
 }
 
+/// Cone constant for a parallel counted on over a pole, 14-14 and 3-12 as printed: two such parallels may be one, or
+/// symmetric about the equator (180 and 0, 270 and 90), and the rounding of these settles whether they make a cone.
+/// False when both have the same q.
+bool PrintedConeConstant(const Constants& c, const PROJDATA& work, double& n) {
+  const auto q = [&c](double sinPhi) {
+    return (1 - c.e2) * (sinPhi / W(c, sinPhi) - 1 / (2 * c.e) * std::log((1 - c.e * sinPhi) / (1 + c.e * sinPhi)));
+  };
+  const auto m = [&c](double phi) { return std::cos(phi) / std::sqrt(W(c, std::sin(phi))); };
+  const double q1 = q(std::sin(work.Lat1)), q2 = q(std::sin(work.Lat2));
+  if (q1 - q2 == 0) return false;
+  n = (Square(m(work.Lat1)) - Square(m(work.Lat2))) / (q2 - q1);
+  return true;
+}
+
 Constants PrepareEllipsoid(const PROJDATA& work) {
   const double e2 = EccentricitySquared(work.Flattening);
   Constants c{work.MajorRadius, work.Lon0, std::sqrt(e2), e2, 0, 0, 0, Cone::Refused};
   const double sin0 = std::sin(work.Lat0), sin1 = std::sin(work.Lat1), sin2 = std::sin(work.Lat2);
   if (!HasQ(c, sin0) || !HasQ(c, sin1) || !HasQ(c, sin2)) return c;
   const double q1 = Q(c, sin1);
-  if (q1 - Q(c, sin2) == 0) return c;
+  if (std::fabs(work.Lat1) <= kHalfPi && std::fabs(work.Lat2) <= kHalfPi) {
+    if (q1 - Q(c, sin2) == 0) return c;
+    c.n = ConeConstant(c, sin1, sin2);
+  } else if (!PrintedConeConstant(c, work, c.n)) {
+    return c;
+  }
   c.cone = Cone::Usable;
-  c.n = ConeConstant(c, sin1, sin2);
   FinishCone(c, Square(std::cos(work.Lat1)) / W(c, sin1), q1, Q(c, sin0));  // m by 14-15
   return c;
 }
