@@ -1,4 +1,5 @@
-// World projections: domain and offset rule of each module, through the projection table.
+// Projections whose domain is a band of longitudes: domain and offset rule of each module, through the projection
+// table.
 #include <gtest/gtest.h>
 
 #include "projections/Module.h"
@@ -8,14 +9,15 @@ namespace {
 
 struct Case {
   ProjType type;
-  const char* source;
-  double lon0;  // centre of the domain for a record whose Lon0 is 40 degrees
+  double lon0;       // centre of the domain for a record whose Lon0 is 40 degrees
+  double halfWidth;  // of the domain; an object is repeated at 180 degrees whatever it is
 };
 
-constexpr Case kCases[] = {{PT_SINUSOIDAL, "PrjSinus", 40},    {PT_MOLLWEIDE, "PrjMolle", 40},
-                           {PT_ECKERT4, "PrjEckert4", 40},     {PT_ECKERT6, "PrjEckert6", 40},
-                           {PT_ROBINSON, "PrjRobin", 0},       {PT_ROBINSONSTERLING, "PrjRobStr", 40},
-                           {PT_VANDERGRINTEN, "PrjVanDer", 40}};
+constexpr Case kCases[] = {{PT_SINUSOIDAL, 40, 180},        {PT_MOLLWEIDE, 40, 180},     {PT_ECKERT4, 40, 180},
+                           {PT_ECKERT6, 40, 180},           {PT_ROBINSON, 0, 180},       {PT_BONNE, 40, 180},
+                           {PT_ROBINSONSTERLING, 40, 180},  {PT_VANDERGRINTEN, 40, 180}, {PT_ALBERS, 40, 180},
+                           {PT_LAMBERT, 40, 180},           {PT_EQUICONIC, 40, 180},     {PT_POLYCONIC, 40, 180},
+                           {PT_TRANSVERSEMERCATOR, 40, 45}, {PT_GAUSSKRUGER, 40, 45},    {PT_UTM, 40, 45}};
 
 PROJDATA SphereAt40() {
   PROJDATA rec{};
@@ -24,11 +26,11 @@ PROJDATA SphereAt40() {
   return rec;
 }
 
-TEST(WorldModules, DomainIsTheOpenBand) {
+TEST(BandModules, DomainIsTheOpenBand) {
   const PROJDATA rec = SphereAt40();
   for (const Case& c : kCases) {
     const DomainOperation inDomain = FindRow(c.type)->inDomain;
-    const double west = c.lon0 - 180, east = c.lon0 + 180;
+    const double west = c.lon0 - c.halfWidth, east = c.lon0 + c.halfWidth;
     const struct {
       double x, y;
       bool inside;
@@ -37,14 +39,14 @@ TEST(WorldModules, DomainIsTheOpenBand) {
         {east + 1, 0, false}, {std::nextafter(east, 0), -90, true}, {DBL_MAX, DBL_MAX, false}};
     for (const auto& p : points) {
       const PROJPOINT point{p.x, p.y};
-      EXPECT_EQ(inDomain(&rec, &point), p.inside) << c.source << " " << p.x;
+      EXPECT_EQ(inDomain(&rec, &point), p.inside) << c.type << " " << p.x;
     }
     const PROJPOINT centre{c.lon0, 0};
-    EXPECT_FALSE(inDomain(nullptr, &centre) || inDomain(&rec, nullptr)) << c.source;
+    EXPECT_FALSE(inDomain(nullptr, &centre) || inDomain(&rec, nullptr)) << c.type;
   }
 }
 
-TEST(WorldModules, ObjectsAtTheEdgeAreRepeated) {
+TEST(BandModules, ObjectsAtTheEdgeAreRepeated) {
   const PROJDATA rec = SphereAt40();
   for (const Case& c : kCases) {
     const OffsetOperation offset = FindRow(c.type)->offsetSplit;
@@ -54,15 +56,15 @@ TEST(WorldModules, ObjectsAtTheEdgeAreRepeated) {
     for (const auto& o : objects) {
       const PROJPOINT pts[] = {{c.lon0 + o.x1, 3}, {o.x2 == DBL_MAX ? DBL_MAX : c.lon0 + o.x2, 4}};
       double dx = 7, dy = 7;
-      EXPECT_EQ(offset(&rec, pts, 2, &dx, &dy), o.dx != 0) << c.source << " " << o.x1;
-      EXPECT_TRUE(dx == o.dx && dy == 0) << c.source << " " << o.x1;
+      EXPECT_EQ(offset(&rec, pts, 2, &dx, &dy), o.dx != 0) << c.type << " " << o.x1;
+      EXPECT_TRUE(dx == o.dx && dy == 0) << c.type << " " << o.x1;
     }
     const PROJPOINT pts[] = {{c.lon0 - 200, 0}};
     double dx = 7, dy = 7;
     EXPECT_FALSE(offset(nullptr, pts, 1, &dx, &dy) || offset(&rec, nullptr, 1, &dx, &dy) ||
                  offset(&rec, pts, 0, &dx, &dy) || offset(&rec, pts, 1, nullptr, &dy) ||
                  offset(&rec, pts, 1, &dx, nullptr));
-    EXPECT_TRUE(dx == 7 && dy == 7) << c.source;
+    EXPECT_TRUE(dx == 7 && dy == 7) << c.type;
   }
 }
 
