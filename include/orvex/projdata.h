@@ -64,7 +64,8 @@ struct PROJDATA {
   bool bSouth;                 ///< 100: UTM: southern hemisphere, false northing 10000000
   std::int32_t Zone;           ///< 101: StateZoneType for state plane; kept for the caller for UTM, which follows Lon0
   bool bUseAlpha;              ///< 105: oblique: centre and azimuth Alpha instead of two points
-  double Alpha;                ///< 106: azimuth of the central line, degrees east of north
+  double Alpha;                ///< 106: azimuth of the central line at the centre, degrees east of north; beyond
+                               ///< +-90 the line of the opposite azimuth, run the other way
   bool bRotate;                ///< 114: oblique: rotate u/v to x/y
   bool bUOffset;               ///< 115: oblique: count u from the centre instead of from the natural origin
   EllipsoidType Ellipsoid;     ///< 116: 0: radius and flattening as given below, else both are filled from the table

@@ -11,30 +11,29 @@ namespace orvex::detail {
 namespace {
 
 constexpr double kBracketDeg = 0.001;
-constexpr int kMostHalvings = 64;  // 360 degrees take 19
 
 bool IsFinite(const PROJPOINT& p) {
   return std::isfinite(p.x) && std::isfinite(p.y);
 }
 
-/// Halves the bracket until it is small, at least once; false when it does not become so.
-bool Halve(const Domain& domain, PROJPOINT& inside, PROJPOINT outside) {
-  for (int i = 0; i < kMostHalvings; ++i) {
+/// Halves the bracket until it is small, at least once. `inside` is a place on the globe, so any finite `outside` comes
+/// near: 19 times for 360 degrees, 1034 for the largest double.
+void Halve(const Domain& domain, PROJPOINT& inside, PROJPOINT outside) {
+  do {
     const PROJPOINT middle{inside.x + (outside.x - inside.x) * 0.5, inside.y + (outside.y - inside.y) * 0.5};
     (domain.Contains(middle) ? inside : outside) = middle;
-    if (std::abs(outside.x - inside.x) <= kBracketDeg && std::abs(outside.y - inside.y) <= kBracketDeg) return true;
-  }
-  return false;
+  } while (std::abs(outside.x - inside.x) > kBracketDeg || std::abs(outside.y - inside.y) > kBracketDeg);
 }
 
 }  // namespace
 
 Ends FindCrossing(const Domain& domain, const PROJPOINT& a, bool inA, const PROJPOINT& b, bool inB,
                   PROJPOINT& crossing) {
-  if (!IsFinite(a) || !IsFinite(b)) return Ends::SearchFailed;
   if (inA == inB) return inA ? Ends::Both : Ends::None;
+  const PROJPOINT outside = inA ? b : a;
+  if (!IsFinite(outside)) return Ends::SearchFailed;  // the bracket would never become small
   crossing = inA ? a : b;
-  if (!Halve(domain, crossing, inA ? b : a)) return Ends::SearchFailed;
+  Halve(domain, crossing, outside);
   return inA ? Ends::Start : Ends::End;
 }
 

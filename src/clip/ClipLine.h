@@ -14,7 +14,7 @@ enum class Ends { Both, None, Start, End, SearchFailed };
 
 /// Looks where a segment from a to b crosses the domain's edge; `inA` and `inB` say whether its ends lie inside.
 /// `crossing` is set for Start and End: a point inside, within 0.001 degree of the edge in either coordinate.
-/// SearchFailed for a coordinate that is not finite or an edge that is not found after 64 halvings.
+/// SearchFailed when the end outside is not finite.
 Ends FindCrossing(const Domain& domain, const PROJPOINT& a, bool inA, const PROJPOINT& b, bool inB,
                   PROJPOINT& crossing);
 

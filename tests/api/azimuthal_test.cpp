@@ -136,6 +136,51 @@ TEST(Azimuthal, SomeInversesMayRefuseThePole) {
   }
 }
 
+// A quarter turn from the centre the cosine of the arc is 0 in real numbers and never in doubles: the whole circle
+// comes back. It limits the stereographic and orthographic maps and runs inside two others. Forward, the rounding of
+// the place decides on the rim itself; just inside it every point is plotted, but for what the ellipsoid refuses.
+TEST(Azimuthal, QuarterTurnFromTheCentreComesBack) {
+  const struct {
+    ProjType type;
+    const char* figure;
+    double toleranceDeg;
+  } maps[] = {{PT_STEREOGRAPHIC, "R=6370997;K0=1", 1e-12},
+              {PT_STEREOGRAPHIC, "R=1;K0=0.7", 1e-12},
+              {PT_STEREOGRAPHIC, "a=6378137;f=0.0033528106647474805;K0=1", 0.4},  // a circle of conformal latitudes
+              {PT_ORTHOGRAPHIC, "R=6370997", 2e-6},                               // the arc sine at 1
+              {PT_LAMBERTAZIMUTHAL, "R=6370997", 1e-12},
+              {PT_AZIMUTHALEQUI, "R=6370997", 1e-12}};
+  for (const auto& map : maps) {
+    const bool ellipsoid = map.figure[0] == 'a';
+    for (const double centreLat : {0.0, 90.0, -90.0, 40.0, -27.5, 0.001, 89.0}) {
+      const std::string lat = std::to_string(centreLat);
+      PROJDATA rec = Record(map.type, std::string(map.figure) + ";Lat0=" + lat + ";Lat1=" + lat);
+      CProjector projector(&rec);
+      SCOPED_TRACE(testing::Message() << map.type << " " << map.figure << " about " << lat);
+      const PROJPOINT east = Forward(projector, 90, 0);  // on the circle in every aspect
+      const double radius = std::hypot(east.x, east.y);
+      int lost = 0, refused = 0;
+      for (int i = 0; i < 1440; ++i) {
+        const double azimuth = i * kRadiansPerDegree / 4;
+        PROJPOINT rim{radius * std::sin(azimuth), radius * std::cos(azimuth)};
+        if (i % 360 == 0)
+          rim = {i % 720 ? std::copysign(radius, rim.x) : 0, i % 720 ? 0 : std::copysign(radius, rim.y)};
+        if (map.type == PT_LAMBERTAZIMUTHAL && std::abs(centreLat) == 90 && rim.y == 0) continue;  // refused on purpose
+        const PROJPOINT place = Inverse(projector, rim.x, rim.y);
+        lost += Unplottable(place);
+        EXPECT_NEAR(ArcDegrees(place, {0, centreLat}), 90, map.toleranceDeg) << i;
+        const PROJPOINT inside = Inverse(projector, rim.x * (1 - 1e-12), rim.y * (1 - 1e-12));
+        const PROJPOINT again = Forward(projector, inside.x, inside.y);
+        refused += Unplottable(again);
+        if (Unplottable(again)) continue;
+        EXPECT_LE(std::hypot(again.x - rim.x, again.y - rim.y), radius * (ellipsoid ? 1e-9 : 4e-12)) << i;
+      }
+      EXPECT_EQ(lost, 0);
+      EXPECT_LE(refused, ellipsoid ? 720 : 0);
+    }
+  }
+}
+
 TEST(Azimuthal, StereographicCorners) {
   const double wgs84 = 6378137;
   CheckCorners({
@@ -149,6 +194,9 @@ TEST(Azimuthal, StereographicCorners) {
       {"edge of the hemisphere", PT_STEREOGRAPHIC, "R=1;K0=0.5", kForward, {90, 0}, {1, 0}},
       {"just beyond it", PT_STEREOGRAPHIC, "R=1", kForward, {90.0000001, 0}, kNone},
       {"ellipsoid: just beyond it", PT_STEREOGRAPHIC, "Lat0=90", kForward, {20, -0.0000001}, kNone},
+      {"the pole on the rim", PT_STEREOGRAPHIC, "R=1;K0=0.5", kForward, {0, 90}, {0, 1}},
+      {"and back", PT_STEREOGRAPHIC, "R=1;K0=0.5", kInverse, {0, 1}, {0, 90}},
+      {"the rim east of an oblique centre", PT_STEREOGRAPHIC, "R=1;K0=0.5;Lat0=40", kInverse, {1, 0}, {90, 0}},
       {"oblique ellipsoid: no north pole", PT_STEREOGRAPHIC, "Lat0=40", kForward, {0, 90}, kNone},
       {"equatorial ellipsoid: no north pole", PT_STEREOGRAPHIC, "", kForward, {0, 90}, kNone},
       {"but the south pole", PT_STEREOGRAPHIC, "", kForward, {0, -90}, {0, -2 * wgs84}},

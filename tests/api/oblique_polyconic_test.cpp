@@ -139,6 +139,32 @@ TEST(ObliqueMercator, MeetsTheOtherMercators) {
   }
 }
 
+// An azimuth that points south is that of the same line run the other way, here over 500 km on the sphere.
+TEST(ObliqueMercator, SouthwardAzimuthsRunTheSameLineBack) {
+  const double alphas[][2] = {{150, -30}, {100, -80}, {-135, 45}, {210, 30}, {-200, -20}};
+  for (const auto& [south, north] : alphas) {
+    for (const char* form : {"", ";bUOffset=1", ";bRotate=1", ";bUOffset=1;bRotate=1"}) {
+      SCOPED_TRACE(std::to_string(south) + form);
+      const std::string centre = std::string("R=6371000;bUseAlpha=1;Lat0=40;Lon0=-9") + form + ";Alpha=";
+      PROJDATA back = Record(PT_HOTINE, centre + std::to_string(south));
+      PROJDATA there = Record(PT_HOTINE, centre + std::to_string(north));
+      CProjector southward(&back), northward(&there);
+      const PROJPOINT p = Forward(southward, -14, 33), q = Forward(northward, -14, 33);
+      const double sense = back.bRotate ? 1 : -1;
+      EXPECT_NEAR(p.x, sense * q.x, 1e-8);
+      EXPECT_NEAR(p.y, sense * q.y, 1e-8);
+      if (back.bRotate || !back.bUOffset) continue;
+      const double arc = 500e3 / 6371000, alpha = south * kRadiansPerDegree, phi = 40 * kRadiansPerDegree;
+      const double sinLat = std::sin(phi) * std::cos(arc) + std::cos(phi) * std::sin(arc) * std::cos(alpha);
+      const double dlon = std::atan2(std::sin(alpha) * std::sin(arc),
+                                     std::cos(phi) * std::cos(arc) - std::sin(phi) * std::sin(arc) * std::cos(alpha));
+      const PROJPOINT ahead = Forward(southward, -9 + dlon / kRadiansPerDegree, std::asin(sinLat) / kRadiansPerDegree);
+      EXPECT_NEAR(ahead.x, 500e3, 1e-7);
+      EXPECT_NEAR(ahead.y, 0, 1e-7);
+    }
+  }
+}
+
 TEST(ObliqueMercator, TwoPointsInEitherOrderLieOnTheLine) {
   for (const Oblique& item : kOblique) {
     SCOPED_TRACE(item.parameters);

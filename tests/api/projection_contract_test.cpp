@@ -51,6 +51,27 @@ std::string Name(const ProjectionForm& form) {
   return std::string(name) + ", " + form.form + ": " + form.parameters;
 }
 
+// Four inverses stop by two estimates that agree and take the northing for the one before the first: on a map as small
+// as the numbers of a latitude in radians it is what comes back.
+TEST(ProjectionContract, TheFirstEstimateIsComparedWithTheNorthing) {
+  const struct {
+    ProjType type;
+    const char* parameters;
+    PROJPOINT map;
+  } rows[] = {{PT_ALBERS, "a=1;f=0.003;Lat1=30;Lat2=60", {0, 1e-6}},
+              {PT_LAMBERT, "a=1;f=0.003;Lat1=30;Lat2=60", {0, 1e-6}},
+              {PT_MERCATOR, "a=1;f=0.003", {0.1, 1e-6}},
+              {PT_POLYCONIC, "R=1", {0.5, 0.5}}};  // its first estimate is the northing, anywhere on this map
+  for (const auto& row : rows) {
+    PROJDATA rec = Record(row.type, row.parameters);
+    CProjector projector(&rec);
+    const PROJPOINT p = Inverse(projector, row.map.x, row.map.y);
+    EXPECT_NEAR(p.y * kRadiansPerDegree, row.map.y, 1e-15) << row.type;
+    const PROJPOINT again = Forward(projector, p.x, p.y);
+    EXPECT_GT(std::abs(again.y - row.map.y), 1e-13) << row.type;  // which is not where it lies
+  }
+}
+
 // An array of n equals n arrays of one, and a place that cannot be plotted, or was not even a number, changes only
 // itself. A marker is no news: it passes, and the result speaks of other points.
 TEST(ProjectionContract, PointsDoNotDisturbEachOther) {

@@ -78,6 +78,19 @@ TEST(TMercLambert, EllipsoidalPolesLieOnTheMeridian) {
   EXPECT_EQ(south.y, -north.y);
 }
 
+// The map goes on around the cone: 36 degrees beyond the antimeridian are the chord that 36 degrees are anywhere on the
+// parallel.
+TEST(TMercLambert, LongitudesPastTheAntimeridianAreNotWrapped) {
+  for (const char* figure : {"R=6370997", "Ellipsoid=15"}) {
+    PROJDATA rec = Record(PT_LAMBERT, std::string("Lat0=23;Lat1=33;Lat2=45;Lon0=-96;wrap=1;") + figure);
+    CProjector cone(&rec);
+    const PROJPOINT centre = Forward(cone, -96, 40), east = Forward(cone, -60, 40);
+    const PROJPOINT edge = Forward(cone, 84, 40), beyond = Forward(cone, 120, 40);
+    const double chord = std::hypot(east.x - centre.x, east.y - centre.y);
+    EXPECT_NEAR(std::hypot(beyond.x - edge.x, beyond.y - edge.y), chord, 1e-6);
+  }
+}
+
 TEST(TMercLambert, DegenerateConesRefusePoints) {
   // Parallels symmetric about the equator pass validation; there is no cone.
   PROJDATA rec = Record(PT_LAMBERT, "Lat1=-30;Lat2=30;R=6370997");

@@ -89,6 +89,9 @@ TEST(StatePlane, PublishedDefinitions) {
       ProjGetStateZoneInfo(static_cast<StateZoneType>(zone), name, &usgs);
       EXPECT_EQ(name, csv.Text(row, "name"));
       EXPECT_EQ(usgs, std::stoi(csv.Text(row, "usgs_code")));
+      int posc = 0;
+      ProjStateZoneToPOSCNumber(set.type, static_cast<StateZoneType>(zone), &posc);
+      EXPECT_EQ(posc, std::stoi(csv.Text(row, "posc")));
     }
   }
 }

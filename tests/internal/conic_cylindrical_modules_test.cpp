@@ -38,11 +38,20 @@ TEST(ConicCylindricalModules, degenerateRecords) {
   const struct {
     ProjType type;
     const char* parameters;
-    const char* forward;  // position of the assertion, or "nothing" for points that become unplottable
+    const char* forward;  // position of the assertion, "nothing" for points that become unplottable, or "a place"
     const char* inverse;
   } rows[] = {{PT_ALBERS, "R=1;Lat1=30;Lat2=-30", "PrjAlbers:250", "PrjAlbers:476"},
               {PT_ALBERS, "a=1;f=0.003;Lat1=30;Lat2=-30", "PrjAlbers:380", "PrjAlbers:628"},
               {PT_ALBERS, "a=1;f=0.003;Lat1=30;Lat2=30", "nothing", "nothing"},
+              // Parallels counted on over a pole: what the rounding of the printed formulas makes of them.
+              {PT_ALBERS, "R=1;Lat1=180;Lat2=0", "a place", "a place"},
+              {PT_ALBERS, "R=1;Lat1=270;Lat2=90", "PrjAlbers:250", "PrjAlbers:476"},
+              {PT_ALBERS, "a=1;f=0.003;Lat1=180;Lat2=0", "PrjAlbers:380", "PrjAlbers:628"},
+              {PT_ALBERS, "a=1;f=0.003;Lat1=1;Lat2=-181", "PrjAlbers:380", "PrjAlbers:628"},
+              {PT_ALBERS, "a=1;f=0.003;Lat1=270;Lat2=90", "a place", "a place"},
+              {PT_LAMBERT, "R=1;Lat1=30;Lat2=30", "nothing", "nothing"},
+              {PT_LAMBERT, "a=1;f=0.003;Lat1=30;Lat2=30", "nothing", "nothing"},
+              {PT_LAMBERT, "R=1;Lat1=30;Lat2=-30", "nothing", "PrjLambert:564"},
               {PT_EQUICONIC, "R=1;Lat1=30;Lat2=-30", "nothing", "nothing"},
               {PT_EQUICONIC, "R=1;Lat1=0.000001;Lat2=0", "nothing", "nothing"}};
   for (const auto& row : rows) {
@@ -56,7 +65,7 @@ TEST(ConicCylindricalModules, degenerateRecords) {
       EXPECT_EQ(markers[1].x, 0.5);
       PROJPOINT p{0.25, 0.5};
       const std::string expected = inverse ? row.inverse : row.forward;
-      EXPECT_EQ(Reported([&] { convert(&rec, &p, 1); }), expected);
+      EXPECT_EQ(Reported([&] { convert(&rec, &p, 1); }), expected == "a place" ? "nothing" : expected);
       EXPECT_EQ(rec.iResult, expected == "nothing" ? 1 : 0);
       EXPECT_EQ(test::Unplottable(p), expected == "nothing");
     }
@@ -82,10 +91,7 @@ TEST(ConicCylindricalModules, domainAndOffset) {
     PROJPOINT point;
     bool inside;
     double dx;  // of the line from the point to (lon0, 0)
-  } rows[] = {{PT_ALBERS, -96, {83.75, 90}, true, 0},       {PT_ALBERS, -96, {84, 0}, false, -360},
-              {PT_ALBERS, -96, {-276, -90}, false, 360},    {PT_EQUICONIC, 170, {-10, 5}, false, 360},
-              {PT_EQUICONIC, 170, {-9.75, -90}, true, 0},   {PT_EQUICONIC, 170, {350, 5}, false, -360},
-              {PT_MERCATOR, 20, {199.75, 89.75}, true, 0},  {PT_MERCATOR, 20, {200, 89}, false, -360},
+  } rows[] = {{PT_MERCATOR, 20, {199.75, 89.75}, true, 0},  {PT_MERCATOR, 20, {200, 89}, false, -360},
               {PT_MERCATOR, 20, {30, 90}, false, 0},        {PT_MERCATOR, 20, {30, -90}, false, 0},
               {PT_MILLER, 20, {-160, 5}, false, 360},       {PT_MILLER, 20, {-159.75, -89.75}, true, 0},
               {PT_MILLER, 20, {-100, -90}, false, 0},       {PT_EQUICYLINDRICAL, 20, {-340, 90}, true, 0},

@@ -185,7 +185,7 @@ class Pictures(unittest.TestCase):
         cases += [("Sinusoidal", "lon0=180"), ("Eckert IV", "lon0=-100"), ("Eckert VI", "lon0=65.25")]
         cases += [("Lambert Azimuthal Equal Area", f"lon0={lon} lat1={lat}")
                   for lon, lat in ((0, 0), (180, 0), (77, 40), (-150, -35), (0, 90), (30, -90), (20, -89))]
-        cases += [("Bonne", "lat1=40 lon0=-120"), ("Albers Equal Area Conic", "lat1=20 lat2=50 lon0=170")]
+        cases += [("Bonne", "lat1=40 lon0=-120"), ("Bonne", "lat1=90 lon0=10"), ("Albers Equal Area Conic", "lat1=20 lat2=50 lon0=170")]
         for name, settings in cases:
             options = [word for s in settings.split() for word in ("--set", s)]
             picture = Map("--proj", name, *options, "--set", "radius=6371000", "--graticule", "0", "--width", "2000")

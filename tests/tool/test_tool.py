@@ -151,6 +151,20 @@ class Tables(ToolTest):
             self.assertEqual((status, out), (SOME_FAILED, expected))
             self.assertIn("unplottable: 1,", messages)
 
+    def test_a_point_that_ends_the_library_s_call_costs_no_other(self):
+        points = ["30,40", "10,90", "50,60"]  # the pole is the centre of a Bonne map of latitude 90: an inconsistency
+        bonne = ["--proj", "Bonne", "--set", "lat1=90"]
+        alone = [run("project", *bonne, text=points[i])[1] for i in (0, 2)]
+        self.assertTrue(all(re.fullmatch(r"-?\d+\.\d+,-?\d+\.\d+\n", line) for line in alone), alone)
+        for command in [["project", *bonne], ["convert", "--to-proj", "Bonne", "--to-set", "lat1=90"]]:
+            status, out, messages = run(*command, text="\n".join(points))
+            self.assertEqual((status, out), (SOME_FAILED, f"{alone[0]},\n{alone[1]}"), command)
+            self.assertIn("points converted: 2, unplottable: 1,", messages)
+        # no point of such a cone comes back, and each says so
+        cone = ["--proj", "Lambert Conformal Conic", "--set", "radius=6371000", "--set", "lat1=30", "--set", "lat2=-30"]
+        status, out, messages = run("project", *cone, "-i", text="1e6,2e6\n3e6,4e6\n")
+        self.assertEqual((status, out), (SOME_FAILED, ",\n,\n"))
+
     def test_refusals(self):
         self.file("in.csv", "id,lon,lat\n1,9,0\n")
         self.file("names.csv", "id,p,q\n1,9,0\n")

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "Failure.h"
+#include "ProjectPoints.h"
 #include "commands/Commands.h"
 #include "commands/DatumOptions.h"
 #include "commands/ProjectionOptions.h"
@@ -33,11 +34,9 @@ int Run(const Options& options) {
   if (!from && !to && !datums) throw Failure("nothing to convert: name a projection or two datums");
   return ConvertTable(options.table, from ? Kind::Projected : Kind::Geographic, to ? Kind::Projected : Kind::Geographic,
                       [&](std::vector<PROJPOINT>& points) {
-                        const int count = static_cast<int>(points.size());
-                        if (from && !from->Inverse(points.data(), count))
-                          throw Failure("the inverse projection failed");
+                        if (from) ProjectPoints(*from, Direction::Inverse, points);
                         if (datums) datums->Convert(points);
-                        if (to && !to->Forward(points.data(), count)) throw Failure("the projection failed");
+                        if (to) ProjectPoints(*to, Direction::Forward, points);
                       });
 }
 

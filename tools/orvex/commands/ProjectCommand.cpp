@@ -1,7 +1,7 @@
 // ProjectCommand - orvex project: longitude and latitude to map coordinates and back.
 #include <memory>
 
-#include "Failure.h"
+#include "ProjectPoints.h"
 #include "commands/Commands.h"
 #include "commands/ProjectionOptions.h"
 #include "tables/PointTable.h"
@@ -19,12 +19,8 @@ struct Options {
 int Run(const Options& options) {
   PROJDATA record = MakeRecord(options.projection);
   CProjector projector(&record);
-  const auto convert = [&](std::vector<PROJPOINT>& points) {
-    const int count = static_cast<int>(points.size());
-    const bool done =
-        options.inverse ? projector.Inverse(points.data(), count) : projector.Forward(points.data(), count);
-    if (!done) throw Failure("the projection failed");
-  };
+  const Direction direction = options.inverse ? Direction::Inverse : Direction::Forward;
+  const auto convert = [&](std::vector<PROJPOINT>& points) { ProjectPoints(projector, direction, points); };
   // "Unprojected Lat/Long" stays in degrees on both sides.
   const Kind map = record.Type == PT_LATLONG ? Kind::Geographic : Kind::Projected;
   return options.inverse ? ConvertTable(options.table, map, Kind::Geographic, convert)

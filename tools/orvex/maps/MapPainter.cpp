@@ -10,8 +10,10 @@
 #include <cfloat>
 #include <cmath>
 #include <numbers>
+#include <span>
 
 #include "Failure.h"
+#include "ProjectPoints.h"
 
 namespace orvex::tool {
 
@@ -172,7 +174,7 @@ MapPainter::View MapPainter::Examine(const Bounds& box) {
     inside += Plottable(map[k]);
   }
   if (inside == 0) return View::Outside;
-  m_projector.Forward(map.data(), count);
+  ProjectPoints(m_projector, Direction::Forward, std::span(map).first(static_cast<std::size_t>(count)));
   const auto tearBetween = [&](int i, int k) {
     const auto a = static_cast<std::size_t>(i), b = static_cast<std::size_t>(k);
     return Plottable(map[a]) && Plottable(map[b]) && IsTear(globe[a], map[a], globe[b], map[b]);
@@ -238,7 +240,7 @@ Path MapPainter::FillArea() {
 }
 
 PROJPOINT MapPainter::Project(PROJPOINT p) {
-  m_projector.Forward(&p, 1);
+  ProjectPoint(m_projector, Direction::Forward, p);
   return p;
 }
 
