@@ -333,7 +333,8 @@ ORVEX_API bool ORVEX_CALL DatGetDatumPOSCNumber(DatumType datum, int* posc);
 ORVEX_API bool ORVEX_CALL DatGetDatumFromPOSCNumber(DatumType* datum, int posc);
 /// Method of a built-in datum; false for datum 0 and unknown numbers.
 ORVEX_API bool ORVEX_CALL DatGetDatumMethod(DatumType datum, DatumMethod* method);
-/// Whether the datum may be a destination: true for the methods "no change", Bursa-Wolf and Molodensky only.
+/// Whether the datum is converted to by its own parameters: true for the methods "no change", Bursa-Wolf and Molodensky
+/// only. False for the NTv2 datum as well, which nevertheless may be a destination (its grid is inverted by iteration).
 ORVEX_API bool ORVEX_CALL DatReversible(DatumType datum);
 /// Parameters of a built-in datum. False for NADCON and regression datums, datum 0 and unknown numbers. The reserved
 /// bytes are left as they were.
@@ -347,8 +348,8 @@ ORVEX_API bool ORVEX_CALL DatGetDatumParams(DatumType datum, DATUM2WGS84* params
 /// Returns 0, or 998 for a null record (never thrown), 1 or 2 for a bad source or destination datum, 3 to 14 for a bad
 /// Step1, 15 to 26 (the same checks plus 12) for a bad Step2; see docs/datums.md.
 ORVEX_API int ORVEX_CALL DatCheckParams(const DATUMXFORM* xform, char* text, bool bThrow);
-/// Makes a datum handle: a copy of the record. Null record: null. Throws shr::Exception for a record that fails
-/// DatCheckParams. Free it with DatDeleteDatum.
+/// Makes a datum handle: a copy of the record. Null for a null record and when there is no memory for the handle.
+/// Throws shr::Exception for a record that fails DatCheckParams. Free it with DatDeleteDatum.
 ORVEX_API void* ORVEX_CALL DatCreateDatum(const DATUMXFORM* xform);
 /// Frees a handle; null is ignored.
 ORVEX_API void ORVEX_CALL DatDeleteDatum(void* handle);
@@ -368,7 +369,7 @@ ORVEX_API bool ORVEX_CALL DatHadUnplottables(void* handle);
 class ORVEX_API CDatumTransform {
  public:
   CDatumTransform();
-  explicit CDatumTransform(const DATUMXFORM* xform);
+  CDatumTransform(const DATUMXFORM* xform);
   CDatumTransform(const CDatumTransform& other);
   CDatumTransform& operator=(const CDatumTransform& other);
   virtual ~CDatumTransform();
@@ -402,12 +403,12 @@ ORVEX_API bool ORVEX_CALL NDatIsBuiltIn(const char* ini, const char* name, Datum
 ORVEX_API bool ORVEX_CALL NDatGetDatumParams(const char* ini, const char* name, DATUM2WGS84* params);
 /// Method of a datum.
 ORVEX_API bool ORVEX_CALL NDatGetDatumMethod(const char* ini, const char* name, DatumMethod* method);
-/// Whether the datum may be a destination.
+/// As DatReversible for a built-in name; of custom datums, true for those whose parameters can be read.
 ORVEX_API bool ORVEX_CALL NDatReversible(const char* ini, const char* name);
 /// Stores a custom datum, replacing one of the same name in its place. False for a built-in name, a method or ellipsoid
-/// that has no text form, or when the file cannot be written.
+/// that has no text form, or when the file cannot be read or written; it is then as it was.
 ORVEX_API bool ORVEX_CALL NDatSave(const char* ini, const char* name, const DATUM2WGS84* params);
-/// Removes a custom datum. The last one cannot be removed: the call succeeds and the entry stays.
+/// Removes a custom datum; false as NDatSave. The last one cannot be removed: the call succeeds and the entry stays.
 ORVEX_API bool ORVEX_CALL NDatDelete(const char* ini, const char* name);
 
 }  // namespace orvex

@@ -51,7 +51,7 @@ ORVEX_API void ORVEX_CALL RefFreeControls(GEOREF* g);
 
 /// Fits the transform and returns a handle with private copies of the control arrays; null when the method is unknown,
 /// the controls do not determine the transform (too few, coincident, collinear, not finite, DBL_MAX), or g is null.
-/// Free it with RefDeleteSystem.
+/// Throws shr::Exception when memory runs out: 20200 for the handle, 20201 in the fit. Free it with RefDeleteSystem.
 ORVEX_API void* ORVEX_CALL RefCreateSystem(const GEOREF* g);
 /// Frees a handle; null is ignored.
 ORVEX_API void ORVEX_CALL RefDeleteSystem(void* h);
@@ -87,7 +87,7 @@ ORVEX_API const char* ORVEX_CALL RefMethodName(TransformMethod m);
 class ORVEX_API CGeorefTransform {
  public:
   CGeorefTransform();
-  explicit CGeorefTransform(const GEOREF* g);
+  CGeorefTransform(const GEOREF* g);
   CGeorefTransform(const CGeorefTransform& other);
   CGeorefTransform& operator=(const CGeorefTransform& other);
   virtual ~CGeorefTransform();

@@ -77,9 +77,9 @@ ORVEX_API bool ORVEX_CALL ProjUsesParam(ProjType type, int paramId);
 ///   offset, size  place of the value in PROJDATA, bytes
 ORVEX_API bool ORVEX_CALL ProjParamInfo(int paramId, char* name, ProjDataType* type, int* offset, int* size);
 /// Copies a parameter's bytes out of the record; false for an unknown id or a null pointer.
-ORVEX_API bool ORVEX_CALL ProjGetParam(const PROJDATA* pData, int paramId, void* value);
+ORVEX_API bool ORVEX_CALL ProjGetParam(PROJDATA* pData, int paramId, void* value);
 /// Copies a parameter's bytes into the record without judging them; false for an unknown id or a null pointer.
-ORVEX_API bool ORVEX_CALL ProjSetParam(PROJDATA* pData, int paramId, const void* value);
+ORVEX_API bool ORVEX_CALL ProjSetParam(PROJDATA* pData, int paramId, void* value);
 
 /// Callbacks of the preclippers (clip.h) for lines and for polygons of nParts closed rings. The arrays belong to the
 /// library and may be overwritten until the callback returns; false stops the preclipper.
@@ -92,7 +92,7 @@ class ORVEX_API CProjector {
  public:
   CProjector();
   /// As ProjCreateProjection; throws shr::Exception for bad parameters.
-  explicit CProjector(PROJDATA* pProjData);
+  CProjector(PROJDATA* pProjData);
   CProjector(const CProjector& other);
   CProjector& operator=(const CProjector& other);
   virtual ~CProjector();

@@ -14,10 +14,17 @@ struct RPoint {
   double x, y;
 };
 
-/// A growable list of points.
+/// A growable list of points. Running out of memory throws shr::Exception with id 20201.
 class ORVEX_API RPoints {
  public:
-  void Append(const RPoint& point) { m_points.push_back(point); }
+  RPoints();
+  RPoints(const RPoints& other);
+  RPoints(RPoints&& other) noexcept;
+  RPoints& operator=(const RPoints& other);
+  RPoints& operator=(RPoints&& other) noexcept;
+  ~RPoints();
+
+  void Append(const RPoint& point);
   int Count() const { return static_cast<int>(m_points.size()); }
   const RPoint& operator[](int index) const { return m_points[static_cast<std::size_t>(index)]; }
 
@@ -48,6 +55,7 @@ class ORVEX_API CImageRegistration {
   /// Fits the warp that carries src[i] to dst[i]. Needs at least 3 distinct, non-collinear source points, sets of equal
   /// length, and coordinates that are finite and not DBL_MAX. Solves a dense system: time grows with the cube of the
   /// number of points, memory with its square. Returns `method`, or WM_NONE when the points do not determine the warp.
+  /// Throws shr::Exception with id 20201 when there is no memory for the system.
   WarpingMethod Calibrate(const RPoints& src, const RPoints& dst, WarpingMethod method);
 
   /// The warped position of a point. Before a successful Calibrate the point is returned as it is.

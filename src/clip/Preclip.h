@@ -1,7 +1,6 @@
 // Preclip - what the preclippers share: the source they report, and the guard around their own work.
 #pragma once
 
-#include <new>
 #include <span>
 #include <vector>
 
@@ -20,12 +19,10 @@ inline constexpr char kTooFewPointsText[] = "CSEGLIST::AppendMultiple was called
 /// pass as they are.
 template <class Work>
 auto Guarded(Work work) {
-  try {
+  return WithinMemory(kClipSource, kNoMemoryLine, [&work] {
     const FpGuard guard;
     return work();
-  } catch (const std::bad_alloc&) {
-    ThrowError(kClipSource, kNoMemoryLine, kMsgOutOfMemory);
-  }
+  });
 }
 
 /// A copy of points, moved.

@@ -6,6 +6,7 @@
 #include "datum/OrvexDatum.h"
 #include "support/Errors.h"
 #include "support/FpGuard.h"
+#include "support/Log.h"
 #include "support/Text.h"
 
 namespace orvex {
@@ -100,11 +101,7 @@ int CheckStep(const DATUM2WGS84& step, const Reporter& report) {
 
 }  // namespace
 
-}  // namespace detail
-
-using namespace detail;
-
-int DatCheckParams(const DATUMXFORM* xform, char* text, bool bThrow) {
+int CheckXform(const DATUMXFORM* xform, char* text, bool bThrow) {
   const FpGuard guard;
   if (text != nullptr) *text = '\0';
   if (xform == nullptr) {
@@ -125,6 +122,14 @@ int DatCheckParams(const DATUMXFORM* xform, char* text, bool bThrow) {
   DATUM2WGS84 step{};
   if (!LookUpStep(xform->DestDatum, DatumRole::Destination, step)) return report.Fail(2, kMsgDestinationDatum);
   return 0;
+}
+
+}  // namespace detail
+
+int DatCheckParams(const DATUMXFORM* xform, char* text, bool bThrow) {
+  detail::LogPrintf("DatCheckParams(xform=%p, text=%p, bThrow=%s)\n", static_cast<const void*>(xform),
+                    static_cast<void*>(text), detail::BoolText(bThrow));
+  return detail::CheckXform(xform, text, bThrow);
 }
 
 }  // namespace orvex

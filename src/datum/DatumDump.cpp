@@ -2,6 +2,7 @@
 #include <cstddef>
 
 #include "datum/OrvexDatum.h"
+#include "ellipsoids/Ellipsoid.h"
 #include "support/Flag.h"
 #include "support/Log.h"
 
@@ -31,9 +32,7 @@ void DumpStep(const DATUM2WGS84* step) {
     LogPrintf("    rz:              %f\n", step->rz);
     LogPrintf("    k:               %f\n", step->k);
   }
-  char name[80];
-  const bool known = EllipsoidInfo(step->Ellipsoid, name, nullptr, nullptr);
-  LogPrintf("    Ellipsoid:       %d (%s", step->Ellipsoid, known ? name : "UNKNOWN");  // the line is left open
+  LogPrintf("    Ellipsoid:       %d (%s", step->Ellipsoid, EllipsoidNameInDump(step->Ellipsoid));  // left open
   LogPrintf("    MajorRadius:     %f\n", step->MajorRadius);
   LogPrintf("    Flattening:      %f\n", step->Flattening);
 }

@@ -36,7 +36,7 @@ void* DatCreateDatum(const DATUMXFORM* xform) {
   LogPrintf("DatCreateDatum(pDatumData=%p)\n", static_cast<const void*>(xform));
   if (xform == nullptr) return nullptr;
   if (LogEnabled()) DumpXform(xform);
-  DatCheckParams(xform, nullptr, true);
+  CheckXform(xform, nullptr, true);
   void* handle = std::malloc(sizeof(DATUMXFORM));
   return handle != nullptr ? new (handle) DATUMXFORM(*xform) : nullptr;
 }
@@ -47,12 +47,14 @@ void DatDeleteDatum(void* handle) {
 }
 
 bool DatGetHandleInfo(void* handle, DATUMXFORM* out) {
+  LogPrintf("DatGetHandleInfo(hDatum=%p, pDatumData=%p)\n", handle, static_cast<void*>(out));
   if (handle == nullptr || out == nullptr) return false;
   *out = *RecordOf(handle);
   return true;
 }
 
 bool DatHadUnplottables(void* handle) {
+  LogPrintf("DatHadUnplottables(hDatum=%p)\n", handle);
   return handle != nullptr && IsSet(RecordOf(handle)->bUnplottable);
 }
 

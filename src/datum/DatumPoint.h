@@ -5,6 +5,7 @@
 
 #include <orvex/datum.h>
 
+#include "ellipsoids/Ellipsoid.h"
 #include "support/Flag.h"
 
 namespace orvex::detail {
@@ -26,7 +27,7 @@ struct StepFrame {
 
   explicit StepFrame(const DATUM2WGS84& step)
       : source{step.MajorRadius, step.Flattening},
-        target{EllipsoidRadius(ET_WGS_84), EllipsoidFlattening(ET_WGS_84)},
+        target{MajorRadiusOf(ET_WGS_84), FlatteningOf(ET_WGS_84)},
         dx(step.dx),
         dy(step.dy),
         dz(step.dz),

@@ -10,4 +10,7 @@ inline constexpr const char kDatumSource[] = "OrvexDatum";
 /// Writes a conversion record to the log. `record` is what the log shows as its address.
 void DumpXform(const DATUMXFORM* record);
 
+/// The checks of DatCheckParams.
+int CheckXform(const DATUMXFORM* xform, char* text, bool bThrow);
+
 }  // namespace orvex::detail

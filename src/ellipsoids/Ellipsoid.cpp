@@ -1,7 +1,10 @@
 // Ellipsoid - lookups in the ellipsoid table.
+#include "ellipsoids/Ellipsoid.h"
+
 #include <cstdint>
 
 #include "ellipsoids/EllipsoidTable.h"
+#include "support/Log.h"
 #include "support/Text.h"
 
 namespace orvex {
@@ -29,11 +32,36 @@ int FirstMatch(Condition condition) {
 }
 
 }  // namespace
+
+double MajorRadiusOf(EllipsoidType type) {
+  const EllipsoidRow* row = FindRow(type);
+  return row != nullptr ? row->radius : 1.0;
+}
+
+double FlatteningOf(EllipsoidType type) {
+  const EllipsoidRow* row = FindRow(type);
+  return row != nullptr ? row->flattening : 0.0;
+}
+
+const char* EllipsoidName(EllipsoidType type) {
+  const EllipsoidRow* row = FindRow(type);
+  return row != nullptr ? row->name : nullptr;
+}
+
+bool FindEllipsoid(const char* name, EllipsoidType& type) {
+  const int index = FirstMatch([name](const EllipsoidRow& r) { return EqualIgnoringCase(r.name, name); });
+  type = index >= 0 ? static_cast<EllipsoidType>(index) : ET_USER_DEFINED;
+  return index >= 0;
+}
+
 }  // namespace detail
 
 using detail::EllipsoidRow;
+using detail::LogPrintf;
 
 bool EllipsoidInfo(EllipsoidType type, char* name, double* radius, double* flattening) {
+  LogPrintf("EllipsoidInfo(type=%d, name=%p, radius=%p, flattening=%p)\n", static_cast<int>(type),
+            static_cast<void*>(name), static_cast<void*>(radius), static_cast<void*>(flattening));
   const EllipsoidRow* row = detail::FindRow(type);
   if (row == nullptr) {
     // Not the table's "User Defined": EllipsoidFromName does not take this text.
@@ -47,24 +75,22 @@ bool EllipsoidInfo(EllipsoidType type, char* name, double* radius, double* flatt
 }
 
 double EllipsoidRadius(EllipsoidType type) {
-  const EllipsoidRow* row = detail::FindRow(type);
-  return row != nullptr ? row->radius : 1.0;
+  LogPrintf("EllipsoidRadius(type=%d)\n", static_cast<int>(type));
+  return detail::MajorRadiusOf(type);
 }
 
 double EllipsoidFlattening(EllipsoidType type) {
-  const EllipsoidRow* row = detail::FindRow(type);
-  return row != nullptr ? row->flattening : 0.0;
+  LogPrintf("EllipsoidFlattening(type=%d)\n", static_cast<int>(type));
+  return detail::FlatteningOf(type);
 }
 
 bool EllipsoidFromName(EllipsoidType* type, const char* name) {
-  if (type == nullptr || name == nullptr) return false;
-  const int index =
-      detail::FirstMatch([name](const EllipsoidRow& r) { return detail::EqualIgnoringCase(r.name, name); });
-  *type = index >= 0 ? static_cast<EllipsoidType>(index) : ET_USER_DEFINED;
-  return index >= 0;
+  LogPrintf("EllipsoidFromName(type=%p, name=\"%s\")\n", static_cast<void*>(type), detail::LogText(name));
+  return type != nullptr && name != nullptr && detail::FindEllipsoid(name, *type);
 }
 
 bool EllipsoidFromPOSCNumber(int posc, EllipsoidType* type) {
+  LogPrintf("EllipsoidFromPOSCNumber(posc=%d, type=%p)\n", posc, static_cast<void*>(type));
   if (posc == 0) return false;
   const int index = detail::FirstMatch([posc](const EllipsoidRow& r) { return r.posc == posc; });
   if (type == nullptr) return index >= 0;
@@ -79,6 +105,7 @@ bool EllipsoidFromPOSCNumber(int posc, EllipsoidType* type) {
 }
 
 bool EllipsoidToPOSCNumber(EllipsoidType type, int* posc) {
+  LogPrintf("EllipsoidToPOSCNumber(type=%d, posc=%p)\n", static_cast<int>(type), static_cast<void*>(posc));
   const EllipsoidRow* row = detail::FindRow(type);
   if (row == nullptr || row->posc == 0) return false;
   if (posc != nullptr) *posc = row->posc;

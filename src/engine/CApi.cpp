@@ -7,8 +7,11 @@
 
 #include "orvex/orvex.h"
 #include "orvex/orvex_c.h"
+#include "projections/ProjectionTable.h"
 #include "shr/exception.h"
 #include "support/Errors.h"
+#include "support/Log.h"
+#include "support/Text.h"
 
 namespace orvex {
 
@@ -59,35 +62,34 @@ int Convert(void* projection, orvex_point* points, int count, char* message,
   });
 }
 
-bool SameName(const char* a, const char* b) {
-  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-  while (*a != '\0' && lower(*a) == lower(*b)) ++a, ++b;
-  return lower(*a) == lower(*b);
-}
-
 }  // namespace
 
 }  // namespace orvex
 
 using namespace orvex;
+using orvex::detail::LogPrintf;
+using orvex::detail::LogText;
 
 extern "C" {
 
 int ORVEX_CALL orvex_projection_number(const char* name, std::int32_t* number) {
+  LogPrintf("orvex_projection_number(name=\"%s\", number=%p)\n", LogText(name), static_cast<void*>(number));
   if (name == nullptr || number == nullptr) return ORVEX_BAD_ARGUMENT;
   return Guarded(nullptr, [&] {
-    for (int i = 0; i < ProjNumProjections(); ++i) {
-      char candidate[64];
-      ProjGetProjectionInfo(static_cast<ProjType>(i), candidate);
-      if (!SameName(candidate, name)) continue;
-      *number = i;
-      return ORVEX_OK;
+    std::int32_t row = 0;
+    for (const detail::ProjectionRow& projection : detail::ProjectionTable()) {
+      if (detail::EqualIgnoringCase(projection.name, name)) {
+        *number = row;
+        return ORVEX_OK;
+      }
+      ++row;
     }
     return ORVEX_FAILED;
   });
 }
 
 int ORVEX_CALL orvex_ellipsoid_number(const char* name, std::int32_t* number) {
+  LogPrintf("orvex_ellipsoid_number(name=\"%s\", number=%p)\n", LogText(name), static_cast<void*>(number));
   if (name == nullptr || number == nullptr) return ORVEX_BAD_ARGUMENT;
   return Guarded(nullptr, [&] {
     EllipsoidType ellipsoid{};
@@ -98,6 +100,7 @@ int ORVEX_CALL orvex_ellipsoid_number(const char* name, std::int32_t* number) {
 }
 
 int ORVEX_CALL orvex_datum_number(const char* name, std::int32_t* number) {
+  LogPrintf("orvex_datum_number(name=\"%s\", number=%p)\n", LogText(name), static_cast<void*>(number));
   if (name == nullptr || number == nullptr) return ORVEX_BAD_ARGUMENT;
   return Guarded(nullptr, [&] {
     DatumType datum{};
@@ -108,6 +111,8 @@ int ORVEX_CALL orvex_datum_number(const char* name, std::int32_t* number) {
 }
 
 int ORVEX_CALL orvex_create(orvex_projection* record, void** projection, char* message) {
+  LogPrintf("orvex_create(record=%p, projection=%p, message=%p)\n", static_cast<void*>(record),
+            static_cast<void*>(projection), static_cast<void*>(message));
   if (projection != nullptr) *projection = nullptr;
   if (record == nullptr || projection == nullptr) return FailWith(ORVEX_BAD_ARGUMENT, message);
   return Guarded(message, [&] {
@@ -117,18 +122,25 @@ int ORVEX_CALL orvex_create(orvex_projection* record, void** projection, char* m
 }
 
 void ORVEX_CALL orvex_delete(void* projection) {
+  LogPrintf("orvex_delete(projection=%p)\n", projection);
   ProjDeleteProjection(projection);
 }
 
 int ORVEX_CALL orvex_forward(void* projection, orvex_point* points, int count, char* message) {
+  LogPrintf("orvex_forward(projection=%p, points=%p, count=%d, message=%p)\n", projection, static_cast<void*>(points),
+            count, static_cast<void*>(message));
   return Convert(projection, points, count, message, ProjForward);
 }
 
 int ORVEX_CALL orvex_inverse(void* projection, orvex_point* points, int count, char* message) {
+  LogPrintf("orvex_inverse(projection=%p, points=%p, count=%d, message=%p)\n", projection, static_cast<void*>(points),
+            count, static_cast<void*>(message));
   return Convert(projection, points, count, message, ProjInverse);
 }
 
 int ORVEX_CALL orvex_datum_create(std::int32_t source, std::int32_t destination, void** datum, char* message) {
+  LogPrintf("orvex_datum_create(source=%d, destination=%d, datum=%p, message=%p)\n", static_cast<int>(source),
+            static_cast<int>(destination), static_cast<void*>(datum), static_cast<void*>(message));
   if (datum != nullptr) *datum = nullptr;
   if (datum == nullptr) return FailWith(ORVEX_BAD_ARGUMENT, message);
   return Guarded(message, [&] {
@@ -136,15 +148,18 @@ int ORVEX_CALL orvex_datum_create(std::int32_t source, std::int32_t destination,
     record.SrcDatum = static_cast<DatumType>(source);
     record.DestDatum = static_cast<DatumType>(destination);
     *datum = DatCreateDatum(&record);
-    return *datum != nullptr ? ORVEX_OK : ORVEX_FAILED;
+    return *datum != nullptr ? ORVEX_OK : FailWith(detail::kMsgOutOfMemory, message);  // nothing else gives null
   });
 }
 
 void ORVEX_CALL orvex_datum_delete(void* datum) {
+  LogPrintf("orvex_datum_delete(datum=%p)\n", datum);
   DatDeleteDatum(datum);
 }
 
 int ORVEX_CALL orvex_datum_convert(void* datum, orvex_point* points, int count, char* message) {
+  LogPrintf("orvex_datum_convert(datum=%p, points=%p, count=%d, message=%p)\n", datum, static_cast<void*>(points),
+            count, static_cast<void*>(message));
   if (datum == nullptr || points == nullptr || count < 1) return FailWith(ORVEX_BAD_ARGUMENT, message);
   return Guarded(message, [&] {
     if (!DatConvertDatum(datum, reinterpret_cast<DATUMPOINT*>(points), count)) return ORVEX_FAILED;

@@ -1,6 +1,4 @@
 // Chain - storage and value semantics of CPROJCHAIN.
-#include <new>
-
 #include "orvex/projection.h"
 #include "support/Errors.h"
 
@@ -11,13 +9,11 @@ namespace {
 constexpr int kCopyLine = 40;  // reported when memory for a copy runs out
 
 void CopyChain(CPROJCHAIN& to, const CPROJCHAIN& from) {
-  try {
+  detail::WithinMemory("Orvex", kCopyLine, [&] {
     to.Points = from.Points;
     to.iValue = from.iValue;
     to.Counts = from.Counts;
-  } catch (const std::bad_alloc&) {
-    detail::ThrowError("Orvex", kCopyLine, detail::kMsgOutOfMemory);
-  }
+  });
 }
 
 }  // namespace

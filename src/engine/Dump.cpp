@@ -1,10 +1,11 @@
 // Dump - projection records in the debug log.
 #include "engine/Dump.h"
 
-#include "orvex/zones.h"
+#include "ellipsoids/Ellipsoid.h"
 #include "projections/ProjectionTable.h"
 #include "support/Flag.h"
 #include "support/Log.h"
+#include "zones/StateZoneTable.h"
 
 namespace orvex::detail {
 
@@ -31,15 +32,13 @@ void DumpProjData(const PROJDATA* data) {
   number("Lon3:", d.Lon3);
   number("K0:", d.K0);
   flag("bSouth:", IsSet(d.bSouth));
-  char name[80];
-  ProjGetStateZoneInfo(static_cast<StateZoneType>(d.Zone), name, nullptr);
-  LogPrintf("    Zone:            %d (%s)\n", static_cast<int>(d.Zone), *name != '\0' ? name : "UNKNOWN");
+  const StateZoneRow* zone = FindStateZone(d.Zone);
+  LogPrintf("    Zone:            %d (%s)\n", static_cast<int>(d.Zone), zone != nullptr ? zone->name : "UNKNOWN");
   flag("bUseAlpha:", IsSet(d.bUseAlpha));
   number("Alpha:", d.Alpha);
   flag("bRotate:", IsSet(d.bRotate));
   flag("bUOffset:", IsSet(d.bUOffset));
-  const bool known = EllipsoidInfo(d.Ellipsoid, name, nullptr, nullptr);
-  LogPrintf("    Ellipsoid:       %d (%s)\n", static_cast<int>(d.Ellipsoid), known ? name : "UNKNOWN");
+  LogPrintf("    Ellipsoid:       %d (%s)\n", static_cast<int>(d.Ellipsoid), EllipsoidNameInDump(d.Ellipsoid));
   number("MajorRadius:", d.MajorRadius);
   number("Flattening:", d.Flattening);
   LogPrintf("    iResult:         %d\n", static_cast<int>(d.iResult));

@@ -1,6 +1,7 @@
 // Handle - projection handles: a validated, completed heap copy of the caller's record.
 #include <cstdlib>
 
+#include "ellipsoids/Ellipsoid.h"
 #include "engine/Dump.h"
 #include "support/Errors.h"
 #include "support/Flag.h"
@@ -28,8 +29,8 @@ void CompleteEllipsoid(PROJDATA& d) {
     Impossible("Bad ellipsoid type!\n", kBadEllipsoidLine);
   }
   if (ellipsoid != ET_USER_DEFINED) {
-    d.MajorRadius = EllipsoidRadius(ellipsoid);
-    d.Flattening = EllipsoidFlattening(ellipsoid);
+    d.MajorRadius = detail::MajorRadiusOf(ellipsoid);
+    d.Flattening = detail::FlatteningOf(ellipsoid);
     return;
   }
   detail::LogPrintf("Have user-defined ellipsoid.\n");
@@ -88,6 +89,7 @@ bool ORVEX_CALL ProjGetHandleInfo(void* hProj, PROJDATA* pProjData) {
 }
 
 int ORVEX_CALL ProjResult(void* hProj) {
+  detail::LogPrintf("ProjResult(hProj=%p)\n", hProj);
   return hProj != nullptr ? static_cast<const PROJDATA*>(hProj)->iResult : 0;
 }
 

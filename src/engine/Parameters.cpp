@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "engine/ParameterTable.h"
+#include "support/Log.h"
 #include "support/Text.h"
 
 namespace orvex {
@@ -30,26 +31,39 @@ std::size_t PlaceOf(const UsageRow& row, int id) {
   return place;
 }
 
+/// Number of the row's ids.
+int CountOf(const UsageRow& row) {
+  return static_cast<int>(PlaceOf(row, 0));
+}
+
 }  // namespace
 }  // namespace detail
 
+using detail::LogPrintf;
+
 int ProjNumParams(ProjType type) {
+  LogPrintf("ProjNumParams(type=%d)\n", static_cast<int>(type));
   const detail::UsageRow* row = detail::FindUsage(type);
-  return row != nullptr ? static_cast<int>(detail::PlaceOf(*row, 0)) : -1;
+  return row != nullptr ? detail::CountOf(*row) : -1;
 }
 
 int ProjEnumParam(ProjType type, int index) {
-  if (index < 0 || index >= ProjNumParams(type)) return 0;
-  return detail::FindUsage(type)->ids[static_cast<std::size_t>(index)];
+  LogPrintf("ProjEnumParam(type=%d, index=%d)\n", static_cast<int>(type), index);
+  const detail::UsageRow* row = detail::FindUsage(type);
+  if (row == nullptr || index < 0 || index >= detail::CountOf(*row)) return 0;
+  return row->ids[static_cast<std::size_t>(index)];
 }
 
 bool ProjUsesParam(ProjType type, int paramId) {
+  LogPrintf("ProjUsesParam(type=%d, paramId=%d)\n", static_cast<int>(type), paramId);
   const detail::UsageRow* row = detail::FindUsage(type);
   return row != nullptr &&
          row->ids[detail::PlaceOf(*row, paramId)] == paramId;  // id 0 meets the closing 0: true on purpose
 }
 
 bool ProjParamInfo(int paramId, char* name, ProjDataType* type, int* offset, int* size) {
+  LogPrintf("ProjParamInfo(paramId=%d, name=%p, type=%p, offset=%p, size=%p)\n", paramId, static_cast<void*>(name),
+            static_cast<void*>(type), static_cast<void*>(offset), static_cast<void*>(size));
   const detail::ParameterRow* row = detail::FindParameter(paramId);
   if (row == nullptr) return false;
   if (name != nullptr) detail::CopyText(name, row->name, detail::kNameCapacity);
@@ -59,14 +73,16 @@ bool ProjParamInfo(int paramId, char* name, ProjDataType* type, int* offset, int
   return true;
 }
 
-bool ProjGetParam(const PROJDATA* pData, int paramId, void* value) {
+bool ProjGetParam(PROJDATA* pData, int paramId, void* value) {
+  LogPrintf("ProjGetParam(pData=%p, paramId=%d, value=%p)\n", static_cast<void*>(pData), paramId, value);
   const detail::ParameterRow* row = detail::FindParameter(paramId);
   if (row == nullptr || pData == nullptr || value == nullptr) return false;
   std::memcpy(value, reinterpret_cast<const char*>(pData) + row->offset, row->size);
   return true;
 }
 
-bool ProjSetParam(PROJDATA* pData, int paramId, const void* value) {
+bool ProjSetParam(PROJDATA* pData, int paramId, void* value) {
+  LogPrintf("ProjSetParam(pData=%p, paramId=%d, value=%p)\n", static_cast<void*>(pData), paramId, value);
   const detail::ParameterRow* row = detail::FindParameter(paramId);
   if (row == nullptr || pData == nullptr || value == nullptr) return false;
   std::memcpy(reinterpret_cast<char*>(pData) + row->offset, value, row->size);

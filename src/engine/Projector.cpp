@@ -18,14 +18,21 @@ std::shared_ptr<void> Own(void* handle) {
   return detail::ShareHandle(handle, std::free, "Orvex", kNoMemoryLine);
 }
 
+/// A handle with the same parameters. Creation completes the record that it is given, so it gets a copy: another thread
+/// may be copying the same object.
+std::shared_ptr<void> OwnCopy(const void* handle) {
+  if (handle == nullptr) return Own(ProjCreateProjection(nullptr));
+  PROJDATA record = *static_cast<const PROJDATA*>(handle);
+  return Own(ProjCreateProjection(&record));
+}
+
 }  // namespace
 
 CProjector::CProjector() = default;
 
 CProjector::CProjector(PROJDATA* pProjData) : m_hProj(Own(ProjCreateProjection(pProjData))) {}
 
-CProjector::CProjector(const CProjector& other)
-    : m_hProj(Own(ProjCreateProjection(static_cast<PROJDATA*>(other.m_hProj.get())))) {}
+CProjector::CProjector(const CProjector& other) : m_hProj(OwnCopy(other.m_hProj.get())) {}
 
 CProjector& CProjector::operator=(const CProjector& other) = default;
 

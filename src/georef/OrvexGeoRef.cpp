@@ -17,7 +17,7 @@ using namespace detail;
 namespace {
 
 constexpr char kSource[] = "OrvexGeoRef";
-constexpr int kLineNoHandle = 284, kLineNoControls = 294, kLineNoRegistration = 304;
+constexpr int kLineNoHandle = 284, kLineNoControls = 294, kLineNoRegistration = 304, kLineNoFit = 320;
 constexpr int kLineNullPoints = 655, kLineBadCount = 657, kLineBadMethod = 659;
 
 constexpr const char* kMethodNames[] = {"Helmert",
@@ -59,13 +59,42 @@ bool DuplicateControls(GEOREF& copy) {
   return true;
 }
 
-bool FitReports(System& system) {
-  try {
-    return FitSystem(system);
-  } catch (const std::bad_alloc&) {
-    return false;  // a fit that has no room fails like any other
-  }
+void FreeArrays(GEOREF& g) {
+  std::free(g.pSrc);
+  std::free(g.pDst);
+  g.pSrc = nullptr;
+  g.pDst = nullptr;
+  g.nControls = 0;
 }
+
+// Keeps what a record holds until its successor is complete: the old content comes back unless Commit is called, and
+// the control arrays of whichever loses are freed.
+class Replacement {
+ public:
+  explicit Replacement(GEOREF& record) : m_record(record), m_old(record) {}
+  ~Replacement() {
+    if (!m_done && m_record.pSrc != m_old.pSrc) FreeArrays(m_record);
+    if (m_done) {
+      FreeArrays(m_old);
+    } else {
+      m_record = m_old;
+    }
+  }
+  Replacement(const Replacement&) = delete;
+  Replacement& operator=(const Replacement&) = delete;
+
+  void Detach() {
+    m_record.pSrc = nullptr;
+    m_record.pDst = nullptr;
+    m_record.nControls = 0;
+  }
+  void Commit() { m_done = true; }
+
+ private:
+  GEOREF& m_record;
+  GEOREF m_old;
+  bool m_done = false;
+};
 
 }  // namespace
 
@@ -90,12 +119,7 @@ bool ORVEX_CALL RefAllocControls(GEOREF* g, int n) {
 
 void ORVEX_CALL RefFreeControls(GEOREF* g) {
   Trace("RefFreeControls(%p)\n", static_cast<const void*>(g));
-  if (g == nullptr) return;
-  std::free(g->pSrc);
-  std::free(g->pDst);
-  g->pSrc = nullptr;
-  g->pDst = nullptr;
-  g->nControls = 0;
+  if (g != nullptr) FreeArrays(*g);
 }
 
 void* ORVEX_CALL RefCreateSystem(const GEOREF* g) {
@@ -109,7 +133,8 @@ void* ORVEX_CALL RefCreateSystem(const GEOREF* g) {
   if (!DuplicateControls(system->record)) Assert(kSource, kLineNoControls);
   system->registration = new (std::nothrow) shr::CImageRegistration;
   if (system->registration == nullptr) Assert(kSource, kLineNoRegistration);
-  return FitReports(*system) ? system.release() : nullptr;
+  const bool fitted = WithinMemory(kSource, kLineNoFit, [&] { return FitSystem(*system); });
+  return fitted ? system.release() : nullptr;
 }
 
 void ORVEX_CALL RefDeleteSystem(void* h) {
@@ -191,18 +216,20 @@ bool ORVEX_CALL RefResize(GEOREF* g, int iOldW, int iOldH, int iNewW, int iNewH)
   Trace("RefResize(pRefData=%p, iOldW=%d, iOldH=%d, iNewW=%d, iNewH=%d)\n", static_cast<const void*>(g), iOldW, iOldH,
         iNewW, iNewH);
   if (g == nullptr || iOldW < 1 || iOldH < 1 || iNewW < 1 || iNewH < 1) return false;
-  GEOREF resized = *g;  // all is done on a copy, so that a failure leaves the record and its arrays as they were
-  if (resized.Method != RM_AFFINECOEFFICIENTS && !RefControlsToCoeff(&resized)) return false;
-  if (!RefCoeffToControls(&resized, iOldW, iOldH)) return false;
-  const auto corners = RasterCorners(iNewW, iNewH);  // these cover the ground of the old ones
-  std::copy(corners.begin(), corners.end(), resized.pSrc);
-  resized.Method = RM_AFFINEPOLYNOMIAL;
-  if (!RefControlsToCoeff(&resized)) {
-    RefFreeControls(&resized);
-    return false;
-  }
+  Replacement resized(*g);
+  if (g->Method != RM_AFFINECOEFFICIENTS && !RefControlsToCoeff(g)) return false;
+  resized.Detach();
+  const AffineCoefficients coefficients = CoefficientsOf(*g);
   RefFreeControls(g);
-  *g = resized;
+  if (!RefCoeffToControls(g, iNewW, iNewH)) return false;
+  {
+    const FpGuard guard;
+    const auto ground = RasterCorners(iOldW, iOldH);  // the new corners cover the ground of the old ones
+    for (std::size_t i = 0; i < ground.size(); ++i) g->pDst[i] = coefficients(ground[i]);
+  }
+  g->Method = RM_AFFINEPOLYNOMIAL;
+  if (!RefControlsToCoeff(g)) return false;
+  resized.Commit();
   return true;
 }
 

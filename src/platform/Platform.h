@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 
 namespace orvex::platform {
@@ -36,8 +37,9 @@ bool LoadMessage(void* instance, int id, char* buffer, int capacity);
 
 /// Reads the entries of a section as consecutive NUL-terminated texts closed by one more NUL. Section names ignore
 /// case; comment lines are not returned. Answers the number of characters without the closing NUL; 0 for a missing file
-/// or section; capacity - 2 when the buffer is too small for all.
-std::size_t ReadProfileSection(const char* fileName, const char* section, char* buffer, std::size_t capacity);
+/// or section; capacity - 2 when the buffer is too small for all; nothing when the file is there but cannot be read.
+std::optional<std::size_t> ReadProfileSection(const char* fileName, const char* section, char* buffer,
+                                              std::size_t capacity);
 
 /// Replaces the entries of a section by the given ones (form as above); everything else in the file stays as it is. The
 /// file or section is made when missing. False when the file could not be written, which then is as it was.

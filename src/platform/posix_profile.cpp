@@ -16,84 +16,13 @@
 #include <vector>
 
 #include "platform/Platform.h"
+#include "platform/ProfileText.h"
 
 namespace orvex::platform {
 
 namespace {
 
 // ---- text ----
-
-constexpr char LowerAscii(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool EqualNames(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char x, char y) { return LowerAscii(x) == LowerAscii(y); });
-}
-
-std::string_view Trim(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r\v\f";
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  return first == text.npos ? std::string_view() : text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
-
-// Cuts the next line off, its line end included.
-std::string_view TakeLine(std::string_view& text) {
-  const std::string_view line = text.substr(0, std::min(text.find('\n'), text.size() - 1) + 1);
-  text.remove_prefix(line.size());
-  return line;
-}
-
-std::string_view Content(std::string_view line) {
-  if (line.ends_with('\n')) line.remove_suffix(1);
-  return Trim(line.substr(0, line.find('\0')));
-}
-
-std::optional<std::string_view> HeaderName(std::string_view line) {
-  const std::string_view content = Content(line);
-  const std::size_t close = content.find(']');
-  if (!content.starts_with('[') || close == content.npos) return std::nullopt;
-  return content.substr(1, close - 1);
-}
-
-// An entry as it is handed out; empty for lines that hold none.
-std::string Entry(std::string_view line) {
-  const std::string_view content = Content(line);
-  if (content.empty() || content.front() == ';') return {};
-  const std::size_t equals = content.find('=');
-  if (equals == content.npos) return std::string(content);
-  return std::string(Trim(content.substr(0, equals))) + '=' + std::string(Trim(content.substr(equals + 1)));
-}
-
-std::string_view KeyOf(std::string_view entry) {
-  return entry.substr(0, entry.find('='));
-}
-
-// A file's text in three parts: up to and with the section's header line, the section's lines, the rest.
-struct Parts {
-  std::string_view before, section, after;
-  bool found = false;
-};
-
-Parts Split(std::string_view text, std::string_view section) {
-  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-  std::string_view rest = text;
-  if (rest.starts_with(kByteOrderMark)) rest.remove_prefix(kByteOrderMark.size());
-  const auto position = [&] { return text.size() - rest.size(); };
-  bool found = false;
-  while (!rest.empty() && !found) {
-    const auto name = HeaderName(TakeLine(rest));
-    found = name && EqualNames(*name, section);
-  }
-  const std::size_t begin = position();
-  std::size_t end = begin;
-  while (!rest.empty()) {
-    if (HeaderName(TakeLine(rest))) break;
-    end = position();
-  }
-  return {text.substr(0, begin), text.substr(begin, end - begin), text.substr(end), found};
-}
 
 // The section's lines with its entries replaced. An entry whose text stays keeps its line to the byte, comments and
 // blank lines stay where they are, new entries follow the last old one.
@@ -204,9 +133,8 @@ std::filesystem::path FollowLinks(std::filesystem::path path) {
   return path;
 }
 
-void SyncDirectory(const std::filesystem::path& directory) {
-  const Descriptor opened(open(directory.empty() ? "." : directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (opened.IsOpen()) fsync(opened.Value());
+Descriptor OpenDirectory(const std::filesystem::path& directory) {
+  return Descriptor(open(directory.empty() ? "." : directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
 }
 
 // Makes a file with a name of its own in the target's directory, so that the rename stays within one file system.
@@ -224,6 +152,8 @@ Descriptor CreateBeside(const std::filesystem::path& target, mode_t mode, std::f
 
 // At any moment the name leads to the old or to the new text, whole.
 bool ReplaceFile(const std::filesystem::path& target, std::string_view text, const std::optional<struct stat>& old) {
+  // All that takes memory comes first: nothing may fail between the file that is made and the one that is replaced.
+  const Descriptor directory = OpenDirectory(target.parent_path());
   std::filesystem::path name;
   Descriptor file = CreateBeside(target, old ? old->st_mode & 0700 : 0666, name);
   if (!file.IsOpen()) return false;
@@ -231,22 +161,24 @@ bool ReplaceFile(const std::filesystem::path& target, std::string_view text, con
   [[maybe_unused]] const bool sameOwner = !old || fchown(file.Value(), old->st_uid, old->st_gid) == 0;
   const bool done = (!old || fchmod(file.Value(), old->st_mode & 07777) == 0) && WriteAll(file.Value(), text) &&
                     fsync(file.Value()) == 0 && file.Close() && rename(name.c_str(), target.c_str()) == 0;
-  if (done) {
-    SyncDirectory(target.parent_path());
-  } else {
+  if (!done) {
     unlink(name.c_str());
+  } else if (directory.IsOpen()) {
+    fsync(directory.Value());
   }
   return done;
 }
 
 }  // namespace
 
-std::size_t ReadProfileSection(const char* fileName, const char* section, char* buffer, std::size_t capacity) {
+std::optional<std::size_t> ReadProfileSection(const char* fileName, const char* section, char* buffer,
+                                              std::size_t capacity) {
   if (buffer == nullptr || capacity == 0) return 0;
   std::memset(buffer, 0, std::min<std::size_t>(capacity, 2));
   std::string text;
   std::optional<struct stat> status;
-  if (fileName == nullptr || section == nullptr || capacity < 2 || !ReadFile(fileName, text, status)) return 0;
+  if (fileName == nullptr || section == nullptr || capacity < 2) return 0;
+  if (!ReadFile(fileName, text, status)) return std::nullopt;
   std::size_t length = 0;
   for (std::string_view lines = Split(text, section).section; !lines.empty();) {
     const std::string entry = Entry(TakeLine(lines));

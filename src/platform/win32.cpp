@@ -1,18 +1,20 @@
-// Platform on Windows; win32_dll.cpp and win32_static.cpp hold what the DLL and the static library do differently.
+// Platform on Windows; win32_profile.cpp holds the INI files, win32_dll.cpp and win32_static.cpp what the DLL and the
+// static library do differently.
 #include "platform/Platform.h"
 
 #include <windows.h>
 
-#undef WriteProfileSection  // a macro of <windows.h>
-
 namespace orvex::platform {
 
 std::string ExecutableDirectory() {
-  char path[MAX_PATH];
-  const DWORD length = GetModuleFileNameA(nullptr, path, 255);
-  if (length == 0 || length >= 255) return {};
-  const std::string file(path, length);
-  return file.substr(0, file.find_last_of("\\:") + 1);
+  constexpr std::size_t kLongestPath = 32768;  // of any path, its terminator included
+  std::string file(MAX_PATH, '\0');
+  for (;;) {
+    const DWORD length = GetModuleFileNameA(nullptr, file.data(), static_cast<DWORD>(file.size()));
+    if (length < file.size()) return file.substr(0, file.substr(0, length).find_last_of("\\:") + 1);
+    if (file.size() >= kLongestPath) return {};
+    file.resize(2 * file.size());  // the name was cut
+  }
 }
 
 const char* DefaultLogFile() {
@@ -29,14 +31,6 @@ void AppendToFile(const char* fileName, const char* text, std::size_t length) {
   }
   _lwrite(file, text, static_cast<UINT>(length));
   _lclose(file);
-}
-
-std::size_t ReadProfileSection(const char* fileName, const char* section, char* buffer, std::size_t capacity) {
-  return GetPrivateProfileSectionA(section, buffer, static_cast<DWORD>(capacity), fileName);
-}
-
-bool WriteProfileSection(const char* fileName, const char* section, const char* entries) {
-  return WritePrivateProfileSectionA(section, entries, fileName) != 0;
 }
 
 }  // namespace orvex::platform

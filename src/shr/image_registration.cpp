@@ -6,12 +6,12 @@
 #include <algorithm>
 #include <cfloat>
 #include <cmath>
-#include <new>
 #include <span>
 
 #include "math/LeastSquares.h"
 #include "math/PlaneFrame.h"
 #include "shr/RadialBasis.h"
+#include "support/Errors.h"
 #include "support/FpGuard.h"
 
 namespace shr {
@@ -21,8 +21,12 @@ using orvex::detail::HouseholderQr;
 using orvex::detail::Matrix;
 using orvex::detail::PlaneBox;
 using orvex::detail::PlaneFrame;
+using orvex::detail::WithinMemory;
 
 namespace {
+
+constexpr char kSource[] = "ImageRegistration";
+constexpr int kLineNoPoints = 20, kLineNoSystem = 40;  // reported when memory runs out
 
 // A warp that misses a control by more than this part of the destination's extent is refused: its system was singular
 // but for rounding.
@@ -181,6 +185,22 @@ RPoint CImageRegistration::State::Transform(const RPoint& pt) const {
   return {to.cx + p.x / to.kx, to.cy + p.y / to.ky};
 }
 
+RPoints::RPoints() = default;
+RPoints::RPoints(const RPoints& other) {
+  *this = other;
+}
+RPoints::RPoints(RPoints&&) noexcept = default;
+RPoints& RPoints::operator=(const RPoints& other) {
+  WithinMemory(kSource, kLineNoPoints, [&] { m_points = other.m_points; });
+  return *this;
+}
+RPoints& RPoints::operator=(RPoints&&) noexcept = default;
+RPoints::~RPoints() = default;
+
+void RPoints::Append(const RPoint& point) {
+  WithinMemory(kSource, kLineNoPoints, [&] { m_points.push_back(point); });
+}
+
 CImageRegistration::CImageRegistration() = default;
 CImageRegistration::~CImageRegistration() = default;
 
@@ -188,15 +208,13 @@ WarpingMethod CImageRegistration::Calibrate(const RPoints& src, const RPoints& d
   m_state.reset();
   if (method < WM_THIN_PLATE || method > WM_INVERSE_DISTANCE) return WM_NONE;
   const orvex::detail::FpGuard guard;
-  try {
+  return WithinMemory(kSource, kLineNoSystem, [&] {
     auto state = std::make_unique<State>();
     state->method = method;
     if (!state->Calibrate(Copy(src), Copy(dst))) return WM_NONE;
     m_state = std::move(state);
-  } catch (const std::bad_alloc&) {
-    return WM_NONE;  // no room for the system
-  }
-  return method;
+    return method;
+  });
 }
 
 RPoint CImageRegistration::Transform(const RPoint& pt) const {

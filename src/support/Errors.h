@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstddef>
+#include <new>
+#include <stdexcept>
 
 namespace orvex::detail {
 
@@ -25,5 +27,18 @@ inline constexpr std::size_t kMessageCapacity = 255;
 
 /// Loads the text of a message; false when there is none.
 bool LoadMessageText(int messageId, char (&text)[kMessageCapacity]);
+
+/// Runs a piece of work; running out of memory in it, or asking for more than a container can ever hold, becomes
+/// message 20201.
+template <class Work>
+auto WithinMemory(const char* sourceFile, int line, Work work) -> decltype(work()) {
+  try {
+    return work();
+  } catch (const std::bad_alloc&) {
+    ThrowError(sourceFile, line, kMsgOutOfMemory);
+  } catch (const std::length_error&) {
+    ThrowError(sourceFile, line, kMsgOutOfMemory);
+  }
+}
 
 }  // namespace orvex::detail

@@ -9,6 +9,7 @@
 #include "orvex/text.h"
 #include "support/AngleText.h"
 #include "support/FpGuard.h"
+#include "support/Log.h"
 
 namespace orvex {
 
@@ -91,12 +92,16 @@ void AppendFields(BoundedText& text, double v, int format, char degSep, char min
 
 bool LatLonToDegrees(const char* text, double* degrees, char degreeChar) {
   const detail::FpGuard guard;
+  detail::LogPrintf("LatLonToDegrees(text=\"%s\", degrees=%p, degreeChar=%d)\n", detail::LogText(text),
+                    static_cast<void*>(degrees), degreeChar);
   return text != nullptr && degrees != nullptr && detail::ReadAngle(text, *degrees, degreeChar);
 }
 
 bool DegreesToLatLon(char* text, double degrees, int format, char degSep, char minSep, char secSep) {
-  if (text == nullptr) return false;
   const detail::FpGuard guard;
+  detail::LogPrintf("DegreesToLatLon(text=%p, degrees=%f, format=%d, degSep=%d, minSep=%d, secSep=%d)\n",
+                    static_cast<void*>(text), degrees, format, degSep, minSep, secSep);
+  if (text == nullptr) return false;
   detail::BoundedText out(text);
   const bool plus = (format & LLF_PLUSSIGN) != 0, column = (format & LLF_SIGNCOLUMN) != 0;
   if (plus && column) return false;

@@ -22,6 +22,11 @@ void LogWrite(const char* text);
 /// Module instance given at process attach; message texts are loaded from it.
 void* ModuleInstance();
 
+/// A text argument as the log shows it.
+inline const char* LogText(const char* text) {
+  return text != nullptr ? text : "(null)";
+}
+
 /// "true" or "false", for dumps.
 inline const char* BoolText(bool value) {
   return value ? "true" : "false";

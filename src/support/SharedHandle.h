@@ -2,7 +2,6 @@
 #pragma once
 
 #include <memory>
-#include <new>
 
 #include "support/Errors.h"
 
@@ -11,11 +10,7 @@ namespace orvex::detail {
 /// Shares a handle that `release` frees, also when there is no memory left to share it, which throws. Null gives null.
 inline std::shared_ptr<void> ShareHandle(void* handle, void (*release)(void*), const char* source, int line) {
   if (handle == nullptr) return nullptr;
-  try {
-    return {handle, release};
-  } catch (const std::bad_alloc&) {
-    ThrowError(source, line, kMsgOutOfMemory);
-  }
+  return WithinMemory(source, line, [&] { return std::shared_ptr<void>(handle, release); });
 }
 
 }  // namespace orvex::detail

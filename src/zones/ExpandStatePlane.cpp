@@ -1,6 +1,7 @@
 // ExpandStatePlane - turns a state plane record into the zone's own projection.
 #include "zones/ExpandStatePlane.h"
 
+#include "ellipsoids/Ellipsoid.h"
 #include "zones/StatePlaneZone.h"
 
 namespace orvex::detail {
@@ -27,8 +28,8 @@ bool Expand(PROJDATA* rec, StatePlaneSet set) {
   rec->K0 = zone.k0;
   rec->xOrg = zone.xOrg;
   rec->yOrg = zone.yOrg;
-  rec->MajorRadius = EllipsoidRadius(zone.ellipsoid);
-  rec->Flattening = EllipsoidFlattening(zone.ellipsoid);
+  rec->MajorRadius = MajorRadiusOf(zone.ellipsoid);
+  rec->Flattening = FlatteningOf(zone.ellipsoid);
   return true;
 }
 

@@ -23,27 +23,35 @@ StateZoneType FirstMatch(Condition condition) {
 }  // namespace
 }  // namespace detail
 
+using detail::LogPrintf;
+using detail::LogText;
 using detail::StateZoneRow;
 
 void ProjGetStateZoneInfo(StateZoneType zone, char* name, int* usgsCode) {
+  LogPrintf("ProjGetStateZoneInfo(zone=%d, name=%p, usgsCode=%p)\n", static_cast<int>(zone), static_cast<void*>(name),
+            static_cast<void*>(usgsCode));
   const StateZoneRow* row = detail::FindStateZone(zone);
   if (name != nullptr) detail::CopyText(name, row != nullptr ? row->name : "", detail::kNameCapacity);
   if (usgsCode != nullptr) *usgsCode = row != nullptr ? row->usgs : 0;
 }
 
 bool ProjGetStateZoneFromName(StateZoneType* zone, const char* name) {
+  LogPrintf("ProjGetStateZoneFromName(zone=%p, name=\"%s\")\n", static_cast<void*>(zone), LogText(name));
   if (zone == nullptr || name == nullptr || *name == '\0') return false;
   *zone = detail::FirstMatch([name](const StateZoneRow& row) { return detail::EqualIgnoringCase(row.name, name); });
   return *zone != SZ_NONE;
 }
 
 bool ProjGetStateZoneFromUSGSCode(StateZoneType* zone, int code) {
+  LogPrintf("ProjGetStateZoneFromUSGSCode(zone=%p, code=%d)\n", static_cast<void*>(zone), code);
   if (zone == nullptr || code < 0) return false;
   *zone = detail::FirstMatch([code](const StateZoneRow& row) { return row.usgs == code; });
   return *zone != SZ_NONE;
 }
 
 bool ProjGetStateZoneFromPOSCNumber(int posc, ProjType* type, StateZoneType* zone) {
+  LogPrintf("ProjGetStateZoneFromPOSCNumber(posc=%d, type=%p, zone=%p)\n", posc, static_cast<void*>(type),
+            static_cast<void*>(zone));
   if (posc == 0) return false;
   const StateZoneType found =
       detail::FirstMatch([posc](const StateZoneRow& row) { return row.posc1927 == posc || row.posc1983 == posc; });
@@ -55,6 +63,8 @@ bool ProjGetStateZoneFromPOSCNumber(int posc, ProjType* type, StateZoneType* zon
 }
 
 bool ProjStateZoneToPOSCNumber(ProjType type, StateZoneType zone, int* posc) {
+  LogPrintf("ProjStateZoneToPOSCNumber(type=%d, zone=%d, posc=%p)\n", static_cast<int>(type), static_cast<int>(zone),
+            static_cast<void*>(posc));
   const StateZoneRow* row = detail::FindStateZone(zone);
   if (row == nullptr || (type != PT_STATEPLANE27 && type != PT_STATEPLANE83)) return false;
   const int number = type == PT_STATEPLANE27 ? row->posc1927 : row->posc1983;
@@ -64,7 +74,7 @@ bool ProjStateZoneToPOSCNumber(ProjType type, StateZoneType zone, int* posc) {
 }
 
 void ProjGetStateZoneParams(PROJDATA* pData) {
-  detail::LogPrintf("ProjGetStateZoneParams(pData=%p)\n", static_cast<void*>(pData));
+  LogPrintf("ProjGetStateZoneParams(pData=%p)\n", static_cast<void*>(pData));
   if (pData == nullptr) return;
   const bool inCatalogue = detail::FindStateZone(pData->Zone) != nullptr;
   if (!inCatalogue || !detail::ExpandStatePlane(pData)) pData->Zone = SZ_NONE;

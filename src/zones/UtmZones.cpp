@@ -6,6 +6,7 @@
 
 #include "orvex/zones.h"
 #include "support/FpGuard.h"
+#include "support/Log.h"
 #include "support/Text.h"
 
 namespace orvex {
@@ -35,18 +36,24 @@ const char* SkipBlanksFrom(const char* at) {
 }  // namespace
 }  // namespace detail
 
+using detail::LogPrintf;
+
 double ProjUTMZoneNumberToLon(int zone) {
+  LogPrintf("ProjUTMZoneNumberToLon(zone=%d)\n", zone);
   return detail::WestLimit(detail::ZoneIndex(zone)) + 3;
 }
 
 int ProjUTMLonToZoneNumber(double lon) {
-  const detail::FpGuard guard;
+  const detail::FpGuard guard;  // formatting a number for the log raises exceptions too
+  LogPrintf("ProjUTMLonToZoneNumber(lon=%f)\n", lon);
   const double reduced = std::fmod(lon, 360.0);  // keeps the sign; a longitude that is not finite counts as 0
   const int whole = std::isnan(reduced) ? 0 : static_cast<int>(reduced);
   return (whole + 360 + 180) % 360 / 6 + 1;
 }
 
 bool ProjUTMZoneNumberToName(int zone, bool south, char* name, int nameLen, UTMZoneNameFormat format) {
+  LogPrintf("ProjUTMZoneNumberToName(zone=%d, south=%s, name=%p, nameLen=%d, format=%d)\n", zone,
+            detail::BoolText(south), static_cast<void*>(name), nameLen, static_cast<int>(format));
   if (name == nullptr) return false;
   const int index = detail::ZoneIndex(zone), west = detail::WestLimit(index), east = west + 6;
   const char hemisphere = south ? 'S' : 'N';
@@ -72,6 +79,8 @@ bool ProjUTMZoneNumberToName(int zone, bool south, char* name, int nameLen, UTMZ
 }
 
 bool ProjUTMZoneNameToNumber(const char* name, int* zone, bool* south) {
+  LogPrintf("ProjUTMZoneNameToNumber(name=\"%s\", zone=%p, south=%p)\n", detail::LogText(name),
+            static_cast<void*>(zone), static_cast<void*>(south));
   if (name == nullptr) return false;
   const char* at = name;
   while (*at != '\0' && !detail::IsDigit(*at) && *at != '+' && *at != '-') ++at;

@@ -2,12 +2,20 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <type_traits>
 #include <vector>
 
 #include <orvex/orvex.h>
 
 namespace orvex {
 namespace {
+
+// Hosts take addresses of functions and write `CProjector p = &record;`.
+static_assert(std::is_same_v<decltype(&ProjGetParam), bool(ORVEX_CALL*)(PROJDATA*, int, void*)>);
+static_assert(std::is_same_v<decltype(&ProjSetParam), bool(ORVEX_CALL*)(PROJDATA*, int, void*)>);
+static_assert(std::is_convertible_v<PROJDATA*, CProjector>);
+static_assert(std::is_convertible_v<const DATUMXFORM*, CDatumTransform>);
+static_assert(std::is_convertible_v<const GEOREF*, CGeorefTransform>);
 
 // Every projection lists as many parameters as it says, each known and each reported as used, and none twice.
 TEST(Parameters, ListsAgreeWithEachOther) {
@@ -55,19 +63,19 @@ TEST(Parameters, DisplayOrderOfProjectionsThatDiffer) {
 // Each value goes where its field is, and nowhere else: written by id, read through the record.
 TEST(Parameters, ValuesReachTheirFields) {
   PROJDATA rec{};
-  const int zone = 77, ellipsoid = 15, projection = PT_HOTINE;
-  const bool yes = true;
+  int zone = 77, ellipsoid = 15, projection = PT_HOTINE;
+  bool yes = true;
   for (int id = 1; id <= 22; ++id) {
     char name[80];
     ProjDataType type = PDT_DOUBLE;
     int offset = 0, size = 0;
     ASSERT_TRUE(ProjParamInfo(id, name, &type, &offset, &size));
-    const double number = id + 0.5;
-    const void* value = type == PDT_DOUBLE      ? static_cast<const void*>(&number)
-                        : type == PDT_BOOL      ? static_cast<const void*>(&yes)
-                        : type == PDT_STATEZONE ? static_cast<const void*>(&zone)
-                        : type == PDT_ELLIPSOID ? static_cast<const void*>(&ellipsoid)
-                                                : static_cast<const void*>(&projection);
+    double number = id + 0.5;
+    void* value = type == PDT_DOUBLE      ? static_cast<void*>(&number)
+                  : type == PDT_BOOL      ? static_cast<void*>(&yes)
+                  : type == PDT_STATEZONE ? static_cast<void*>(&zone)
+                  : type == PDT_ELLIPSOID ? static_cast<void*>(&ellipsoid)
+                                          : static_cast<void*>(&projection);
     EXPECT_TRUE(ProjSetParam(&rec, id, value));
     unsigned char back[8];
     EXPECT_TRUE(ProjGetParam(&rec, id, back));

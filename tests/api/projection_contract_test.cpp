@@ -197,7 +197,7 @@ double WildCoordinate(Random& random, double centre, double unit) {
   }
 }
 
-std::string Describe(const PROJDATA& rec) {
+std::string Describe(PROJDATA rec) {
   std::ostringstream text;
   text.precision(17);
   text << "Type=" << +rec.Type;

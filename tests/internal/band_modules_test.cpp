@@ -2,7 +2,7 @@
 // table.
 #include <gtest/gtest.h>
 
-#include "projections/Module.h"
+#include "projections/ProjectionTable.h"
 
 namespace orvex::detail {
 namespace {

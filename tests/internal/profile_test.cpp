@@ -5,8 +5,13 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <optional>
 #include <string>
 
+#include <orvex/datum.h>
+
+#include "Faults.h"
 #include "platform/Platform.h"
 #include "support/GridFiles.h"
 
@@ -26,9 +31,13 @@ class Profile : public testing::Test {
  protected:
   std::string Read(std::size_t capacity = 4096) {
     std::string buffer(capacity, '#');
-    const std::size_t length = ReadProfileSection(m_file.c_str(), "Custom Datums", buffer.data(), capacity);
+    const std::size_t length = ReadProfileSection(m_file.c_str(), "Custom Datums", buffer.data(), capacity).value_or(0);
     EXPECT_EQ(buffer[length], '\0');
     return Bars(buffer.substr(0, length));
+  }
+  std::optional<std::size_t> Result() {
+    char buffer[64];
+    return ReadProfileSection(m_file.c_str(), "Custom Datums", buffer, sizeof buffer);
   }
   bool Write(const char* entries) {
     return WriteProfileSection(m_file.c_str(), "Custom Datums", Bars(std::string(entries) + "|").c_str());
@@ -164,15 +173,65 @@ TEST_F(Profile, failsWithoutATrace) {
   EXPECT_FALSE(Write("a=1|"));
   fs::remove(m_file);
   ASSERT_EQ(mkfifo(m_file.c_str(), 0600), 0);
-  EXPECT_EQ(Read(), "");  // neither waits
+  EXPECT_EQ(Result(), std::nullopt);  // neither waits
   EXPECT_FALSE(Write("a=1|"));
   fs::remove(m_file);
   EXPECT_TRUE(fs::is_empty(m_directory.Path()));
+  fs::create_directory(m_file);
+  EXPECT_EQ(Result(), std::nullopt);
+  fs::remove(m_file);
+  EXPECT_EQ(Result(), 0u);     // a missing file is an empty one
   if (geteuid() == 0) return;  // permissions do not bind the superuser
   WriteFile(m_file, "[X]\n");
   fs::permissions(m_file, fs::perms::owner_read);
   EXPECT_FALSE(Write("a=1|"));
   EXPECT_EQ(ReadWholeFile(m_file), "[X]\n");
+}
+
+// Whatever goes wrong with the first look at the file: nothing is taken for an empty section, nothing is overwritten.
+TEST_F(Profile, aFileThatCannotBeReadIsNotAnEmptyOne) {
+  const std::string before = "[Custom Datums]\nOne=none,\nTwo=molodensky,0,WGS 84,1,0,0,1,2,3,\n[Y]\ny=1\n";
+  DATUM2WGS84 params{};
+  params.Method = DM_NOXFORM;
+  const struct {
+    SystemCall call;
+    int error, which;
+  } faults[] = {
+      {SystemCall::Open, EIO, 1},    {SystemCall::Open, EMFILE, 1}, {SystemCall::Open, ENOMEM, 1},
+      {SystemCall::Open, EACCES, 1}, {SystemCall::Fstat, EIO, 1},   {SystemCall::Read, EIO, 1},
+      {SystemCall::Read, EIO, 2},    {SystemCall::Open, EMFILE, 2}, {SystemCall::Read, EIO, 3},
+  };
+  const std::string ini = m_file.string();
+  WriteFile(m_file, before);
+  for (const auto& fault : faults) {
+    SCOPED_TRACE(testing::Message() << static_cast<int>(fault.call) << ", error " << fault.error << ", "
+                                    << fault.which);
+    const auto failing = [&](auto call) {
+      const FailingCall one(fault.call, fault.error, fault.which);
+      const auto answer = call();
+      EXPECT_TRUE(one.Happened());
+      return answer;
+    };
+    EXPECT_FALSE(failing([&] { return NDatSave(ini.c_str(), "New", &params); }));
+    EXPECT_EQ(ReadWholeFile(m_file), before);
+    EXPECT_FALSE(failing([&] { return NDatDelete(ini.c_str(), "One"); }));
+    EXPECT_EQ(ReadWholeFile(m_file), before);
+    if (fault.which > 1) continue;
+    EXPECT_EQ(failing([&] { return NDatNumDatums(ini.c_str()); }), 254);
+    EXPECT_FALSE(failing([&] { return NDatGetDatumParams(ini.c_str(), "Two", &params); }));
+  }
+  EXPECT_TRUE(NDatSave(ini.c_str(), "New", &params));
+  EXPECT_EQ(NDatNumDatums(ini.c_str()), 257);
+}
+
+// A line of one character is no custom datum, but it is somebody's.
+TEST_F(Profile, aStrayLineIsKept) {
+  DATUM2WGS84 params{};
+  const std::string ini = m_file.string();
+  WriteFile(m_file, "[Custom Datums]\nx\n");
+  EXPECT_EQ(NDatNumDatums(ini.c_str()), 254);
+  EXPECT_TRUE(NDatSave(ini.c_str(), "New", &params));
+  EXPECT_EQ(ReadWholeFile(m_file), "[Custom Datums]\nx\nNew=none,\n");
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 // Each call reads the section "Custom Datums" afresh and keeps nothing. Every failure is a false.
 #include <algorithm>
 #include <cstring>
-#include <new>
+#include <exception>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -10,9 +10,11 @@
 
 #include <orvex/datum.h>
 
+#include "datum/DatumCatalogue.h"
 #include "datum/store/DatumText.h"
 #include "platform/Platform.h"
 #include "support/FpGuard.h"
+#include "support/Log.h"
 #include "support/Text.h"
 
 namespace orvex {
@@ -21,12 +23,16 @@ namespace {
 
 using detail::DatumParamsToText;
 using detail::EscapeName;
+using detail::LogPrintf;
+using detail::LogText;
 using detail::LowerAscii;
 using detail::TextToDatumParams;
 using detail::UnescapeName;
 
+constexpr int kBuiltIn = DT_COUNT;
 constexpr char kSection[] = "Custom Datums";
 constexpr std::size_t kSectionCapacity = 32767;
+constexpr std::size_t kLeastLength = 3;  // a section with less counts as empty
 constexpr std::size_t kNameCapacity = 260;
 constexpr std::size_t kMaxPrefix = 259;  // characters of "name=" that a search compares
 
@@ -35,12 +41,17 @@ class Section {
  public:
   explicit Section(const char* ini) : m_ini(ini) {
     std::vector<char> buffer(kSectionCapacity);
-    const std::size_t length = platform::ReadProfileSection(ini, kSection, buffer.data(), buffer.size());
-    if (length < 3) return;
-    m_complete = length < kSectionCapacity - 2;
-    const char* end = buffer.data() + length;
+    const auto length = platform::ReadProfileSection(ini, kSection, buffer.data(), buffer.size());
+    if (!length) m_whole = false;
+    if (!length || *length == 0) return;
+    if (*length < kLeastLength) {
+      m_stray = buffer.data();
+      return;
+    }
+    m_whole = *length < kSectionCapacity - 2;
+    const char* end = buffer.data() + *length;
     for (const char* entry = buffer.data(); entry < end; entry += std::strlen(entry) + 1) m_entries.emplace_back(entry);
-    if (!m_complete) m_entries.pop_back();  // cut by the end of the buffer
+    if (!m_whole) m_entries.pop_back();  // cut by the end of the buffer
   }
 
   const std::vector<std::string>& Entries() const { return m_entries; }
@@ -70,14 +81,15 @@ class Section {
 
   void Remove(std::size_t index) { m_entries.erase(m_entries.begin() + static_cast<std::ptrdiff_t>(index)); }
 
-  // An empty section is not written: the last datum cannot be removed. A section larger than what can be read is left
-  // alone, for entries would be lost.
+  // An empty section is not written: the last datum cannot be removed. A section that could not be read, or only in
+  // part, is left alone, for entries would be lost.
   bool Write() const {
+    if (!m_whole) return false;
     if (m_entries.empty()) return true;
     std::string text;
+    if (!m_stray.empty()) text.append(m_stray).push_back('\0');
     for (const std::string& entry : m_entries) text.append(entry).push_back('\0');
-    return m_complete && text.size() < kSectionCapacity - 2 &&
-           platform::WriteProfileSection(m_ini, kSection, text.c_str());
+    return text.size() < kSectionCapacity - 2 && platform::WriteProfileSection(m_ini, kSection, text.c_str());
   }
 
  private:
@@ -93,13 +105,14 @@ class Section {
   }
 
   const char* m_ini;
-  bool m_complete = true;
+  bool m_whole = true;  // all that the file holds has been read
+  std::string m_stray;  // a line too short to count as an entry; kept in the file
   std::vector<std::string> m_entries;
 };
 
 std::optional<DatumType> BuiltIn(const char* name) {
   DatumType datum = DT_USER_DEFINED;
-  return DatGetDatumFromName(&datum, name) ? std::optional(datum) : std::nullopt;
+  return detail::FindDatumNamed(name, &datum) ? std::optional(datum) : std::nullopt;
 }
 
 bool CustomParams(const char* ini, const char* name, DATUM2WGS84* params) {
@@ -118,7 +131,7 @@ Result Guarded(Result failure, Operation operation) {
   detail::FpGuard guard;
   try {
     return operation();
-  } catch (const std::bad_alloc&) {
+  } catch (const std::exception&) {
     return failure;
   }
 }
@@ -126,21 +139,22 @@ Result Guarded(Result failure, Operation operation) {
 }  // namespace
 
 int ORVEX_CALL NDatNumDatums(const char* ini) {
-  const int builtIn = DatNumDatums();
-  if (ini == nullptr) return builtIn;
-  return Guarded(builtIn, [&] { return builtIn + static_cast<int>(Section(ini).Entries().size()); });
+  LogPrintf("NDatNumDatums(ini=\"%s\")\n", LogText(ini));
+  if (ini == nullptr) return kBuiltIn;
+  return Guarded(kBuiltIn, [&] { return kBuiltIn + static_cast<int>(Section(ini).Entries().size()); });
 }
 
 bool ORVEX_CALL NDatEnumDatumName(const char* ini, char* name, int index) {
+  LogPrintf("NDatEnumDatumName(ini=\"%s\", name=%p, index=%d)\n", LogText(ini), static_cast<void*>(name), index);
   if (index < 0 || name == nullptr) return false;
-  if (index < DatNumDatums()) {
-    DatGetDatumName(static_cast<DatumType>(index), name);
+  if (index < kBuiltIn) {
+    detail::CopyDatumName(static_cast<DatumType>(index), name);
     return true;
   }
   if (ini == nullptr) return false;
   return Guarded(false, [&] {
     const Section section(ini);
-    const auto custom = static_cast<std::size_t>(index - DatNumDatums());
+    const auto custom = static_cast<std::size_t>(index - kBuiltIn);
     if (custom >= section.Entries().size()) return false;
     const std::string& entry = section.Entries()[custom];
     const std::string unescaped = UnescapeName(std::string_view(entry).substr(0, entry.find('=')));
@@ -150,6 +164,7 @@ bool ORVEX_CALL NDatEnumDatumName(const char* ini, char* name, int index) {
 }
 
 bool ORVEX_CALL NDatExists(const char* ini, const char* name, int* index) {
+  LogPrintf("NDatExists(ini=\"%s\", name=\"%s\", index=%p)\n", LogText(ini), LogText(name), static_cast<void*>(index));
   if (name == nullptr) return false;
   std::optional<int> found;
   if (const auto datum = BuiltIn(name)) {
@@ -157,14 +172,16 @@ bool ORVEX_CALL NDatExists(const char* ini, const char* name, int* index) {
   } else if (ini != nullptr) {
     found = Guarded(std::optional<int>(), [&] {
       const auto entry = Section(ini).Find(name);
-      return entry ? std::optional(static_cast<int>(*entry) + DatNumDatums()) : std::nullopt;
+      return entry ? std::optional(static_cast<int>(*entry) + kBuiltIn) : std::nullopt;
     });
   }
   if (found && index != nullptr) *index = *found;
   return found.has_value();
 }
 
-bool ORVEX_CALL NDatIsBuiltIn(const char* /*ini*/, const char* name, DatumType* datum) {
+bool ORVEX_CALL NDatIsBuiltIn(const char* ini, const char* name, DatumType* datum) {
+  LogPrintf("NDatIsBuiltIn(ini=\"%s\", name=\"%s\", datum=%p)\n", LogText(ini), LogText(name),
+            static_cast<void*>(datum));
   if (name == nullptr) return false;
   const auto found = BuiltIn(name);
   if (found && datum != nullptr) *datum = *found;
@@ -172,14 +189,18 @@ bool ORVEX_CALL NDatIsBuiltIn(const char* /*ini*/, const char* name, DatumType* 
 }
 
 bool ORVEX_CALL NDatGetDatumParams(const char* ini, const char* name, DATUM2WGS84* params) {
+  LogPrintf("NDatGetDatumParams(ini=\"%s\", name=\"%s\", params=%p)\n", LogText(ini), LogText(name),
+            static_cast<void*>(params));
   if (name == nullptr || params == nullptr) return false;
-  if (const auto datum = BuiltIn(name)) return DatGetDatumParams(*datum, params);
+  if (const auto datum = BuiltIn(name)) return detail::LookUpStep(*datum, detail::DatumRole::Destination, *params);
   return Guarded(false, [&] { return CustomParams(ini, name, params); });
 }
 
 bool ORVEX_CALL NDatGetDatumMethod(const char* ini, const char* name, DatumMethod* method) {
+  LogPrintf("NDatGetDatumMethod(ini=\"%s\", name=\"%s\", method=%p)\n", LogText(ini), LogText(name),
+            static_cast<void*>(method));
   if (name == nullptr || method == nullptr) return false;
-  if (const auto datum = BuiltIn(name)) return DatGetDatumMethod(*datum, method);
+  if (const auto datum = BuiltIn(name)) return detail::MethodOf(*datum, method);
   return Guarded(false, [&] {
     DATUM2WGS84 params{};
     if (!CustomParams(ini, name, &params)) return false;
@@ -189,13 +210,16 @@ bool ORVEX_CALL NDatGetDatumMethod(const char* ini, const char* name, DatumMetho
 }
 
 bool ORVEX_CALL NDatReversible(const char* ini, const char* name) {
+  LogPrintf("NDatReversible(ini=\"%s\", name=\"%s\")\n", LogText(ini), LogText(name));
   if (name == nullptr) return false;
-  if (const auto datum = BuiltIn(name)) return DatReversible(*datum);
+  if (const auto datum = BuiltIn(name)) return detail::IsReversible(*datum);
   DATUM2WGS84 params{};  // what can be read back, can be run backwards: "none", Bursa-Wolf and Molodensky
   return Guarded(false, [&] { return CustomParams(ini, name, &params); });
 }
 
 bool ORVEX_CALL NDatSave(const char* ini, const char* name, const DATUM2WGS84* params) {
+  LogPrintf("NDatSave(ini=\"%s\", name=\"%s\", params=%p)\n", LogText(ini), LogText(name),
+            static_cast<const void*>(params));
   if (ini == nullptr || name == nullptr || params == nullptr || BuiltIn(name)) return false;
   return Guarded(false, [&] {
     Section section(ini);
@@ -205,6 +229,7 @@ bool ORVEX_CALL NDatSave(const char* ini, const char* name, const DATUM2WGS84* p
 }
 
 bool ORVEX_CALL NDatDelete(const char* ini, const char* name) {
+  LogPrintf("NDatDelete(ini=\"%s\", name=\"%s\")\n", LogText(ini), LogText(name));
   if (ini == nullptr || name == nullptr || BuiltIn(name)) return false;
   return Guarded(false, [&] {
     Section section(ini);

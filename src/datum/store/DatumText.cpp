@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <system_error>
 
+#include "ellipsoids/Ellipsoid.h"
 #include "support/Flag.h"
 #include "support/Log.h"
 #include "support/Text.h"
@@ -127,12 +128,13 @@ std::optional<std::string> DatumParamsToText(const DATUM2WGS84& params) {
   std::string text = std::string(keyword) + ",";
   const bool parametric = params.Method == DM_MOLODENSKY || params.Method == DM_BURSA;
   if (params.Method != DM_NOXFORM) {
-    char ellipsoid[80] = "";
+    const char* ellipsoid = kUserDefined;
     double a = params.MajorRadius, f = params.Flattening;
-    if (params.Ellipsoid == ET_USER_DEFINED) {
-      CopyText(ellipsoid, kUserDefined, sizeof ellipsoid);
-    } else if (!EllipsoidInfo(params.Ellipsoid, ellipsoid, &a, &f)) {
-      return std::nullopt;
+    if (params.Ellipsoid != ET_USER_DEFINED) {
+      ellipsoid = EllipsoidName(params.Ellipsoid);
+      if (ellipsoid == nullptr) return std::nullopt;
+      a = MajorRadiusOf(params.Ellipsoid);
+      f = FlatteningOf(params.Ellipsoid);
     }
     text.append(IsSet(params.bInverse) ? "1," : "0,").append(EscapeName(ellipsoid)).append(",");
     if (parametric) {
@@ -170,7 +172,7 @@ bool TextToDatumParams(const char* text, DATUM2WGS84* params) {
   read.bInverse = inverse.front() == '1';
   const std::string ellipsoid = UnescapeName(fields.Next());
   EllipsoidType type = ET_USER_DEFINED;
-  if (!EqualIgnoringCase(ellipsoid.c_str(), kUserDefined) && !EllipsoidFromName(&type, ellipsoid.c_str())) return false;
+  if (!EqualIgnoringCase(ellipsoid.c_str(), kUserDefined) && !FindEllipsoid(ellipsoid.c_str(), type)) return false;
   read.Ellipsoid = type;
   read.MajorRadius = fields.NextNumber();
   read.Flattening = fields.NextNumber();

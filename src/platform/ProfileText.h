@@ -1,0 +1,29 @@
+// ProfileText - the text of INI files: lines, sections and entries, as the Windows profile calls see them.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace orvex::platform {
+
+/// Whether two names of sections or keys are the same but for ASCII case.
+bool EqualNames(std::string_view a, std::string_view b);
+
+/// Cuts the next line off a text that is not empty, its line end included.
+std::string_view TakeLine(std::string_view& text);
+
+/// The entry of a line as it is handed out; empty for lines that hold none.
+std::string Entry(std::string_view line);
+
+std::string_view KeyOf(std::string_view entry);
+
+/// A file's text in three parts: up to and with the section's header line, the section's lines, the rest.
+struct Parts {
+  std::string_view before, section, after;
+  bool found = false;
+};
+
+/// The first section of that name counts. A byte order mark is passed over.
+Parts Split(std::string_view text, std::string_view section);
+
+}  // namespace orvex::platform

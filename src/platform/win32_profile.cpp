@@ -1,0 +1,86 @@
+// Sections of INI files on Windows: the system's profile calls, and what they do not say themselves.
+#include "platform/win32_profile.h"
+
+#include <string>
+#include <string_view>
+
+#include "platform/Platform.h"
+#include "platform/ProfileText.h"
+
+#undef WriteProfileSection  // a macro of <windows.h>
+
+namespace orvex::platform {
+
+namespace {
+
+// Where the profile calls look: a bare name means the Windows directory.
+std::string FullName(const char* fileName) {
+  const std::string name(fileName);
+  if (name.find_first_of("\\/:") != name.npos) return name;
+  char directory[MAX_PATH];
+  const UINT length = GetWindowsDirectoryA(directory, sizeof directory);
+  if (length == 0 || length >= sizeof directory) return name;
+  return std::string(directory, length) + "\\" + name;
+}
+
+// Reads a file whole; a missing one gives an empty text. False for any other trouble.
+bool ReadFileText(const char* fileName, std::string& text) {
+  const HANDLE file =
+      CreateFileA(FullName(fileName).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                  nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (file == INVALID_HANDLE_VALUE) {
+    const DWORD error = GetLastError();
+    return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+  }
+  const struct Closer {
+    HANDLE handle;
+    ~Closer() { CloseHandle(handle); }
+  } closer{file};
+  char block[16384];
+  DWORD count = 0;
+  do {
+    if (!ReadFile(file, block, sizeof block, &count, nullptr)) return false;
+    text.append(block, count);
+  } while (count > 0);
+  return true;
+}
+
+// Whether a file's text has a section with entries. Of UTF-16 texts the zero bytes are left out.
+bool HoldsEntries(std::string text, std::string_view section) {
+  if (text.starts_with("\xFF\xFE")) text.erase(0, 2);
+  std::erase(text, '\0');
+  for (std::string_view lines = Split(text, section).section; !lines.empty();) {
+    const std::string entry = Entry(TakeLine(lines));
+    if (!entry.starts_with('=') && entry.find('=') != entry.npos) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+std::optional<std::size_t> ReadProfileSectionBy(SectionCall call, const char* fileName, const char* section,
+                                                char* buffer, std::size_t capacity) {
+  if (fileName == nullptr || section == nullptr || buffer == nullptr || capacity < 2) return 0;
+  // 0 stands for a missing file, for a section without entries and for a read that failed alike. The file itself tells
+  // them apart; a second call settles a failure that has passed meanwhile.
+  for (int attempt = 0; attempt < 2; ++attempt) {
+    buffer[0] = buffer[1] = '\0';
+    const DWORD length = call(section, buffer, static_cast<DWORD>(capacity), fileName);
+    if (length > 0) return length;
+    std::string text;
+    if (!ReadFileText(fileName, text)) return std::nullopt;
+    if (!HoldsEntries(std::move(text), section)) return 0;
+  }
+  return std::nullopt;
+}
+
+std::optional<std::size_t> ReadProfileSection(const char* fileName, const char* section, char* buffer,
+                                              std::size_t capacity) {
+  return ReadProfileSectionBy(GetPrivateProfileSectionA, fileName, section, buffer, capacity);
+}
+
+bool WriteProfileSection(const char* fileName, const char* section, const char* entries) {
+  return WritePrivateProfileSectionA(section, entries, fileName) != 0;
+}
+
+}  // namespace orvex::platform
