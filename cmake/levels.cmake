@@ -3,7 +3,8 @@
 file(GLOB orvex_level_sources CONFIGURE_DEPENDS
      src/points/Elementary.cpp
      src/projections/Prj*.cpp
-     src/projections/Conversions.cpp)
+     src/projections/Conversions.cpp
+     src/datum/DatumPoints.cpp)
 
 set(orvex_level_objects)
 set(orvex_level_definition)

@@ -1,19 +1,18 @@
 // DatumDriver - conversion of points from one datum to another by way of WGS 84.
 #include <cfloat>
-#include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
+#include <optional>
 
 #include "datum/DatumCatalogue.h"
-#include "datum/DatumPoint.h"
+#include "datum/DatumStep.h"
 #include "datum/OrvexDatum.h"
 #include "datum/grids/Nadcon.h"
 #include "datum/grids/Ntv2.h"
+#include "datum/grids/Ntv2Shift.h"
 #include "datum/methods/BursaWolf.h"
 #include "datum/methods/Molodensky.h"
 #include "datum/methods/Mre.h"
-#include "math/Normalize.h"
 #include "support/Errors.h"
 #include "support/FpGuard.h"
 #include "support/Log.h"
@@ -29,14 +28,10 @@ enum Line : int {
   kLineNullPoints = 400,
   kLineBadCount = 401,
   kLineBadDatum = 410,
-  kLineNoMemory = 420,
   kLineSourceUnknown = 430,
   kLineDestinationUnknown = 431,
   kLineSourceMethod = 432,
   kLineDestinationMethod = 433,
-  kLineMolodensky = 440,
-  kLineBursaWolf = 441,
-  kLineRegression = 442,
   kLineMethod = 443
 };
 
@@ -59,91 +54,78 @@ void PrepareStep(DatumType datum, DatumRole role, DATUM2WGS84& step) {
   }
 }
 
-bool RunNadcon(DatumType datum, DATUMPOINT* pts, int n) {
-  switch (datum) {
-    case DT_NAD_1927_CONUS_NADCON:
-      return ConvertNadcon("conus", pts, n);
-    case DT_NAD_1927_PUERTO_RICO_AND_VIRGIN_ISLANDS_NADCON:
-      return ConvertNadcon("prvi", pts, n);
-    default:
-      return true;
-  }
-}
-
-bool RunNtv2(DATUMPOINT* pts, int n, Ntv2Direction direction) {
-  const int result = ConvertNtv2(pts, n, direction);
-  if (result == 0) return true;
-  LogPrintf("NTV2 transform failure.\n");
-  if (result == 5) ThrowError(kDatumSource, kLineMethod, kMsgNtv2Open);
-  if (result == 6 || result == 7) ThrowError(kDatumSource, kLineMethod, kMsgNtv2Corrupt);
-  return false;
-}
-
-bool RunStep(DatumType datum, DatumRole role, const DATUM2WGS84& step, DATUMPOINT* pts, int n) {
-  const bool isSource = role == DatumRole::Source;
-  switch (step.Method) {
-    case DM_NOXFORM:
-      return true;
-    case DM_MOLODENSKY:
-      Require(ConvertMolodensky(step, pts, n), kLineMolodensky);
-      return true;
-    case DM_BURSA:
-      Require(ConvertBursaWolf(step, pts, n), kLineBursaWolf);
-      return true;
-    case DM_NTV2:
-      return RunNtv2(pts, n, isSource ? Ntv2Direction::Forward : Ntv2Direction::Inverse);
-    case DM_MRE:
-      Require(isSource, kLineMethod);
-      Require(ConvertMre(datum, pts, n), kLineRegression);
-      return true;
-    case DM_NADCON:
-      Require(isSource, kLineMethod);
-      return RunNadcon(datum, pts, n);
-    default:
-      Assert(kDatumSource, kLineMethod);
-  }
-}
-
-// ---- what is done to every point before and after ----
-
-/// The full turn taken off each point's longitude: x of the pair; zero-filled, on the C heap.
-struct FreeMemory {
-  void operator()(void* memory) const noexcept { std::free(memory); }
-};
-using Scratch = std::unique_ptr<DATUMPOINT[], FreeMemory>;
-
-/// Marks both coordinates when one cannot be used.
-DATUMPOINT Screened(const DATUMPOINT& p) {
-  return std::isfinite(p.x) && std::isfinite(p.y) ? p : DATUMPOINT{DBL_MAX, DBL_MAX};
-}
-
-/// Screens and normalises the points and brings their longitudes into -180 to 180. Answers whether any is unplottable.
-bool Enter(DATUMPOINT* pts, DATUMPOINT* turns, int n) {
-  bool unplottable = false;
-  for (int i = 0; i < n; ++i) {
-    DATUMPOINT p = Screened(pts[i]);
-    unplottable |= IsUnplottable(p);
-    p = {NormalizeLon(p.x), NormalizeLat(p.y)};
-    if (p.x != DBL_MAX && std::fabs(p.x) > 180) {
-      const double turn = std::copysign(360.0, p.x);
-      turns[i].x = turn;
-      p.x -= turn;
+/// A step of a conversion, with what it needs for the time of the call. Everything that can fail does so here, before a
+/// point is touched.
+class PreparedStep {
+ public:
+  /// False for a failure that raises nothing.
+  bool Prepare(DatumType datum, DatumRole role, const DATUM2WGS84& step) {
+    const bool isSource = role == DatumRole::Source;
+    switch (step.Method) {
+      case DM_NOXFORM:
+        return true;
+      case DM_MOLODENSKY:
+        m_step = {StepKind::Molodensky, &m_molodensky.emplace(step)};
+        return true;
+      case DM_BURSA:
+        m_step = {StepKind::BursaWolf, &m_bursaWolf.emplace(step)};
+        return true;
+      case DM_NTV2:
+        return PrepareNtv2(isSource ? StepKind::Ntv2Forward : StepKind::Ntv2Inverse);
+      case DM_MRE:
+        Require(isSource, kLineMethod);
+        if (const MreDatum* equations = FindMre(datum)) m_step = {StepKind::Regression, equations};
+        return true;
+      case DM_NADCON:
+        Require(isSource, kLineMethod);
+        PrepareNadcon(datum);
+        return true;
+      default:
+        Assert(kDatumSource, kLineMethod);
     }
-    pts[i] = p;
   }
-  return unplottable;
+
+  const DatumStep& Step() const { return m_step; }
+
+ private:
+  void PrepareNadcon(DatumType datum) {
+    if (datum == DT_NAD_1927_CONUS_NADCON) m_nadcon.emplace("conus");
+    if (datum == DT_NAD_1927_PUERTO_RICO_AND_VIRGIN_ISLANDS_NADCON) m_nadcon.emplace("prvi");
+    if (m_nadcon) m_step = {StepKind::Nadcon, &*m_nadcon};
+  }
+
+  bool PrepareNtv2(StepKind kind) {
+    const int result = LoadNtv2(m_grid);
+    if (result == 0) {
+      m_ntv2.grid = m_grid.get();
+      m_step = {kind, &m_ntv2};
+      return true;
+    }
+    LogPrintf("NTV2 transform failure.\n");
+    if (result == 5) ThrowError(kDatumSource, kLineMethod, kMsgNtv2Open);
+    if (result == 6 || result == 7) ThrowError(kDatumSource, kLineMethod, kMsgNtv2Corrupt);
+    return false;
+  }
+
+  DatumStep m_step;
+  std::optional<Molodensky> m_molodensky;
+  std::optional<BursaWolf> m_bursaWolf;
+  std::optional<NadconGrid> m_nadcon;
+  std::shared_ptr<const Ntv2Grid> m_grid;
+  Ntv2Step m_ntv2{};
+};
+
+bool NeedsGrid(const DATUM2WGS84& step) {
+  return step.Method == DM_NADCON || step.Method == DM_NTV2;
 }
 
-/// Screens the results, puts the full turns back and normalises once more. Answers whether any point is unplottable.
-bool Leave(DATUMPOINT* pts, const DATUMPOINT* turns, int n) {
-  bool unplottable = false;
+/// Whether a point is unplottable as it stands.
+bool AnyUnplottable(const DATUMPOINT* pts, int n) {
   for (int i = 0; i < n; ++i) {
-    DATUMPOINT p = Screened(pts[i]);
-    unplottable |= IsUnplottable(p);
-    if (p.x != DBL_MAX) p.x += turns[i].x;
-    pts[i] = {NormalizeLon(p.x), NormalizeLat(p.y)};
+    const double x = pts[i].x, y = pts[i].y;
+    if (!IsFinite(x) || !IsFinite(y) || x == DBL_MAX || y == DBL_MAX) return true;
   }
-  return unplottable;
+  return false;
 }
 
 bool IsDatumOrCount(DatumType datum) {
@@ -166,19 +148,19 @@ bool DatConvertDatum(void* handle, DATUMPOINT* pts, int n) {
   auto* record = static_cast<DATUMXFORM*>(handle);
   DATUMXFORM work = *record;
   Require(IsDatumOrCount(work.SrcDatum) && IsDatumOrCount(work.DestDatum), kLineBadDatum);
-  const Scratch turns(static_cast<DATUMPOINT*>(std::calloc(static_cast<std::size_t>(n), sizeof(DATUMPOINT))));
-  Require(turns != nullptr, kLineNoMemory);
   record->bUnplottable = false;
   if (work.SrcDatum == work.DestDatum && work.SrcDatum != DT_USER_DEFINED) return true;
 
   PrepareStep(work.SrcDatum, DatumRole::Source, work.Step1);
   PrepareStep(work.DestDatum, DatumRole::Destination, work.Step2);
-  if (Enter(pts, turns.get(), n)) record->bUnplottable = true;
+  // Told even where a grid then cannot be used; else it comes with the conversion.
+  if (NeedsGrid(work.Step1) || NeedsGrid(work.Step2)) record->bUnplottable = AnyUnplottable(pts, n);
   LogPrintf("Initiating transform.\n");
   if (LogEnabled()) DumpXform(&work);
-  if (!RunStep(work.SrcDatum, DatumRole::Source, work.Step1, pts, n)) return false;
-  if (!RunStep(work.DestDatum, DatumRole::Destination, work.Step2, pts, n)) return false;
-  if (Leave(pts, turns.get(), n)) record->bUnplottable = true;
+  PreparedStep first, second;
+  if (!first.Prepare(work.SrcDatum, DatumRole::Source, work.Step1)) return false;
+  if (!second.Prepare(work.DestDatum, DatumRole::Destination, work.Step2)) return false;
+  if (ActiveDatumOperations().convert(ViewOf(pts), n, first.Step(), second.Step())) record->bUnplottable = true;
   return true;
 }
 

@@ -30,4 +30,13 @@ inline double NormalizeLat(double y) {
   return y < -90 ? -180 - y : y;
 }
 
+/// Both for positions of which some need it.
+template <class T>
+[[gnu::noinline]] void NormalizeEach(T& lon, T& lat) {
+  for (int i = 0; i < kLaneCount<T>; ++i) {
+    Put(lon, i, NormalizeLon(Get(lon, i)));
+    Put(lat, i, NormalizeLat(Get(lat, i)));
+  }
+}
+
 }  // namespace orvex::detail::ORVEX_LEVEL

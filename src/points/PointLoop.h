@@ -84,6 +84,13 @@ ORVEX_INLINE bool IsMarked(double x, double y) {
   return x == DBL_MAX || y == DBL_MAX;
 }
 
+/// Marks a point of which a coordinate is not finite, and takes note of it.
+ORVEX_INLINE void Screen(double& x, double& y, bool& flagged) {
+  if (IsFinite(x) && IsFinite(y)) return;
+  x = y = DBL_MAX;
+  flagged = true;
+}
+
 // Neighbouring records to lanes and back: x0 y0 x1 y1 ... becomes two vectors. The lanes hold the points in whatever
 // order costs least; the same shuffle brings them back.
 

@@ -38,13 +38,6 @@ ORVEX_INLINE double UnlessMarker(double value, const Operation& operation) {
   return value == DBL_MAX ? value : operation(value);
 }
 
-/// Marks a point of which a coordinate is not finite, and takes note of it.
-ORVEX_INLINE void Screen(double& x, double& y, bool& flagged) {
-  if (IsFinite(x) && IsFinite(y)) return;
-  x = y = DBL_MAX;
-  flagged = true;
-}
-
 // Both stages do in a conversion what the driver has to do around it; without steps they hand the points over as they
 // are, radians and unscaled coordinates about the natural origin.
 
@@ -139,19 +132,12 @@ class FromMap {
     plottable = plottable & IsFinite(p.x) & IsFinite(p.y);
     p.x = RadToDeg(Select(plottable, p.x, Real(0)));
     p.y = RadToDeg(Select(plottable, p.y, Real(0)));
-    if (!All(IsOnGlobe(p.x, p.y))) Normalize(p);
+    if (!All(IsOnGlobe(p.x, p.y))) NormalizeEach(p.x, p.y);
   }
 
  private:
   /// 0 where nothing is taken off: x - 0 is x, whatever its sign.
   double Moved(double origin) const { return m_moves ? origin : 0.0; }
-
-  [[gnu::noinline]] static void Normalize(Point<Real>& p) {
-    for (int i = 0; i < kWidth; ++i) {
-      Put(p.x, i, NormalizeLon(Get(p.x, i)));
-      Put(p.y, i, NormalizeLat(Get(p.y, i)));
-    }
-  }
 
   DriverSteps m_steps;
   bool m_bare, m_moves, m_scales;

@@ -2,6 +2,8 @@
 // table.
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "projections/ProjectionTable.h"
 
 namespace orvex::detail {
@@ -29,7 +31,7 @@ PROJDATA SphereAt40() {
 TEST(BandModules, DomainIsTheOpenBand) {
   const PROJDATA rec = SphereAt40();
   for (const Case& c : kCases) {
-    const DomainOperation inDomain = FindRow(c.type)->inDomain;
+    DomainFunction* const inDomain = FindRow(c.type)->inDomain;
     const double west = c.lon0 - c.halfWidth, east = c.lon0 + c.halfWidth;
     const struct {
       double x, y;
@@ -49,7 +51,7 @@ TEST(BandModules, DomainIsTheOpenBand) {
 TEST(BandModules, ObjectsAtTheEdgeAreRepeated) {
   const PROJDATA rec = SphereAt40();
   for (const Case& c : kCases) {
-    const OffsetOperation offset = FindRow(c.type)->offsetSplit;
+    OffsetFunction* const offset = FindRow(c.type)->offsetSplit;
     const struct {
       double x1, x2, dx;  // longitudes from the centre, and the first offset
     } objects[] = {{-180, 20, 360}, {-179.9, 180, -360}, {-190, 190, 360}, {-179.9, 179.9, 0}, {0, DBL_MAX, -360}};

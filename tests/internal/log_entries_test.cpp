@@ -17,7 +17,7 @@
 #include <orvex/orvex_c.h>
 #include <shr/exception.h>
 
-#include "datum/grids/Ntv2Store.h"
+#include "datum/grids/Ntv2.h"
 #include "support/GridFiles.h"
 #include "support/Log.h"
 

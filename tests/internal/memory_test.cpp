@@ -17,7 +17,7 @@
 #include <shr/image_registration.h>
 
 #include "Faults.h"
-#include "datum/grids/Ntv2Store.h"
+#include "datum/grids/Ntv2.h"
 #include "support/Errors.h"
 #include "support/GridFiles.h"
 #include "support/Log.h"

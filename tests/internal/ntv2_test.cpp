@@ -11,7 +11,6 @@
 #include <thread>
 
 #include "datum/grids/Ntv2Grid.h"
-#include "datum/grids/Ntv2Store.h"
 #include "shr/exception.h"
 #include "support/GridFiles.h"
 

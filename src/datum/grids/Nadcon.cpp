@@ -1,4 +1,4 @@
-// DtmNadcon - NAD 27 to NAD 83 by a pair of NADCON grid files.
+// Nadcon - NAD 27 to NAD 83 by a pair of NADCON grid files.
 // Format and bilinear interpolation: NOAA Technical Memorandum NOS NGS-50 (1990). Little-endian records of NC + 1
 // four-byte words; record 0 is the header, record r holds row r, its word 0 is a dummy and its word c the node of
 // column c. Fixed on purpose: the .LAS value moves the longitude and the .LOS value the latitude, both added;
@@ -12,9 +12,10 @@
 #include <optional>
 #include <string>
 
-#include "datum/DatumPoint.h"
+#include "datum/DatumStep.h"
 #include "datum/grids/GridBytes.h"
 #include "datum/grids/Nadcon.h"
+#include "datum/grids/NadconShift.h"
 #include "platform/Platform.h"
 #include "support/Errors.h"
 #include "support/Log.h"
@@ -97,59 +98,74 @@ std::optional<Header> ReadHeader(WordFile& file) {
   return Header{integer(64), integer(68), real(76), real(80), real(84), real(88)};
 }
 
-// Where a point lies: the cell's south-west word and the place within the cell.
-struct Cell {
-  std::uint64_t south, north;  // words of the western nodes
-  double fx, fy;
+// Where a point lies: the words of the cell's western nodes.
+struct Words {
+  std::uint64_t south, north;
 };
 
-bool FindCell(const Header& grid, const DATUMPOINT& p, Cell& cell) {
-  const double column = (p.x - grid.xMin) / grid.dx + 1;
-  const double row = (p.y - grid.yMin) / grid.dy + 1;
+bool FindCell(const Header& grid, double x, double y, Words& words, NadconCell& cell) {
+  const double column = (x - grid.xMin) / grid.dx + 1;
+  const double row = (y - grid.yMin) / grid.dy + 1;
   // Truncated indexes from 0 up to the count, tested before truncating so that no number, NaN included, overflows.
   if (!(column > -1 && column < grid.columns && row > -1 && row < grid.rows)) return false;
   const auto c = static_cast<std::int32_t>(column), r = static_cast<std::int32_t>(row);
   if (c >= grid.columns || r >= grid.rows) return false;  // a grid without columns or rows
   const std::uint64_t record = static_cast<std::uint64_t>(grid.columns) + 1;
-  cell.south = record * static_cast<std::uint64_t>(r) + static_cast<std::uint64_t>(c);
-  cell.north = cell.south + record;
+  words.south = record * static_cast<std::uint64_t>(r) + static_cast<std::uint64_t>(c);
+  words.north = words.south + record;
   cell.fx = column - c;
   cell.fy = row - r;
   return true;
 }
 
-// Shift of a cell in degrees; false when the file does not hold all four nodes.
-bool Interpolate(WordFile& file, const Cell& cell, double& degrees) {
-  double a, b, c, d;
-  if (!file.Pair(cell.south, a, b) || !file.Pair(cell.north, c, d)) return false;
-  const double fx = cell.fx, fy = cell.fy;
-  degrees = (a * (1 - fx) * (1 - fy) + b * fx * (1 - fy) + c * (1 - fx) * fy + d * fx * fy) / 3600;
-  return true;
+// The four nodes of a cell; false when the file does not hold them all.
+bool Load(WordFile& file, const Words& words, GridNodes& nodes) {
+  return file.Pair(words.south, nodes.southWest, nodes.southEast) &&
+         file.Pair(words.north, nodes.northWest, nodes.northEast);
 }
 
 }  // namespace
 
-bool ConvertNadcon(const char* region, DATUMPOINT* pts, int n) try {
+class NadconGrid::Files {
+ public:
+  Files(const std::string& lasPath, const std::string& losPath) : las(lasPath), los(losPath) {}
+
+  WordFile las, los;
+  std::optional<Header> header;
+};
+
+NadconGrid::NadconGrid(const char* region) try {
   Trace("----------------NADCON--------------\n");
   const std::string stem = platform::ExecutableDirectory() + region;
   const std::string lasPath = stem + ".LAS", losPath = stem + ".LOS";
-  WordFile las(lasPath), los(losPath);
-  if (!las.IsOpen() || !los.IsOpen()) {
+  m_files = std::make_unique<Files>(lasPath, losPath);
+  if (!m_files->las.IsOpen() || !m_files->los.IsOpen()) {
     Trace("Failed opening grid files (%s and %s)\n", lasPath.c_str(), losPath.c_str());
     Assert("DtmNadcon", kMissingFileLine);
   }
-  const std::optional<Header> grid = ReadHeader(las);  // the .LOS file is taken to have the same header
-  if (!grid) return true;                              // no node at all: every point lies outside
-  for (int i = 0; i < n; ++i) {
-    DATUMPOINT p = pts[i];
-    Cell cell;
-    double dx, dy;
-    if (IsUnplottable(p) || !FindCell(*grid, p, cell)) continue;
-    if (Interpolate(las, cell, dx) && Interpolate(los, cell, dy)) pts[i] = {p.x + dx, p.y + dy};
-  }
-  return true;
+  m_files->header = ReadHeader(m_files->las);  // the .LOS file is taken to have the same one
 } catch (const std::bad_alloc&) {
   ThrowError("DtmNadcon", kNoMemoryLine, kMsgOutOfMemory);
+}
+
+NadconGrid::~NadconGrid() = default;
+
+bool NadconGrid::Find(double x, double y, NadconCell& cell) const try {
+  Words words;
+  if (!m_files->header || !FindCell(*m_files->header, x, y, words, cell)) return false;
+  return Load(m_files->las, words, cell.las) && Load(m_files->los, words, cell.los);
+} catch (const std::bad_alloc&) {
+  ThrowError("DtmNadcon", kNoMemoryLine, kMsgOutOfMemory);
+}
+
+bool FindNadconCell(const NadconGrid& grid, double x, double y, NadconCell& cell) {
+  return grid.Find(x, y, cell);
+}
+
+bool ConvertNadcon(const char* region, DATUMPOINT* pts, int n) {
+  const NadconGrid grid(region);
+  ActiveDatumOperations().shift(ViewOf(pts), n, {StepKind::Nadcon, &grid});
+  return true;
 }
 
 }  // namespace orvex::detail

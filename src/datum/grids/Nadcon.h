@@ -1,13 +1,31 @@
 // Nadcon - shifts from NAD 27 to NAD 83 by a pair of NADCON grid files beside the host's executable.
 #pragma once
 
+#include <memory>
+
 #include <orvex/datum.h>
 
 namespace orvex::detail {
 
-/// Shifts n points (degrees) in place by the files "<region>.LAS" and "<region>.LOS"; points outside the grid and
-/// points that hold DBL_MAX stay as they are. Asserts from `DtmNadcon` when a file cannot be opened; false when the
-/// grids cannot be used.
+struct NadconCell;
+
+/// The files "<region>.LAS" and "<region>.LOS" for the time of a call. Asserts from `DtmNadcon` when one cannot be
+/// opened.
+class NadconGrid {
+ public:
+  explicit NadconGrid(const char* region);
+  ~NadconGrid();
+
+  /// The cell that holds a point (degrees); false for a point outside the grid.
+  bool Find(double x, double y, NadconCell& cell) const;
+
+ private:
+  class Files;
+  std::unique_ptr<Files> m_files;
+};
+
+/// Shifts n points (degrees) in place; points outside the grid and points that hold DBL_MAX stay as they are. Always
+/// true.
 bool ConvertNadcon(const char* region, DATUMPOINT* pts, int n);
 
 }  // namespace orvex::detail

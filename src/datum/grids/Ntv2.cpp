@@ -1,26 +1,18 @@
-// Ntv2 - the NTv2 step: the grid file, loaded on first use and kept for the life of the process, and the shift of
-// points.
+// Ntv2 - the grid file of the NTv2 step, loaded on first use and kept for the life of the process.
 #include "datum/grids/Ntv2.h"
 
-#include <cfloat>
-#include <cmath>
 #include <memory>
 #include <mutex>
 #include <new>
 #include <string>
 
-#include "datum/DatumPoint.h"
+#include "datum/DatumStep.h"
 #include "datum/grids/Ntv2Grid.h"
-#include "datum/grids/Ntv2Store.h"
 #include "platform/Platform.h"
 
 namespace orvex::detail {
 
 namespace {
-
-constexpr double kDegreesPerRadian = 57.29577951308232;
-constexpr double kConverged = 1e-12;  // radians: 6 micrometres on the ground
-constexpr int kMaxRounds = 11;        // the last one marks the point, however small its correction was
 
 // The one grid of the process. A failed load leaves it as it was, so that the next call tries again.
 class GridStore {
@@ -55,57 +47,25 @@ GridStore& Store() {
   return store;
 }
 
-using Position = Ntv2Grid::Position;
-
-void ShiftForward(const Ntv2Grid& grid, Ntv2Grid::Hint& hint, Position& p) {
-  Position shift;
-  if (grid.ShiftAt(p, hint, shift)) p = {p.west + shift.west, p.north + shift.north};
-}
-
-// Solves the forward relation by fixed-point iteration from the shift applied backwards once. One coordinate at rest is
-// enough to stop; an estimate that leaves the grid stands. False when the point must be marked.
-bool ShiftInverse(const Ntv2Grid& grid, Ntv2Grid::Hint& hint, Position& p) {
-  const Position target = p;
-  Position shift;
-  if (!grid.ShiftAt(target, hint, shift)) return true;
-  p = {target.west - shift.west, target.north - shift.north};
-  for (int round = 1; round < kMaxRounds; ++round) {
-    if (!grid.ShiftAt(p, hint, shift)) return true;
-    const Position correction{target.west - (p.west + shift.west), target.north - (p.north + shift.north)};
-    p = {p.west + correction.west, p.north + correction.north};
-    if (std::fabs(correction.west) <= kConverged || std::fabs(correction.north) <= kConverged) return true;
-  }
-  return false;
-}
-
 }  // namespace
 
 void SetNtv2Path(const char* path) {
   Store().SetPath(path);
 }
 
-int ConvertNtv2(DATUMPOINT* pts, int n, Ntv2Direction direction) try {
-  std::shared_ptr<const Ntv2Grid> grid;
-  const Ntv2Status status = Store().Get(grid);
-  if (status != Ntv2Status::Ok) return static_cast<int>(status);
-  Ntv2Grid::Hint hint = 0;
-  for (int i = 0; i < n; ++i) {
-    const DATUMPOINT point = pts[i];
-    if (IsUnplottable(point)) continue;
-    Position p{-(point.x * kRadiansPerDegree), point.y * kRadiansPerDegree};
-    bool plottable = true;
-    if (direction == Ntv2Direction::Forward) {
-      ShiftForward(*grid, hint, p);
-    } else {
-      plottable = ShiftInverse(*grid, hint, p);
-    }
-    // A point outside the grid takes the way through radians as well.
-    pts[i] =
-        plottable ? DATUMPOINT{-p.west * kDegreesPerRadian, p.north * kDegreesPerRadian} : DATUMPOINT{DBL_MAX, DBL_MAX};
-  }
-  return static_cast<int>(Ntv2Status::Ok);
+int LoadNtv2(std::shared_ptr<const Ntv2Grid>& grid) try {
+  return static_cast<int>(Store().Get(grid));
 } catch (const std::bad_alloc&) {
   return static_cast<int>(Ntv2Status::NoMemory);
+}
+
+int ConvertNtv2(DATUMPOINT* pts, int n, Ntv2Direction direction) {
+  std::shared_ptr<const Ntv2Grid> grid;
+  if (const int result = LoadNtv2(grid); result != 0) return result;
+  const Ntv2Step step{grid.get()};
+  ActiveDatumOperations().shift(
+      ViewOf(pts), n, {direction == Ntv2Direction::Forward ? StepKind::Ntv2Forward : StepKind::Ntv2Inverse, &step});
+  return 0;
 }
 
 }  // namespace orvex::detail

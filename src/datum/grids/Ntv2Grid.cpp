@@ -6,36 +6,36 @@
 
 namespace orvex::detail {
 
-namespace {
-
-constexpr double kRadiansPerSecond = kRadiansPerDegree / 3600;
-
-}  // namespace
-
-bool Ntv2Grid::ShiftAt(const Position& point, Hint& hint, Position& shift) const {
+Ntv2Cell Ntv2Grid::CellAt(const Position& point, Hint& hint) const {
   std::size_t index = hint;
   if (index >= m_grids.size() || !m_grids[index].decisive || !m_grids[index].Holds(point)) {
     index = Find(point);
-    if (index == kNone) return false;
+    if (index == kNone) return {};
     hint = index;
   }
-  shift = m_grids[index].ShiftAt(point);
-  return true;
+  return m_grids[index].CellAt(point);
 }
 
-Ntv2Grid::Position Ntv2Grid::SubGrid::ShiftAt(const Position& p) const {
+Ntv2Cell FindNtv2Cell(const Ntv2Step& step, double west, double north) {
+  return step.grid->CellAt({west, north}, step.hint);
+}
+
+bool Ntv2Grid::ShiftAt(const Position& point, Hint& hint, Position& shift) const {
+  const Ntv2Step step{this, hint};
+  bool found = false;
+  const auto [west, north] = detail::ShiftAt<double>(step, {point.west, point.north}, true, found);
+  if (found) shift = {west, north};
+  hint = step.hint;
+  return found;
+}
+
+Ntv2Cell Ntv2Grid::SubGrid::CellAt(const Position& p) const {
   const double x = (p.west - east) * columnsPerRadian, y = (p.north - south) * rowsPerRadian;
   const std::int32_t c = std::min(static_cast<std::int32_t>(x), columns - 2);  // one less on a closing edge
   const std::int32_t r = std::min(static_cast<std::int32_t>(y), rows - 2);
-  const double fx = x - c, fy = y - r;
-  const Node* southern =
+  const Ntv2Node* southern =
       &nodes[static_cast<std::size_t>(r) * static_cast<std::size_t>(columns) + static_cast<std::size_t>(c)];
-  const Node* northern = southern + columns;
-  const auto bilinear = [fx, fy](double a, double b, double c0, double d) {
-    return (a + (b - a) * fx + (c0 - a) * fy + (a - b - c0 + d) * fx * fy) * kRadiansPerSecond;
-  };
-  return {bilinear(southern[0].west, southern[1].west, northern[0].west, northern[1].west),
-          bilinear(southern[0].north, southern[1].north, northern[0].north, northern[1].north)};
+  return {x - c, y - r, southern, southern + columns};
 }
 
 // Southern and eastern edges are a sub-grid's own; the closing edges count only where no other sub-grid takes the

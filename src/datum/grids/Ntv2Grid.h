@@ -7,17 +7,14 @@
 #include <string>
 #include <vector>
 
-namespace orvex::detail {
+#include "datum/grids/Ntv2Shift.h"
 
-/// The factor by which points become radians; limits of grids take the same way, so that a point on an edge meets it
-/// exactly.
-inline constexpr double kRadiansPerDegree = 0.017453292519943295;
+namespace orvex::detail {
 
 /// Outcomes of loading a grid and of shifting a point; the numbers are those that the datum driver understands.
 enum class Ntv2Status : int {
   Ok = 0,
   NoMemory = 1,
-  Outside = 4,  ///< the point lies in no sub-grid
   CannotOpen = 5,
   BadHeader = 6,  ///< not an NTv2 file, or an overview header that cannot be used
   Corrupt = 7     ///< sub-grids that contradict themselves, each other or the size of the file
@@ -39,6 +36,8 @@ class Ntv2Grid {
   /// a failure the grid is empty: every point lies outside.
   Ntv2Status Read(std::istream& in);
 
+  /// The cell that holds a point of the source system.
+  Ntv2Cell CellAt(const Position& point, Hint& hint) const;
   /// Shift at a point of the source system; false when the point lies in no sub-grid.
   bool ShiftAt(const Position& point, Hint& hint, Position& shift) const;
 
@@ -47,14 +46,11 @@ class Ntv2Grid {
  private:
   class Reader;
 
-  struct Node {
-    float north, west;  // seconds
-  };
   struct SubGrid {
     double south, north, east, west;         // limits
     double rowsPerRadian, columnsPerRadian;  // reciprocal spacings
     std::int32_t rows, columns;              // at least 2 each
-    std::vector<Node> nodes;                 // from the south-east corner, row by row, each from east to west
+    std::vector<Ntv2Node> nodes;             // from the south-east corner, row by row, each from east to west
     std::vector<std::uint32_t> children;     // in file order
     bool decisive = false;                   // holding a point settles the choice: see MarkDecisive
 
@@ -64,7 +60,7 @@ class Ntv2Grid {
     bool HoldsClosed(const Position& p) const {
       return p.north >= south && p.north <= north && p.west >= east && p.west <= west;
     }
-    Position ShiftAt(const Position& p) const;
+    Ntv2Cell CellAt(const Position& p) const;
   };
 
   static constexpr std::size_t kNone = static_cast<std::size_t>(-1);

@@ -28,7 +28,7 @@ std::string Text(const HeaderBytes& header, std::size_t record) {
 }
 
 double FromSeconds(double seconds) {
-  return seconds / 3600 * kRadiansPerDegree;
+  return seconds / 3600 * kNtv2RadiansPerDegree;
 }
 
 // Nodes along one side, 0 when limits and spacing make no grid.
@@ -116,7 +116,7 @@ class Ntv2Grid::Reader {
   }
 
   // The accuracies in each record's second half are not kept.
-  bool ReadNodes(std::vector<Node>& nodes, std::size_t count) {
+  bool ReadNodes(std::vector<Ntv2Node>& nodes, std::size_t count) {
     if (count > nodes.max_size()) throw std::bad_alloc();
     nodes.reserve(count);
     std::array<unsigned char, 1024 * kRecord> block;
@@ -125,7 +125,7 @@ class Ntv2Grid::Reader {
       if (!ReadBytes(block.data(), records * kRecord)) return false;
       for (std::size_t i = 0; i < records; ++i) {
         const unsigned char* record = &block[kRecord * i];
-        const Node node{LoadFloat(record, m_order), LoadFloat(record + 4, m_order)};
+        const Ntv2Node node{LoadFloat(record, m_order), LoadFloat(record + 4, m_order)};
         if (!std::isfinite(node.north) || !std::isfinite(node.west)) return false;
         nodes.push_back(node);
       }

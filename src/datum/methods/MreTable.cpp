@@ -10,6 +10,8 @@
 //     at Old Crow (against NADCON) and by 2.1 km at St John's; with 0.04828 the three agree within 4 m.
 #include "datum/methods/MreTable.h"
 
+#include <initializer_list>
+
 namespace orvex::detail {
 
 namespace {
@@ -162,8 +164,9 @@ constexpr MreDatum kMreDatums[] = {
 
 constexpr bool PowersInRange() {
   for (const MreDatum& datum : kMreDatums) {
-    for (const auto& equation : {datum.lat, datum.lon}) {
-      for (const MreTerm& term : equation) {
+    for (const MreEquation& equation : {datum.lat, datum.lon}) {
+      for (int i = 0; i < equation.count; ++i) {
+        const MreTerm& term = equation.terms[i];
         if (term.i > kMreHighestPower || term.j > kMreHighestPower) return false;
       }
     }

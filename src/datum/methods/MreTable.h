@@ -1,8 +1,8 @@
 // MreTable - multiple regression equations from a local datum to WGS 84.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <span>
 
 namespace orvex::detail {
 
@@ -14,11 +14,19 @@ struct MreTerm {
   double c;
 };
 
+struct MreEquation {
+  const MreTerm* terms;
+  int count;
+
+  template <std::size_t kCount>
+  constexpr MreEquation(const MreTerm (&all)[kCount]) : terms(all), count(static_cast<int>(kCount)) {}
+};
+
 /// Equations of one datum: shifts in arcseconds as sums of terms in U = K (lat - latC) and V = K (lon - lonC), degrees.
 struct MreDatum {
   int number;
   double latC, lonC, K;
-  std::span<const MreTerm> lat, lon;
+  MreEquation lat, lon;
 };
 
 /// The equations of a datum; null when it has none.

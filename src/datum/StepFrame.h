@@ -1,7 +1,5 @@
-// DatumPoint - what the steps share: the marker test and the two ellipsoids of a step.
+// StepFrame - what the parametric steps share: the two ellipsoids of a step.
 #pragma once
-
-#include <cfloat>
 
 #include <orvex/datum.h>
 
@@ -9,10 +7,6 @@
 #include "support/Flag.h"
 
 namespace orvex::detail {
-
-inline bool IsUnplottable(const DATUMPOINT& p) {
-  return p.x == DBL_MAX || p.y == DBL_MAX;
-}
 
 /// Semi-major axis in metres and flattening f.
 struct Ellipsoid {

@@ -1,0 +1,86 @@
+// DatumPoints - datum conversions of points, once for each instruction set.
+#include "datum/DatumStep.h"
+#include "datum/grids/NadconShift.h"
+#include "datum/grids/Ntv2Shift.h"
+#include "datum/methods/BursaWolf.h"
+#include "datum/methods/Molodensky.h"
+#include "datum/methods/Mre.h"
+#include "math/Normalize.h"
+#include "points/PointLoop.h"
+
+namespace orvex::detail::ORVEX_LEVEL {
+
+namespace {
+
+template <class Prepared>
+const Prepared& Of(const DatumStep& step) {
+  return *static_cast<const Prepared*>(step.prepared);
+}
+
+/// Runs a step over a block and answers which of its points can be plotted.
+MaskOf<Real> RunStep(const DatumStep& step, Point<Real>& p) {
+  switch (step.kind) {
+    case StepKind::Molodensky:
+      Shift(Of<Molodensky>(step), p);
+      break;
+    case StepKind::BursaWolf:
+      Shift(Of<BursaWolf>(step), p);
+      break;
+    case StepKind::Regression:
+      Shift(Of<MreDatum>(step), p);
+      break;
+    case StepKind::Nadcon:
+      Shift(Of<NadconGrid>(step), p);
+      break;
+    case StepKind::Ntv2Forward:
+      ShiftForward(Of<Ntv2Step>(step), p);
+      break;
+    case StepKind::Ntv2Inverse:
+      return ShiftInverse(Of<Ntv2Step>(step), p);
+    case StepKind::Nothing:
+      break;
+  }
+  return Yes<Real>();
+}
+
+/// What is done to every point before and after the steps.
+struct OnGlobe {
+  ORVEX_INLINE MaskOf<Real> IsPlain(const Point<Real>& p) const { return IsOnGlobe(p.x, p.y); }
+  ORVEX_INLINE void Enter(Point<Real>&) const {}
+  bool EnterOne(double& x, double& y, bool& flagged) const {
+    Screen(x, y, flagged);
+    if (IsMarked(x, y)) flagged = true;
+    x = NormalizeLon(x);
+    y = NormalizeLat(y);
+    return !IsMarked(x, y);
+  }
+  ORVEX_INLINE void Leave(Point<Real>& p, MaskOf<Real>& plottable) const {
+    plottable = plottable & IsFinite(p.x) & IsFinite(p.y);
+    p.x = Select(plottable, p.x, Real(0));
+    p.y = Select(plottable, p.y, Real(0));
+    if (!All(IsOnGlobe(p.x, p.y))) NormalizeEach(p.x, p.y);
+  }
+};
+
+bool Convert(const PointView& points, int count, const DatumStep& first, const DatumStep& second) {
+  const auto operation = [&](Point<Real>& p) -> Plot<Real> {
+    const Real turn = Select(Abs(p.x) > Real(180), CopySign(Real(360), p.x), Real(0));
+    p.x = p.x - turn;
+    const MaskOf<Real> plottable = RunStep(first, p);
+    const MaskOf<Real> both = plottable & RunStep(second, p);
+    p.x = p.x + turn;
+    return both;
+  };
+  return ConvertPoints(points, count, OnGlobe{}, operation, "OrvexDatum");
+}
+
+void ShiftAlone(const PointView& points, int count, const DatumStep& step) {
+  ConvertPoints(
+      points, count, AsTheyAre{}, [&](Point<Real>& p) -> Plot<Real> { return RunStep(step, p); }, "OrvexDatum");
+}
+
+}  // namespace
+
+const DatumOperations kDatumOperations{Convert, ShiftAlone};
+
+}  // namespace orvex::detail::ORVEX_LEVEL

@@ -1,0 +1,36 @@
+// DatumStep - one step of a datum conversion, ready to run over points.
+#pragma once
+
+#include "points/Level.h"
+#include "points/PointView.h"
+
+namespace orvex::detail {
+
+enum class StepKind { Nothing, Molodensky, BursaWolf, Regression, Nadcon, Ntv2Forward, Ntv2Inverse };
+
+/// What runs, and what it was prepared from: a Molodensky, a BursaWolf, an MreDatum, a NadconGrid or an Ntv2Grid, which
+/// must outlive it.
+struct DatumStep {
+  StepKind kind = StepKind::Nothing;
+  const void* prepared = nullptr;
+};
+
+/// Takes points (degrees) through both steps in place: screened, normalised, longitudes within +-180 for the steps, and
+/// all of it once more afterwards. Answers whether a point is unplottable, before or after.
+using ConvertByDatum = bool(const PointView& points, int count, const DatumStep& first, const DatumStep& second);
+/// Takes points through one step and nothing else; what holds a marker stays as it is.
+using ShiftByDatum = void(const PointView& points, int count, const DatumStep& step);
+
+struct DatumOperations {
+  ConvertByDatum* convert;
+  ShiftByDatum* shift;
+};
+
+namespace ORVEX_LEVEL {
+extern const DatumOperations kDatumOperations;
+}
+
+/// Those of the instruction set in use.
+const DatumOperations& ActiveDatumOperations();
+
+}  // namespace orvex::detail

@@ -1,0 +1,53 @@
+// NadconShift - bilinear interpolation between the nodes of a NADCON grid.
+#pragma once
+
+#include "points/PointLoop.h"
+
+namespace orvex::detail {
+
+class NadconGrid;
+
+/// Values at the corners of a cell, arcseconds.
+struct GridNodes {
+  double southWest, southEast, northWest, northEast;
+};
+
+/// A cell, and the place of a point within it.
+struct NadconCell {
+  double fx, fy;
+  GridNodes las, los;
+};
+
+/// NadconGrid::Find; here so that sources of the point core need no more of the grid.
+bool FindNadconCell(const NadconGrid& grid, double x, double y, NadconCell& cell);
+
+namespace ORVEX_LEVEL {
+
+/// Shift in degrees by one of the two files.
+template <class T>
+ORVEX_INLINE T Interpolate(const NadconCell (&cells)[kLaneCount<T>], GridNodes NadconCell::*which, T fx, T fy) {
+  const T a = Gather<T>([&](int i) { return (cells[i].*which).southWest; });
+  const T b = Gather<T>([&](int i) { return (cells[i].*which).southEast; });
+  const T c = Gather<T>([&](int i) { return (cells[i].*which).northWest; });
+  const T d = Gather<T>([&](int i) { return (cells[i].*which).northEast; });
+  return (a * (1 - fx) * (1 - fy) + b * fx * (1 - fy) + c * (1 - fx) * fy + d * fx * fy) / 3600;
+}
+
+/// The .LAS value moves the longitude and the .LOS value the latitude: deliberate. Points outside stay.
+template <class T>
+ORVEX_INLINE void Shift(const NadconGrid& grid, Point<T>& p) {
+  NadconCell cells[kLaneCount<T>];
+  const T inside = Gather<T>([&](int i) {
+    const bool found = FindNadconCell(grid, Get(p.x, i), Get(p.y, i), cells[i]);
+    if (!found) cells[i] = {};
+    return found ? 1.0 : 0.0;
+  });
+  const T fx = Gather<T>([&](int i) { return cells[i].fx; }), fy = Gather<T>([&](int i) { return cells[i].fy; });
+  const MaskOf<T> moves = inside != T(0);
+  p.x = Select(moves, p.x + Interpolate(cells, &NadconCell::las, fx, fy), p.x);
+  p.y = Select(moves, p.y + Interpolate(cells, &NadconCell::los, fx, fy), p.y);
+}
+
+}  // namespace ORVEX_LEVEL
+
+}  // namespace orvex::detail
