@@ -110,7 +110,7 @@ class PreparedStep {
   DatumStep m_step;
   std::optional<Molodensky> m_molodensky;
   std::optional<BursaWolf> m_bursaWolf;
-  std::optional<NadconGrid> m_nadcon;
+  std::optional<NadconFiles> m_nadcon;
   std::shared_ptr<const Ntv2Grid> m_grid;
   Ntv2Step m_ntv2{};
 };

@@ -30,7 +30,7 @@ MaskOf<Real> RunStep(const DatumStep& step, Point<Real>& p) {
       Shift(Of<MreDatum>(step), p);
       break;
     case StepKind::Nadcon:
-      Shift(Of<NadconGrid>(step), p);
+      Shift(Of<NadconFiles>(step), p);
       break;
     case StepKind::Ntv2Forward:
       ShiftForward(Of<Ntv2Step>(step), p);

@@ -8,8 +8,8 @@ namespace orvex::detail {
 
 enum class StepKind { Nothing, Molodensky, BursaWolf, Regression, Nadcon, Ntv2Forward, Ntv2Inverse };
 
-/// What runs, and what it was prepared from: a Molodensky, a BursaWolf, an MreDatum, a NadconGrid or an Ntv2Grid, which
-/// must outlive it.
+/// What runs, and what it was prepared from: a Molodensky, a BursaWolf, an MreDatum, a NadconFiles or an Ntv2Grid,
+/// which must outlive it.
 struct DatumStep {
   StepKind kind = StepKind::Nothing;
   const void* prepared = nullptr;

@@ -5,7 +5,8 @@
 
 namespace orvex::detail::ORVEX_LEVEL {
 
-#define ROW(module) {module::Forward, module::Inverse}
+#define ROW(module) \
+  { module::Forward, module::Inverse }
 // clang-format off
 const ConversionTable kConversions{{
     {nullptr, nullptr},  //  0

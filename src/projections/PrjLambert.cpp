@@ -67,8 +67,9 @@ Cone PrepareSphere(const PROJDATA& work) {
 /// Radius of the parallel with the given t; the far pole of a southern cone lies at the apex.
 template <class T>
 T Radius(const Cone& c, T t) {
-  const T rho = c.aF * Pow(t, T(c.n));
-  return c.n < 0 ? Select(t == T(0), T(0), rho) : rho;
+  if (!(c.n < 0)) return c.aF * Pow(t, T(c.n));
+  const MaskOf<T> apex = t == T(0);
+  return Select(apex, T(0), c.aF * Pow(OneUnless<T>(!apex, t), T(c.n)));
 }
 
 /// t of 15-9 from half the colatitude: its sine and cosine give the tangent and the sine of the latitude.

@@ -91,6 +91,12 @@ template <class T>
 struct Estimate {
   T phi, sinPhi, cosPhi, C;
 
+  ORVEX_INLINE Estimate(MaskOf<T> where, const Estimate& a, const Estimate& b)
+      : phi(Select(where, a.phi, b.phi)),
+        sinPhi(Select(where, a.sinPhi, b.sinPhi)),
+        cosPhi(Select(where, a.cosPhi, b.cosPhi)),
+        C(Select(where, a.C, b.C)) {}
+
   ORVEX_INLINE Estimate(const Constants& c, T lat) : phi(lat) {
     const auto [sine, cosine] = SinCos(lat);
     sinPhi = sine;
@@ -117,17 +123,15 @@ Plot<T> InverseEllipsoid(const Constants& c, Point<T>& p) {
   const MaskOf<T> equator = p.y == T(-c.M0);
   const bool curved = 1 - c.e2 * Square(Sin(c.lat0)) > 0;
   const T A = (p.y + c.M0) / c.a, B = A * A + Square(p.x / c.a);
-  Estimate<T> estimate(c, Select(equator, T(1), A));
+  const Estimate<T> idle(c, T(1));  // for lanes that are through: their own might be 0, which the step divides by
+  Estimate<T> estimate(c, A);
   Iteration<T> it(kMaxPasses);
   it.GiveUp(equator);
   while (curved && it.Goes()) {
-    const Estimate<T> next(c, NextLatitude(c, A, B, estimate));
+    const Estimate<T> next(c, NextLatitude(c, A, B, Estimate<T>(it.Running(), estimate, idle)));
     it.GiveUp(!IsFinite(next.phi));  // no further pass would end the loop
     const MaskOf<T> converged = Abs(next.phi - estimate.phi) <= T(kEllipsoidTolerance);
-    it.Step(estimate.phi, next.phi);
-    it.Step(estimate.sinPhi, next.sinPhi);
-    it.Step(estimate.cosPhi, next.cosPhi);
-    it.Step(estimate.C, next.C);
+    estimate = Estimate<T>(it.Running(), next, estimate);
     it.Settle(converged);
   }
   const T lon = Asin(p.x * estimate.C / c.a) / OneUnless<T>(it.Settled(), estimate.sinPhi);

@@ -4,6 +4,7 @@
 
 #include <functional>
 
+#include "math/Angles.h"
 #include "projections/ProjectionTable.h"
 #include "shr/exception.h"
 #include "support/Projection.h"

@@ -126,7 +126,7 @@ bool Load(WordFile& file, const Words& words, GridNodes& nodes) {
 
 }  // namespace
 
-class NadconGrid::Files {
+class NadconFiles::Files {
  public:
   Files(const std::string& lasPath, const std::string& losPath) : las(lasPath), los(losPath) {}
 
@@ -134,7 +134,7 @@ class NadconGrid::Files {
   std::optional<Header> header;
 };
 
-NadconGrid::NadconGrid(const char* region) try {
+NadconFiles::NadconFiles(const char* region) try {
   Trace("----------------NADCON--------------\n");
   const std::string stem = platform::ExecutableDirectory() + region;
   const std::string lasPath = stem + ".LAS", losPath = stem + ".LOS";
@@ -148,9 +148,9 @@ NadconGrid::NadconGrid(const char* region) try {
   ThrowError("DtmNadcon", kNoMemoryLine, kMsgOutOfMemory);
 }
 
-NadconGrid::~NadconGrid() = default;
+NadconFiles::~NadconFiles() = default;
 
-bool NadconGrid::Find(double x, double y, NadconCell& cell) const try {
+bool NadconFiles::Find(double x, double y, NadconCell& cell) const try {
   Words words;
   if (!m_files->header || !FindCell(*m_files->header, x, y, words, cell)) return false;
   return Load(m_files->las, words, cell.las) && Load(m_files->los, words, cell.los);
@@ -158,12 +158,12 @@ bool NadconGrid::Find(double x, double y, NadconCell& cell) const try {
   ThrowError("DtmNadcon", kNoMemoryLine, kMsgOutOfMemory);
 }
 
-bool FindNadconCell(const NadconGrid& grid, double x, double y, NadconCell& cell) {
+bool FindNadconCell(const NadconFiles& grid, double x, double y, NadconCell& cell) {
   return grid.Find(x, y, cell);
 }
 
 bool ConvertNadcon(const char* region, DATUMPOINT* pts, int n) {
-  const NadconGrid grid(region);
+  const NadconFiles grid(region);
   ActiveDatumOperations().shift(ViewOf(pts), n, {StepKind::Nadcon, &grid});
   return true;
 }

@@ -11,10 +11,10 @@ struct NadconCell;
 
 /// The files "<region>.LAS" and "<region>.LOS" for the time of a call. Asserts from `DtmNadcon` when one cannot be
 /// opened.
-class NadconGrid {
+class NadconFiles {
  public:
-  explicit NadconGrid(const char* region);
-  ~NadconGrid();
+  explicit NadconFiles(const char* region);
+  ~NadconFiles();
 
   /// The cell that holds a point (degrees); false for a point outside the grid.
   bool Find(double x, double y, NadconCell& cell) const;

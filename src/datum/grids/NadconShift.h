@@ -5,7 +5,7 @@
 
 namespace orvex::detail {
 
-class NadconGrid;
+class NadconFiles;
 
 /// Values at the corners of a cell, arcseconds.
 struct GridNodes {
@@ -18,8 +18,8 @@ struct NadconCell {
   GridNodes las, los;
 };
 
-/// NadconGrid::Find; here so that sources of the point core need no more of the grid.
-bool FindNadconCell(const NadconGrid& grid, double x, double y, NadconCell& cell);
+/// NadconFiles::Find; here so that sources of the point core need no more of the grid.
+bool FindNadconCell(const NadconFiles& grid, double x, double y, NadconCell& cell);
 
 namespace ORVEX_LEVEL {
 
@@ -35,7 +35,7 @@ ORVEX_INLINE T Interpolate(const NadconCell (&cells)[kLaneCount<T>], GridNodes N
 
 /// The .LAS value moves the longitude and the .LOS value the latitude: deliberate. Points outside stay.
 template <class T>
-ORVEX_INLINE void Shift(const NadconGrid& grid, Point<T>& p) {
+ORVEX_INLINE void Shift(const NadconFiles& grid, Point<T>& p) {
   NadconCell cells[kLaneCount<T>];
   const T inside = Gather<T>([&](int i) {
     const bool found = FindNadconCell(grid, Get(p.x, i), Get(p.y, i), cells[i]);
