@@ -103,18 +103,24 @@ double ColdAtan2(double y, double x) {
   const bool left = CopySign(1.0, x) < 0;
   double angle = 0;
   if (ay == 0) {
-    angle = left ? AngleOf(0.0, -1.0) : 0;
+    angle = left ? AngleOf<true>(0.0, 1.0, true) : 0;
   } else if (ay == kInfinity || ax == kInfinity) {
-    angle = AngleOf(ay == kInfinity ? 1.0 : 0.0, CopySign(ax == kInfinity ? 1.0 : 0.0, x) + 0.0);
+    angle = AngleOf<true>(ay == kInfinity ? 1.0 : 0.0, ax == kInfinity ? 1.0 : 0.0, left);
   } else {
     const double scale = (ay > ax ? ay : ax) > 1 ? 0x1p-500 : 0x1p700;
-    angle = AngleOf(ay * scale, x * scale + 0.0);
+    angle = AngleOf<true>(ay * scale, ax * scale, left);
   }
   return FlipSign(angle, y);
 }
 
+double ColdExp(double x) {
+  if (x != x) return x + x;
+  // In two steps: neither power has to be representable, and a subnormal result rounds once.
+  const ReducedExponent<double> reduced = ReduceExponent(Lesser(Greater(x, -746.0), 710.0), 0.0);
+  return reduced.Twice(reduced.Plain());
+}
 double ColdExpm1(double x) {
-  return x < 0 ? -1.0 : Exp(x);
+  return x < 0 ? -1.0 : Exp(x);  // not a number too
 }
 double ColdLog(double x) {
   if (x != x || x == kInfinity) return x + x;
@@ -142,7 +148,10 @@ double ColdPow(double x, double y) {
   if (ay > 0x1p80) return sign * Exp((ax > 1) == (y > 0) ? 1000.0 : -1000.0);
   Normalized<double> reduced = Normalize(ax < 0x1p-1022 ? ax * 0x1p54 : ax);
   if (ax < 0x1p-1022) reduced.k -= 54;
-  return sign * PowerOf(reduced, y);
+  const Double<double> log = LogOfPower(reduced, y);
+  if (!(Abs(log.high) <= 750)) return sign * Exp(log.high);
+  const ReducedExponent<double> rest = ReduceExponent(log.high, log.low);
+  return sign * rest.Twice(rest.Plain());
 }
 
 double ColdAsinh(double x) {

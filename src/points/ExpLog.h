@@ -8,10 +8,12 @@ namespace orvex::detail::ORVEX_LEVEL {
 inline constexpr double kLn2High = 0x1.62e42feep-1, kLn2Low = 0x1.a39ef35793c76p-33;  // the first with 32 bits
 inline constexpr double kLog2E = 0x1.71547652b82fep+0;
 
+double ColdExp(double x);
 double ColdExpm1(double x);
 double ColdLog(double x);
 double ColdLog1p(double x);
 double ColdPow(double x, double y);
+double Exp(double x);
 double Expm1(double x);
 double Log(double x);
 double Log1p(double x);
@@ -19,19 +21,30 @@ double Pow(double x, double y);
 
 // ---- exponential ----
 
-/// The power of two to take out of an exponential, and what is left of its argument: at most ln 2 / 2, as a sum.
+/// What is left of an argument when k ln 2 is taken out: at most ln 2 / 2, as a sum.
 template <class T>
 struct ReducedExponent {
   T r, low;
-  BitsOf<T> doubled;  // the power, plus 2046, in the last 12 bits
+  BitsOf<T> power;  // k + 2046 in the last 12 bits
 
-  /// y times the power of two, in two steps: neither has to be representable, and a subnormal result rounds once.
-  ORVEX_INLINE T Scale(T y) const {
-    const BitsOf<T> first = doubled >> 1;
-    return y * FromBits<T>(first << 52) * FromBits<T>((doubled - first) << 52);
+  /// e^r - 1 - r - low
+  ORVEX_INLINE T Tail() const {
+    const T z = r * r;
+    return z * Polynomial(r, z, z * z, 0x1.000000000000cp-1, 0x1.5555555555561p-3, 0x1.555555554fdf8p-5,
+                          0x1.111111110d63cp-7, 0x1.6c16c1860bca9p-10, 0x1.a01a01bae2a17p-13, 0x1.a01995aaf1667p-16,
+                          0x1.71dddfc93df18p-19, 0x1.28b10752f482ap-22, 0x1.af858df8a42c7p-26);
+  }
+  /// e^(r + low)
+  ORVEX_INLINE T Plain() const { return 1 + (r + (low + Tail())); }
+  /// 2^k, |k| <= 1022
+  ORVEX_INLINE T Power() const { return FromBits<T>((power - 1023) << 52); }
+  /// y 2^k in two steps, |k| <= 1076
+  ORVEX_INLINE T Twice(T y) const {
+    const BitsOf<T> half = power >> 1;
+    return y * FromBits<T>(half << 52) * FromBits<T>((power - half) << 52);
   }
 };
-/// Of x + more, -746 <= x <= 710, more small beside x.
+/// Of x + more, |x| <= 746, |more| below 2^-12 unless x is 0.
 template <class T>
 ORVEX_INLINE ReducedExponent<T> ReduceExponent(T x, Same<T> more) {
   constexpr double kWhole = 0x1.8p52 + 2046;
@@ -39,28 +52,25 @@ ORVEX_INLINE ReducedExponent<T> ReduceExponent(T x, Same<T> more) {
   const T high = x - k * kLn2High, low = more - k * kLn2Low, r = high + low;
   return {r, (high - r) + low, ToBits(shifted)};
 }
-/// e^r - 1 - r, |r| <= ln 2 / 2.
 template <class T>
-ORVEX_INLINE T ExpTail(T r) {
-  const T z = r * r;
-  return z * Polynomial(r, z, 0x1.000000000000cp-1, 0x1.5555555555561p-3, 0x1.555555554fdf8p-5, 0x1.111111110d63cp-7,
-                        0x1.6c16c1860bca9p-10, 0x1.a01a01bae2a17p-13, 0x1.a01995aaf1667p-16, 0x1.71dddfc93df18p-19,
-                        0x1.28b10752f482ap-22, 0x1.af858df8a42c7p-26);
+ORVEX_INLINE ReducedExponent<T> ReduceExponent(T x) {
+  constexpr double kWhole = 0x1.8p52 + 2046;
+  const T shifted = x * kLog2E + kWhole, k = shifted - kWhole;
+  const T high = x - k * kLn2High, low = k * kLn2Low, r = high - low;
+  return {r, (high - r) - low, ToBits(shifted)};
 }
-/// e^(x + low), low a few ulps of x at most.
-template <class T>
-ORVEX_INLINE T ExpOfSum(T x, T low) {
-  constexpr double kZero = -746, kInfinite = 710;
-  const T within = Select(x < T(kZero), T(kZero), Select(x > T(kInfinite), T(kInfinite), x));
-  const ReducedExponent<T> reduced = ReduceExponent(within, Where(within == x, low));
-  return reduced.Scale(1 + (reduced.r + (reduced.low + ExpTail(reduced.r))));
-}
+inline constexpr double kMostExponent = 708;  // results up to there are finite and normal
 template <class T>
 ORVEX_INLINE T Exp(T x) {
-  constexpr double kZero = -746, kInfinite = 710;
-  x = Select(x < T(kZero), T(kZero), Select(x > T(kInfinite), T(kInfinite), x));
-  const ReducedExponent<T> reduced = ReduceExponent(x, 0.0);
-  return reduced.Scale(1 + (reduced.r + (reduced.low + ExpTail(reduced.r))));
+  if (!All(Abs(x) <= T(kMostExponent))) [[unlikely]] {
+    if constexpr (kLaneCount<T> == 1) {
+      return ColdExp(x);
+    } else {
+      return LaneByLane<T>(&Exp, x);
+    }
+  }
+  const ReducedExponent<T> reduced = ReduceExponent(x);
+  return reduced.Plain() * reduced.Power();
 }
 
 template <class T>
@@ -72,12 +82,16 @@ ORVEX_INLINE T Expm1(T x) {
       return LaneByLane<T>(&Expm1, x);
     }
   }
-  const ReducedExponent<T> reduced = ReduceExponent(x, 0.0);
-  // 2^k (1 + r + tail) - 1, the largest parts first.
-  const T power = FromBits<T>((reduced.doubled - 1023) << 52);
+  const ReducedExponent<T> reduced = ReduceExponent(x);
+  // 2^k (1 + r + r^2/2 + ...) - 1, the largest parts first.
+  const T power = reduced.Power(), r = reduced.r, z = r * r;
+  const T tail = r * z *
+                 Polynomial(r, z, z * z, 0x1.5555555555557p-3, 0x1.5555555553153p-5, 0x1.111111110f9c9p-7,
+                            0x1.6c16c17cfc678p-10, 0x1.a01a01afe9cd8p-13, 0x1.a019aa7992b75p-16, 0x1.71ddf6899cb45p-19,
+                            0x1.28a03caa8fd19p-22, 0x1.af63b0103537cp-26);
   const T less = power - 1, lessLow = (power - less) - 1;
-  const Double<T> sum = Sum(less, power * reduced.r);
-  const T result = sum.high + (sum.low + (lessLow + power * (reduced.low + ExpTail(reduced.r))));
+  const Double<T> sum = Sum(less, power * r);
+  const T result = sum.high + (sum.low + (lessLow + power * (0.5 * z + (reduced.low + tail))));
   return Select(Abs(x) < T(0x1p-54), x, result);
 }
 
@@ -135,42 +149,44 @@ ORVEX_INLINE T Log1p(T x) {
 
 // ---- power ----
 
-/// ln (2^k m) to about 65 bits.
+/// ln (2^k m) to about 65 bits; high has 26.
 template <class T>
-ORVEX_INLINE Double<T> LogAsSum(const Normalized<T>& reduced) {
-  const T f = reduced.m - 1;
-  const Double<T> s = Quotient(Double<T>{f, T(0)}, SumOfOrdered(T(2), f));
-  // ln m = 2 s + 2/3 s^3 + s^5 Q(s^2): the second term needs more than 53 bits, the others do not.
-  constexpr double kTwoThirds = 0x1.5555555555555p-1, kTwoThirdsHigh = 0x1.5555554p-1,
-                   kTwoThirdsLow = 0x1.5555555555555p-55;
-  constexpr double kTwoThirdsMiddle = kTwoThirds - kTwoThirdsHigh;
-  const T z = s.high * s.high, zLow = (s.high + s.high + s.low) * s.low;  // the first is exact
-  const T zHigh = High(z), zRest = z - zHigh, full = s.high + s.low, zFull = z + zLow;
-  const T t = z * kTwoThirds;
-  const T tLow = ((zHigh * kTwoThirdsHigh - t) + zHigh * kTwoThirdsMiddle + zRest * kTwoThirdsHigh) +
-                 (zRest * kTwoThirdsMiddle + (z * kTwoThirdsLow + zLow * kTwoThirds));
-  const T tHigh = High(t), cube = s.high * tHigh, cubeLow = s.high * ((t - tHigh) + tLow) + s.low * (t + tLow);
+ORVEX_INLINE Double<T> LogAsSum(const Normalized<T>& x) {
+  const T f = x.m - 1;
+  const Double<T> s = Quotient(f, SumOfOrdered(T(2), f));
+  // ln m = 2 s + 2/3 s^3 + s^5 Q(s^2). The first and the second are worked out in two parts: high parts of 26 bits, the
+  // products of which are exact, and all the rest.
+  constexpr double kTwoThirds = 0x1.5555555555555p-1, kTwoThirdsHigh = 0x1.5555554p-1;
+  constexpr double kTwoThirdsRest = 0x1.5555555555555p-29;
+  const T z = s.high * s.high, zLow = (s.high + s.high + s.low) * s.low, zHigh = High(z), zFull = z + zLow;
+  const T cube = s.high * zHigh, cubeLow = s.high * ((z - zHigh) + zLow) + s.low * zFull, cubeHigh = High(cube);
+  const T third = cubeHigh * kTwoThirdsHigh;
+  const T thirdLow = cubeHigh * kTwoThirdsRest + ((cube - cubeHigh) + cubeLow) * kTwoThirds;
   const T Q = PolynomialOf(zFull, 0x1.9999999999b2fp-2, 0x1.2492492457f3bp-2, 0x1.c71c722d3df3dp-3,
                            0x1.745ce9f0b091fp-3, 0x1.3b1ee9bbbd7bbp-3, 0x1.0f801d53fe949p-3, 0x1.0e40debec2f19p-3);
-  const Double<T> first = SumOfOrdered(reduced.k * kLn2High, 2 * s.high), second = SumOfOrdered(first.high, cube);
-  const T rest = (full * (zFull * zFull * Q) + cubeLow) + reduced.k * kLn2Low;
-  return SumOfOrdered(second.high, (first.low + second.low) + (2 * s.low + rest));
+  const Double<T> first = SumOfOrdered(x.k * kLn2High, 2 * s.high), second = SumOfOrdered(first.high, third);
+  const T rest = ((s.high + s.low) * (zFull * zFull * Q) + thirdLow) + x.k * kLn2Low, high = High(second.high);
+  return {high, ((second.high - high) + (first.low + second.low)) + (2 * s.low + rest)};
 }
+/// y ln x as a sum; the first part is exact.
 template <class T>
-ORVEX_INLINE T PowerOf(const Normalized<T>& x, T y) {
-  const Double<T> log = LogAsSum(x), product = Product(y, log.high);
-  return ExpOfSum(product.high, product.low + y * log.low);
+ORVEX_INLINE Double<T> LogOfPower(const Normalized<T>& x, T y) {
+  const Double<T> log = LogAsSum(x);
+  const T yHigh = High(y);
+  return {yHigh * log.high, yHigh * log.low + (y - yHigh) * (log.high + log.low)};
 }
 template <class T>
 ORVEX_INLINE T Pow(T x, Same<T> y) {
-  if (!All(IsPositiveNormal(x) & (Abs(y) <= T(0x1p80)))) [[unlikely]] {
+  const Double<T> log = LogOfPower(Normalize(x), T(y));  // with anything it gives something
+  if (!All(IsPositiveNormal(x) & (Abs(log.high) <= T(kMostExponent)))) [[unlikely]] {
     if constexpr (kLaneCount<T> == 1) {
       return ColdPow(x, y);
     } else {
       return LaneByLane<T>(&Pow, x, y);
     }
   }
-  return PowerOf(Normalize(x), T(y));
+  const ReducedExponent<T> reduced = ReduceExponent(log.high, log.low);
+  return reduced.Plain() * reduced.Power();
 }
 
 }  // namespace orvex::detail::ORVEX_LEVEL

@@ -23,18 +23,20 @@ ORVEX_INLINE HalfHyperbolic<T> HalfHyperbolicOf(T x) {
   const T high = x - k * kLn2High, low = k * kLn2Low, r = high - low, c = (high - r) - low;
   const T a = FromBits<T>(ToBits(shifted) << 52);                                     // 2^(k-2)
   const T b = FromBits<T>(ToBits(kWhole - Select(k > T(kMost), T(kMost), k)) << 52);  // 2^(-k-2)
-  const T z = r * r, z2 = z * z;
+  const T z = r * r, z2 = z * z, z4 = z2 * z2;
   const T S = c + r * z *
-                      Polynomial(z, z2, 0x1.5555555555559p-3, 0x1.111111110f652p-7, 0x1.a01a01b0053f1p-13,
+                      Polynomial(z, z2, z4, 0x1.5555555555559p-3, 0x1.111111110f652p-7, 0x1.a01a01b0053f1p-13,
                                  0x1.71ddf80a073e6p-19, 0x1.af5f36d38b2p-26);
-  const T C = 0.5 * z + z2 * Polynomial(z, z2, 0x1.5555555555558p-5, 0x1.6c16c16c1500fp-10, 0x1.a01a01ad74edap-16,
+  const T C = 0.5 * z + z2 * Polynomial(z, z2, z4, 0x1.5555555555558p-5, 0x1.6c16c16c1500fp-10, 0x1.a01a01ad74edap-16,
                                         0x1.27e4cc2ca9f16p-22, 0x1.1f8bab6649ab8p-29);
+  // Each the largest parts first, the products by powers of two being exact.
   const Double<T> difference = SumOfOrdered(a, -b), sum = SumOfOrdered(a, b);
-  const Double<T> sine = SumOfOrdered(difference.high, a * r), cosine = SumOfOrdered(sum.high, a * r);
-  const T sineLow = b * r + ((sum.high * S + difference.high * C) + difference.low);
-  const T cosineLow = (difference.high * S + sum.high * C) + sum.low;
-  const Double<T> cosineRest = SumOfOrdered(cosine.high, -b * r);
-  return {{sine.high, sine.low + sineLow}, {cosineRest.high, cosineRest.low + (cosine.low + cosineLow)}};
+  const T ar = a * r, br = b * r;
+  const Double<T> rSum = SumOfOrdered(ar, br), rDifference = SumOfOrdered(ar, -br);
+  const Double<T> sine = SumOfOrdered(difference.high, rSum.high), cosine = SumOfOrdered(sum.high, rDifference.high);
+  const T sineLow = (sum.high * S + difference.high * C) + (difference.low + rSum.low);
+  const T cosineLow = (difference.high * S + sum.high * C) + (sum.low + rDifference.low);
+  return {{sine.high, sine.low + sineLow}, {cosine.high, cosine.low + cosineLow}};
 }
 
 template <class T>
@@ -61,14 +63,13 @@ ORVEX_INLINE T Tanh(T x) {
 
 // ---- inverses ----
 
-/// atanh q, |q| <= 0.2001, less q.high.
+/// atanh t - t, |t| <= 0.2001.
 template <class T>
-ORVEX_INLINE T AtanhTail(Double<T> q) {
-  const T t = q.high + q.low, z = t * t;
-  return q.low + t * z *
-                     PolynomialOf(z, 0x1.5555555555777p-2, 0x1.99999998f0626p-3, 0x1.249249b26f469p-3,
-                                  0x1.c71c012e18e52p-4, 0x1.7474ec1cca4cep-4, 0x1.38520f4dcc57bp-4,
-                                  0x1.3ac489bcbdb9fp-4);
+ORVEX_INLINE T AtanhTail(T t) {
+  const T z = t * t;
+  return t * z *
+         PolynomialOf(z, 0x1.5555555555777p-2, 0x1.99999998f0626p-3, 0x1.249249b26f469p-3, 0x1.c71c012e18e52p-4,
+                      0x1.7474ec1cca4cep-4, 0x1.38520f4dcc57bp-4, 0x1.3ac489bcbdb9fp-4);
 }
 /// The power of two that brings a quotient to about 1, within 0.66 and 1.51, and its exponent.
 template <class T>
@@ -97,14 +98,16 @@ ORVEX_INLINE T Asinh(T x) {
   const Double<T> square = Product(size, size), under = Sum(T(1), square.high);
   const T w = Sqrt(under.high), wHigh = High(w), wRest = w - wHigh;
   const T rest = ((under.high - wHigh * wHigh) - 2 * wHigh * wRest) - wRest * wRest;
-  const T wLow = (rest + (under.low + square.low)) / (2 * w);
   const PowerOfTwo<T> power = PowerNear(w + size, T(1));
   const MaskOf<T> far = power.k > T(0);
   const Double<T> n = Sum(Where(far, w - power.power), size), d = Sum(w + Where(far, size), power.power);
+  // One division gives both inverses: that of the divisor, and that of w for the error of the root.
+  const T inverse = 1 / (d.high * w), wLow = 0.5 * (rest + (under.low + square.low)) * (d.high * inverse);
   const T nLow = n.low + Where(far, wLow);
-  const Double<T> q = Quotient(SumOfOrdered(n.high, nLow), Double<T>{d.high, d.low + wLow});
-  const Double<T> sum = SumOfOrdered(power.k * kLn2High, 2 * q.high);
-  return FlipSign(sum.high + (sum.low + (2 * AtanhTail(q) + power.k * kLn2Low)), x);
+  const Double<T> q = QuotientBy(w * inverse, Double<T>{2 * n.high, 2 * nLow}, Double<T>{d.high, d.low + wLow});
+  const Double<T> sum = SumOfOrdered(power.k * kLn2High, q.high);
+  const T t = 0.5 * (q.high + q.low);
+  return FlipSign(sum.high + (sum.low + ((q.low + 2 * AtanhTail(t)) + power.k * kLn2Low)), x);
 }
 /// ln((1 + x) / (1 - x)) / 2; infinite at 1, not a number beyond.
 template <class T>
@@ -123,7 +126,7 @@ ORVEX_INLINE T Atanh(T x) {
   const Double<T> n = SumOfOrdered(above.high - scaled, above.low - scaledLow), d = Sum(above.high, scaled);
   const Double<T> q = Quotient(n, Double<T>{d.high, d.low + (above.low + scaledLow)});
   const Double<T> sum = SumOfOrdered(power.k * (0.5 * kLn2High), q.high);
-  return FlipSign(sum.high + (sum.low + (AtanhTail(q) + power.k * (0.5 * kLn2Low))), x);
+  return FlipSign(sum.high + (sum.low + ((q.low + AtanhTail(q.high + q.low)) + power.k * (0.5 * kLn2Low))), x);
 }
 
 }  // namespace orvex::detail::ORVEX_LEVEL

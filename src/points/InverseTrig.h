@@ -8,47 +8,49 @@ namespace orvex::detail::ORVEX_LEVEL {
 double ColdAtan2(double y, double x);
 double Atan2(double y, double x);
 
-/// The angle of a point (x, |y|): 0 to pi. The larger coordinate is within 2^-700 and 2^800; x is not -0.
-template <class T>
-ORVEX_INLINE T AngleOf(T ay, T x) {
-  const T ax = Abs(x);
-  const MaskOf<T> steep = ay > ax;
-  const T most = Select(steep, ay, ax), least = Select(steep, ax, ay);
-  // Beyond half the slope of the diagonal the angle is counted from there: tan(a - pi/4) = (t - 1) / (1 + t), so
-  // that one division serves. The numerator is exact. The quotient is kept as a sum, or the angle would lose its last
-  // bit.
-  const MaskOf<T> middle = least > 0.5 * most;
-  const Double<T> q = Quotient(Double<T>{least - Where(middle, most), T(0)}, SumOfOrdered(most, Where(middle, least)));
+/// The angle of a point of the first quadrant, or, where left, of its mirror image in the second. The larger coordinate
+/// is within 2^-700 and 2^800.
+template <bool kBothSides, class T>
+ORVEX_INLINE T AngleOf(T y, T x, MaskOf<T> left) {
+  const MaskOf<T> steep = y > x;
+  const T most = Greater(x, y), least = Lesser(x, y);  // not a number if y is not
+  constexpr double kBeyond = 0.53125;
+  // Beyond it the angle is counted from there: tan(a - pi/4) = (t - 1) / (1 + t), so
+  // that one division serves. The numerator is exact, beyond one half. The quotient is kept as a sum, or the angle
+  // would lose its last bit.
+  const MaskOf<T> middle = least > kBeyond * most;
+  const T mirrored = kBothSides ? Where(left, T(-0.0)) : T(0), sign = FlipSign(Where(steep, T(-0.0)), mirrored);
+  const Double<T> q = Quotient(FlipSign(least - Where(middle, most), sign), most + Where(middle, least));
   const T t = q.high + q.low, z = t * t;
   const T tail =
       t * z *
-      PolynomialOf(z, -0x1.5555555555516p-2, 0x1.9999999991142p-3, -0x1.249249215de3bp-3, 0x1.c71c7090e8ec7p-4,
-                   -0x1.745cf4cb39789p-4, 0x1.3b113dc14f3cdp-4, -0x1.10f31f1dac3ebp-4, 0x1.dfe977c6dc21ep-5,
-                   -0x1.a39864e5a4c39p-5, 0x1.56f5c027c5b34p-5, -0x1.c17fb6ad560d1p-6, 0x1.4b83dcb5d9702p-7);
+      PolynomialOf(z, -0x1.555555555547p-2, 0x1.999999997e386p-3, -0x1.2492491b6f40bp-3, 0x1.c71c6eb627825p-4,
+                   -0x1.745cc9ce52ad8p-4, 0x1.3b0eccb7e78e4p-4, -0x1.10dbe9b11ba67p-4, 0x1.dec48946c9fe7p-5,
+                   -0x1.9ed7a41a7d947p-5, 0x1.4a791f677ac82p-5, -0x1.9be26d7e148ffp-6, 0x1.1a05375190f56p-7);
   // The angle is n pi/4 plus or minus atan q. The first part of pi/4 has 50 bits, so that its multiples are exact.
   constexpr double kEighthHigh = 0x1.921fb54442d18p-1, kEighthLow = 0x1.1a62633145c07p-55;
-  const T eighths = FlipSign(Select(middle, T(1), Where(steep, T(2))), x) + Where(x < T(0), T(4));
-  const T sign = FlipSign(Where(steep, T(-0.0)), x);
-  const Double<T> sum = SumOfOrdered(eighths * kEighthHigh, FlipSign(q.high, sign));
-  return sum.high + (sum.low + (FlipSign(q.low + tail, sign) + eighths * kEighthLow));
+  T n = Select(middle, T(1), Where(steep, T(2)));
+  if constexpr (kBothSides) n = FlipSign(n, mirrored) + Where(left, T(4));
+  const Double<T> sum = SumOfOrdered(n * kEighthHigh, q.high);
+  return sum.high + (sum.low + ((q.low + tail) + n * kEighthLow));
 }
 
 template <class T>
 ORVEX_INLINE T Atan2(T y, Same<T> x) {
-  const T ay = Abs(y), ax = Abs(x), most = Select(ay > ax, ay, ax);
-  if (!All((most >= T(0x1p-600)) & (most <= T(0x1p600)) & (ay == ay) & (ax == ax))) [[unlikely]] {
+  const T ay = Abs(y), ax = Abs(x), sum = ay + ax;
+  if (!All((sum >= T(0x1p-600)) & (sum <= T(0x1p600)))) [[unlikely]] {
     if constexpr (kLaneCount<T> == 1) {
       return ColdAtan2(y, x);
     } else {
       return LaneByLane<T>(&Atan2, y, x);
     }
   }
-  return FlipSign(AngleOf<T>(ay * 0x1p200, x * 0x1p200 + 0.0), y);  // the factor keeps remainders from underflow
+  constexpr double kUp = 0x1p200;  // keeps remainders from underflow
+  return FlipSign(AngleOf<true, T>(ay * kUp, ax * kUp, x < T(0)), y);
 }
 template <class T>
 ORVEX_INLINE T Atan(T tangent) {
-  const T size = Abs(tangent);
-  return FlipSign(AngleOf<T>(Select(size > T(0x1p100), T(0x1p100), size), T(1)), tangent);
+  return FlipSign(AngleOf<false, T>(Lesser(T(0x1p100), Abs(tangent)), T(1), No<T>()), tangent);
 }
 
 // ---- arcsine and arccosine ----

@@ -61,7 +61,17 @@ struct Mask {
   ORVEX_INLINE friend Mask operator&(Mask a, Mask b) { return {a.bits & b.bits}; }
   ORVEX_INLINE friend Mask operator|(Mask a, Mask b) { return {a.bits | b.bits}; }
   ORVEX_INLINE friend Mask operator!(Mask a) { return {~a.bits}; }
-  ORVEX_INLINE friend Lanes<N> Select(Mask m, Lanes<N> a, Lanes<N> b) { return Lanes<N>(m.bits ? a.v : b.v); }
+  ORVEX_INLINE friend Lanes<N> Select(Mask m, Lanes<N> a, Lanes<N> b) {
+#if defined(__AVX__)
+    if constexpr (N == 4) {
+      return Lanes<N>(typename VectorOf<N>::Values(
+          _mm256_blendv_pd(__m256d(b.v), __m256d(a.v), __builtin_bit_cast(__m256d, m.bits))));
+    } else
+#endif
+    {
+      return Lanes<N>::Of((m.bits & __builtin_bit_cast(Bits, a.v)) | (~m.bits & __builtin_bit_cast(Bits, b.v)));
+    }
+  }
   /// The value, or +0 where the answer is no.
   ORVEX_INLINE friend Lanes<N> Where(Mask m, Lanes<N> a) {
     return Lanes<N>(__builtin_bit_cast(typename VectorOf<N>::Values, m.bits & __builtin_bit_cast(Bits, a.v)));
@@ -292,40 +302,54 @@ ORVEX_INLINE MaskOf<T> Yes() {
 ORVEX_INLINE bool Any(bool m) {
   return m;
 }
-template <int N>
-ORVEX_INLINE bool Any(Mask<N> m) {
+ORVEX_INLINE bool All(bool m) {
+  return m;
+}
 #if defined(__AVX512F__)
-  if constexpr (N == 8) {
-    return m.bits != 0;
-  } else
+ORVEX_INLINE bool Any(Mask<8> m) {
+  return m.bits != 0;
+}
+ORVEX_INLINE bool All(Mask<8> m) {
+  return m.bits == 0xFF;
+}
 #endif
 #if defined(__AVX__)
-      if constexpr (N == 4) {
-    return _mm256_movemask_pd(__builtin_bit_cast(__m256d, m.bits)) != 0;
-  } else
+ORVEX_INLINE bool Any(Mask<4> m) {
+  return _mm256_movemask_pd(__builtin_bit_cast(__m256d, m.bits)) != 0;
+}
+ORVEX_INLINE bool All(Mask<4> m) {
+  return _mm256_movemask_pd(__builtin_bit_cast(__m256d, m.bits)) == 0xF;
+}
 #endif
 #if defined(__SSE2__)
-      if constexpr (N == 2) {
-    return _mm_movemask_pd(__builtin_bit_cast(__m128d, m.bits)) != 0;
-  } else
+ORVEX_INLINE bool Any(Mask<2> m) {
+  return _mm_movemask_pd(__builtin_bit_cast(__m128d, m.bits)) != 0;
+}
+ORVEX_INLINE bool All(Mask<2> m) {
+  return _mm_movemask_pd(__builtin_bit_cast(__m128d, m.bits)) == 0x3;
+}
 #endif
-  {
-    std::uint64_t any = 0;
-    for (int i = 0; i < N; ++i) any |= m.bits[i];
-    return any != 0;
-  }
+template <int N>
+ORVEX_INLINE bool Any(Mask<N> m) {
+  std::uint64_t any = 0;
+  for (int i = 0; i < N; ++i) any |= m.bits[i];
+  return any != 0;
+}
+template <int N>
+ORVEX_INLINE bool All(Mask<N> m) {
+  return !Any(!m);
 }
 template <class M, class V>
 ORVEX_INLINE bool Any(PairMask<M, V> m) {
   return Any(m.a | m.b);
 }
+template <class M, class V>
+ORVEX_INLINE bool All(PairMask<M, V> m) {
+  return All(m.a & m.b);
+}
 template <class M>
 ORVEX_INLINE bool None(M m) {
   return !Any(m);
-}
-template <class M>
-ORVEX_INLINE bool All(M m) {
-  return !Any(!m);
 }
 
 // ---- single lanes, for loading and storing ----
@@ -556,6 +580,85 @@ template <class T>
 ORVEX_INLINE T Floor(T a) {
   const T nearest = Nearest(a);
   return CopySign(nearest - Where(nearest > a, T(1)), a);
+}
+/// a where it is less, else b: b where one of them is not a number. Where that is what the instruction does, it serves.
+ORVEX_INLINE double Lesser(double a, double b) {
+  return a < b ? a : b;
+}
+template <int N>
+ORVEX_INLINE Lanes<N> Lesser(Lanes<N> a, Lanes<N> b) {
+#if defined(__AVX512F__)
+  if constexpr (N == 8) {
+    return Lanes<N>(typename Lanes<N>::Values(_mm512_maskz_min_pd(0xFF, __m512d(a.v), __m512d(b.v))));
+  } else
+#endif
+#if defined(__AVX__)
+      if constexpr (N == 4) {
+    return Lanes<N>(typename Lanes<N>::Values(_mm256_min_pd(__m256d(a.v), __m256d(b.v))));
+  } else
+#endif
+#if defined(__SSE2__)
+      if constexpr (N == 2) {
+    return Lanes<N>(typename Lanes<N>::Values(_mm_min_pd(__m128d(a.v), __m128d(b.v))));
+  } else
+#endif
+  {
+    return Select(a < b, a, b);
+  }
+}
+template <class V>
+ORVEX_INLINE Pair<V> Lesser(Pair<V> p, Pair<V> q) {
+  return {Lesser(p.a, q.a), Lesser(p.b, q.b)};
+}
+/// a where it is greater, else b.
+ORVEX_INLINE double Greater(double a, double b) {
+  return a > b ? a : b;
+}
+template <int N>
+ORVEX_INLINE Lanes<N> Greater(Lanes<N> a, Lanes<N> b) {
+#if defined(__AVX512F__)
+  if constexpr (N == 8) {
+    return Lanes<N>(typename Lanes<N>::Values(_mm512_maskz_max_pd(0xFF, __m512d(a.v), __m512d(b.v))));
+  } else
+#endif
+#if defined(__AVX__)
+      if constexpr (N == 4) {
+    return Lanes<N>(typename Lanes<N>::Values(_mm256_max_pd(__m256d(a.v), __m256d(b.v))));
+  } else
+#endif
+#if defined(__SSE2__)
+      if constexpr (N == 2) {
+    return Lanes<N>(typename Lanes<N>::Values(_mm_max_pd(__m128d(a.v), __m128d(b.v))));
+  } else
+#endif
+  {
+    return Select(a > b, a, b);
+  }
+}
+template <class V>
+ORVEX_INLINE Pair<V> Greater(Pair<V> p, Pair<V> q) {
+  return {Greater(p.a, q.a), Greater(p.b, q.b)};
+}
+
+/// Exchanges a and b where the answer is yes.
+template <class T>
+ORVEX_INLINE void SwapWhere(MaskOf<T> m, T& a, T& b) {
+  const T first = Select(m, b, a), second = Select(m, a, b);
+  a = first;
+  b = second;
+}
+#if defined(__SSE2__)  // a selection takes three steps there, or one instruction of three
+template <int N>
+requires(N < 8) ORVEX_INLINE void SwapWhere(Mask<N> m, Lanes<N>& a, Lanes<N>& b) {
+  const BitsOf<Lanes<N>> differing = (ToBits(a) ^ ToBits(b)) & m.bits;
+  a = Lanes<N>::Of(ToBits(a) ^ differing);
+  b = Lanes<N>::Of(ToBits(b) ^ differing);
+}
+#endif
+template <class M, class V>
+ORVEX_INLINE void SwapWhere(PairMask<M, Pair<V>> m, Pair<V>& p, Pair<V>& q) {
+  SwapWhere(m.a, p.a, q.a);
+  SwapWhere(m.b, p.b, q.b);
 }
 template <class T>
 ORVEX_INLINE T Square(T a) {

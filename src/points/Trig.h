@@ -26,10 +26,10 @@ struct PlainSineCosine {
 template <class T>
 ORVEX_INLINE PlainSineCosine<T> SinCosOfReduced(T r, T low) {
   const T z = r * r, z2 = z * z;
-  const T s = Polynomial(z, z2, -0x1.5555555555548p-3, 0x1.111111110f74cp-7, -0x1.a01a019beebd7p-13,
-                         0x1.71de355b4ef37p-19, -0x1.ae5e5114a021p-26, 0x1.5d8d1fe5b925cp-33);
-  const T c = Polynomial(z, z2, 0x1.555555555554bp-5, -0x1.6c16c16c15009p-10, 0x1.a01a019c8d111p-16,
-                         -0x1.27e4f7ef88f7bp-22, 0x1.1ee9da20008d8p-29, -0x1.8fa582fd0cddp-37);
+  const T s = PolynomialByTwos(z, z2, -0x1.5555555555548p-3, 0x1.111111110f74cp-7, -0x1.a01a019beebd7p-13,
+                               0x1.71de355b4ef37p-19, -0x1.ae5e5114a021p-26, 0x1.5d8d1fe5b925cp-33);
+  const T c = PolynomialByTwos(z, z2, 0x1.555555555554bp-5, -0x1.6c16c16c15009p-10, 0x1.a01a019c8d111p-16,
+                               -0x1.27e4f7ef88f7bp-22, 0x1.1ee9da20008d8p-29, -0x1.8fa582fd0cddp-37);
   const T half = 0.5 * z, rest = 1 - half;
   return {{r, r * z * s + low}, {rest, ((1 - rest) - half) + (z2 * c - r * low)}};
 }
@@ -50,11 +50,11 @@ ORVEX_INLINE ReducedAngle<T> ReduceAngle(T size) {
 template <class T>
 ORVEX_INLINE SineCosine<T> SinCosOf(const ReducedAngle<T>& reduced, T x) {
   const PlainSineCosine<T> plain = SinCosOfReduced(reduced.angle, reduced.low);
-  const T plainSine = plain.sine.high + plain.sine.low, plainCosine = plain.cosine.high + plain.cosine.low;
-  const MaskOf<T> odd = IsOdd<T>(reduced.quarters);
-  const T sine = Select(odd, plainCosine, plainSine), cosine = Select(odd, plainSine, plainCosine);
-  return {FromBits<T>(ToBits(sine) ^ (((reduced.quarters << 62) ^ ToBits(x)) & kSignBit)),
-          FromBits<T>(ToBits(cosine) ^ (((reduced.quarters + 1) << 62) & kSignBit))};
+  T sine = plain.sine.high + plain.sine.low, cosine = plain.cosine.high + plain.cosine.low;
+  SwapWhere(IsOdd<T>(reduced.quarters), sine, cosine);
+  const BitsOf<T> turns = reduced.quarters << 62;  // half turns turn both, a quarter the cosine
+  return {FromBits<T>(ToBits(sine) ^ ((turns ^ ToBits(x)) & kSignBit)),
+          FromBits<T>(ToBits(cosine) ^ ((turns + (kSignBit >> 1)) & kSignBit))};
 }
 
 /// For every finite double beyond kMostTurned.
