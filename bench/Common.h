@@ -51,13 +51,13 @@ void MeasureInPlace(benchmark::State& state, const std::vector<Point>& points, s
   CountItems(state, points.size());
 }
 
-/// Arrays of `atOnce` points, as many as make a thousand points in an iteration.
+/// Arrays of `atOnce` points, as many as make about a thousand points in an iteration.
 inline std::size_t TotalPoints(std::size_t atOnce) {
-  return atOnce < 1000 ? 1000 : atOnce;
+  return atOnce < 1000 ? 1000 / atOnce * atOnce : atOnce;
 }
 
 inline const std::vector<std::size_t>& Sizes() {
-  static const std::vector<std::size_t> sizes{1, 1000, 100000};
+  static const std::vector<std::size_t> sizes{1, 16, 1000, 100000, 1000000};
   return sizes;
 }
 

@@ -1,4 +1,5 @@
 // Every projection in every form, both ways, over random points of the area it is used for.
+#include <algorithm>
 #include <cfloat>
 
 #include "Common.h"
@@ -8,12 +9,13 @@ namespace orvex::bench {
 
 namespace {
 
-/// Points that can be plotted, and their images.
+/// Points that can be plotted, and their images. Very long arrays repeat theirs.
 struct Sample {
   std::vector<PROJPOINT> geographic, projected;
 };
 
-Sample MakeSample(const test::ProjectionForm& form, void* handle, std::size_t count) {
+Sample MakeSample(const test::ProjectionForm& form, void* handle, std::size_t total) {
+  const std::size_t count = std::min<std::size_t>(total, 100000);
   Sample sample;
   while (sample.geographic.size() < count) {
     std::vector<PROJPOINT> places = PointsIn<PROJPOINT>(count, form.west, form.east, form.south, form.north);
@@ -25,6 +27,10 @@ Sample MakeSample(const test::ProjectionForm& form, void* handle, std::size_t co
       sample.geographic.push_back(places[i]);
       sample.projected.push_back(images[i]);
     }
+  }
+  for (std::size_t i = 0; sample.geographic.size() < total; ++i) {
+    sample.geographic.push_back(PROJPOINT{sample.geographic[i]});
+    sample.projected.push_back(PROJPOINT{sample.projected[i]});
   }
   return sample;
 }

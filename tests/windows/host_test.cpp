@@ -22,7 +22,12 @@ extern "C" const unsigned kCLayoutCount;
 namespace orvex::test {
 namespace {
 
-constexpr const char* kRuntimes[] = {"libgcc_s_dw2-1.dll", "libstdc++-6.dll", "libwinpthread-1.dll"};
+#ifdef _WIN64
+constexpr const char* kUnwinder = "libgcc_s_seh-1.dll";
+#else
+constexpr const char* kUnwinder = "libgcc_s_dw2-1.dll";
+#endif
+constexpr const char* kRuntimes[] = {kUnwinder, "libstdc++-6.dll", "libwinpthread-1.dll"};
 
 std::string ProgramDirectory() {
   char path[MAX_PATH];
@@ -147,11 +152,12 @@ TEST(Loading, TellsWhatCannotBeLoaded) {
     EXPECT_EQ(LoadLibraryA(file.c_str()), nullptr);
     return GetLastError();
   };
-  EXPECT_EQ(damaged([](std::string& bytes) {  // the machine of a 64-bit library
+  EXPECT_EQ(damaged([](std::string& bytes) {  // the machine of the other width
               std::uint32_t header = 0;
               std::memcpy(&header, &bytes[0x3C], sizeof header);
-              bytes[header + 4] = '\x64';
-              bytes[header + 5] = '\x86';
+              const bool wide = sizeof(void*) == 8;
+              bytes[header + 4] = wide ? '\x4C' : '\x64';
+              bytes[header + 5] = wide ? '\x01' : '\x86';
             }),
             DWORD{ERROR_BAD_EXE_FORMAT});
   EXPECT_EQ(damaged([](std::string& bytes) { bytes.resize(100); }), DWORD{ERROR_BAD_EXE_FORMAT});
@@ -321,6 +327,46 @@ TEST(Records, LookTheSameToAC) {
   ASSERT_EQ(std::size(layout), kCLayoutCount);
   for (std::size_t i = 0; i < std::size(layout); ++i) EXPECT_EQ(layout[i], kCLayout[i]) << "entry " << i;
 }
+
+#ifndef _WIN64
+/// A call with the stack `shift` bytes below a multiple of 16.
+bool CallShifted(decltype(&ProjForward) function, void* handle, PROJPOINT* pts, int count, int shift) {
+  auto result = reinterpret_cast<std::uintptr_t>(reinterpret_cast<void*>(function));
+  asm volatile(
+      "movl %%esp, %%esi\n\t"
+      "andl $-16, %%esp\n\t"
+      "subl %[shift], %%esp\n\t"
+      "pushl %[count]\n\t"
+      "pushl %[pts]\n\t"
+      "pushl %[handle]\n\t"
+      "call *%%eax\n\t"
+      "movl %%esi, %%esp"
+      : "+a"(result), [handle] "+c"(handle), [pts] "+d"(pts)
+      : [count] "D"(count), [shift] "b"(shift)
+      : "esi", "memory", "cc", "xmm0", "xmm1", "xmm2", "xmm3", "xmm4", "xmm5", "xmm6", "xmm7");
+  return (result & 0xFF) != 0;
+}
+
+// Hosts of other compilers align the stack to 4 bytes only.
+TEST(Stack, NeedsNoAlignment) {
+  for (const ProjectionForm& form : AllProjections()) {
+    PROJDATA record = form.MakeRecord();
+    void* const handle = ProjCreateProjection(&record);
+    std::vector<PROJPOINT> places(40);
+    for (int i = 0; i < 40; ++i) places[static_cast<std::size_t>(i)] = form.Place(i / 39.0, (i * 7 % 40) / 39.0);
+    std::vector<PROJPOINT> expected = places;
+    ProjForward(handle, expected.data(), 40);
+    ProjInverse(handle, expected.data(), 40);
+    for (const int shift : {0, 4, 8, 12}) {
+      std::vector<PROJPOINT> points = places;
+      EXPECT_TRUE(CallShifted(ProjForward, handle, points.data(), 40, shift));
+      EXPECT_TRUE(CallShifted(ProjInverse, handle, points.data(), 40, shift));
+      EXPECT_EQ(std::memcmp(points.data(), expected.data(), points.size() * sizeof(PROJPOINT)), 0) << form.parameters;
+    }
+    ProjDeleteProjection(handle);
+  }
+}
+#endif
 
 }  // namespace
 }  // namespace orvex::test

@@ -34,8 +34,8 @@ explain("Exported, but not in the kept list" ${added})
 explain("In the kept list, but not exported" ${missing})
 file(REMOVE ${LIST_OUT})
 if(added OR missing)
-  message(FATAL_ERROR "The DLL's exports differ from tests/win32/exports.txt. If the public interface has changed on "
-                      "purpose, bring the list up to date:\n  cmake --build --preset win32 --target update-exports\n"
+  message(FATAL_ERROR "The DLL's exports differ from ${LIST}. If the public interface has changed on "
+                      "purpose, bring the list up to date:\n  cmake --build . --target update-exports\n"
                       "and commit it with the change; hosts that were linked before need every old name.")
 endif()
 message("${count} names, as kept")
