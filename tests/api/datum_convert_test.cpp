@@ -89,6 +89,31 @@ TEST(DatumConvert, RegressionCheckPoints) {
   EXPECT_NEAR((centre.y + 27) * 3600, 5.19238, 1e-9);
 }
 
+// Every published coefficient counts: at these places of U and V the smallest in print, 1e-5 arcsecond of the ninth
+// powers, is 1e-11 degrees.
+TEST(DatumConvert, RegressionByThePublishedCoefficients) {
+  const struct {
+    int datum;
+    double lat, lon, K;
+  } centres[] = {{224, -27, 134, 0.05235988}, {225, -27, 134, 0.05235988}, {226, -35, -64, 0.15707963},
+                 {227, -15, -50, 0.05235988}, {228, 52, 10, 0.05235988},   {229, 37, -95, 0.05235988},
+                 {230, 60, -100, 0.05235988}, {231, -20, -60, 0.05235988}};
+  const test::CsvFile csv("mre_coefficients.csv");
+  for (const auto& c : centres) {
+    for (const auto& [U, V] : {std::pair{0.93, -0.89}, {-0.87, 0.95}}) {
+      double seconds[2] = {0, 0};
+      for (std::size_t row = 0; row < csv.Rows(); ++row) {
+        if (std::stoi(csv.Text(row, "datum_number")) != c.datum) continue;
+        seconds[csv.Text(row, "axis") == "lat"] +=
+            csv.Number(row, "coefficient") * std::pow(U, csv.Number(row, "i")) * std::pow(V, csv.Number(row, "j"));
+      }
+      const DATUMPOINT p = Convert(c.datum, 3, c.lon + V / c.K, c.lat + U / c.K);
+      EXPECT_NEAR(p.x, c.lon + V / c.K + seconds[0] / 3600, 2e-13) << c.datum;
+      EXPECT_NEAR(p.y, c.lat + U / c.K + seconds[1] / 3600, 2e-13) << c.datum;
+    }
+  }
+}
+
 // Origin: EPSG Guidance Note 7-2, worked examples of methods 9606 (position vector) and 9603 (geocentric translations).
 // Printed to 0.001 arcsecond; the second example stands at 73 m height, which moves it by less than 0.0001.
 TEST(DatumConvert, PrintedExamples) {

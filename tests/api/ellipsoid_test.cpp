@@ -1,10 +1,13 @@
 // Ellipsoid catalogue: the numbers against their defining publications, then the lookups and their asymmetries.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cctype>
 #include <string>
 
 #include <orvex/orvex.h>
+
+#include "support/Projection.h"
 
 namespace orvex {
 namespace {
@@ -39,6 +42,24 @@ TEST(Ellipsoid, DefiningConstants) {
   EXPECT_NEAR(EllipsoidRadius(ET_STATE_PLANE_1927_MICHIGAN), EllipsoidRadius(ET_CLARKE_1866) + 800 * 1200.0 / 3937,
               2e-1);
   EXPECT_EQ(EllipsoidFlattening(ET_STATE_PLANE_1927_MICHIGAN), EllipsoidFlattening(ET_CLARKE_1866));
+}
+
+TEST(Ellipsoid, EveryRowToTheLastBit) {
+  const test::CsvFile csv("ellipsoids.csv");
+  EXPECT_EQ(csv.Rows(), 56U);
+  for (std::size_t row = 1; row < csv.Rows(); ++row) {  // the first is the user's
+    const EllipsoidType type = Type(std::stoi(csv.Text(row, "number")));
+    char name[64];
+    double a = 0, f = 0;
+    int posc = 0;
+    ASSERT_TRUE(EllipsoidInfo(type, name, &a, &f));
+    std::replace(name, name + std::string(name).size(), ',', ';');
+    EXPECT_EQ(name, csv.Text(row, "name"));
+    EXPECT_EQ(a, csv.Number(row, "radius")) << name;
+    EXPECT_EQ(f, csv.Number(row, "flattening")) << name;
+    EllipsoidToPOSCNumber(type, &posc);
+    EXPECT_EQ(posc, std::stoi(csv.Text(row, "posc"))) << name;
+  }
 }
 
 TEST(Ellipsoid, EveryNameAndCodeFindsItsRow) {

@@ -43,21 +43,35 @@ TEST(Parameters, ListsAgreeWithEachOther) {
   }
 }
 
-TEST(Parameters, DisplayOrderOfProjectionsThatDiffer) {
+TEST(Parameters, DisplayOrder) {
   const struct {
-    ProjType type;
     std::vector<int> ids;
-  } rows[] = {{PT_LATLONG, {}},
-              {PT_HOTINE, {20, 2, 3, 4, 13, 16, 6, 17, 5, 7, 10, 8, 11, 18, 19}},
-              {PT_UTM, {20, 2, 13, 6, 5, 14}},
-              {PT_CASSINI, {20, 2, 3, 4, 5, 6}},
-              {PT_ROBINSON, {20, 2, 3, 4}},
-              {PT_STATEPLANE83, {2, 15}}};
+    std::vector<ProjType> types;
+  } rows[] = {
+      {{}, {PT_LATLONG}},
+      {{2, 15}, {PT_STATEPLANE27, PT_STATEPLANE83}},
+      {{20, 2, 3, 4}, {PT_ROBINSON}},
+      {{20, 2, 3, 4, 6},
+       {PT_ECKERT4, PT_ECKERT6, PT_MILLER, PT_MOLLWEIDE, PT_ROBINSONSTERLING, PT_SINUSOIDAL, PT_VANDERGRINTEN}},
+      {{20, 2, 3, 4, 5, 6}, {PT_CASSINI}},
+      {{20, 2, 3, 4, 6, 5}, {PT_MERCATOR, PT_ORTHOGRAPHIC, PT_POLYCONIC}},
+      {{20, 2, 3, 4, 6, 7}, {PT_BONNE, PT_EQUICYLINDRICAL, PT_LAMBERTAZIMUTHAL, PT_GNOMONIC, PT_AZIMUTHALEQUI}},
+      {{20, 2, 3, 4, 6, 5, 7, 8}, {PT_ALBERS, PT_LAMBERT, PT_EQUICONIC}},
+      {{20, 2, 3, 4, 13, 6, 5}, {PT_GAUSSKRUGER, PT_STEREOGRAPHIC, PT_TRANSVERSEMERCATOR}},
+      {{20, 2, 13, 6, 5, 14}, {PT_UTM}},
+      {{20, 2, 3, 4, 10, 7, 11, 8, 13}, {PT_OBLIQUEMERCATOR}},
+      {{20, 2, 3, 4, 13, 16, 6, 17, 5, 7, 10, 8, 11, 18, 19}, {PT_HOTINE}},
+  };
+  int seen = 0;
   for (const auto& row : rows) {
-    std::vector<int> ids;
-    for (int i = 0; i < ProjNumParams(row.type); ++i) ids.push_back(ProjEnumParam(row.type, i));
-    EXPECT_EQ(ids, row.ids) << row.type;
+    for (const ProjType type : row.types) {
+      std::vector<int> ids;
+      for (int i = 0; i < ProjNumParams(type); ++i) ids.push_back(ProjEnumParam(type, i));
+      EXPECT_EQ(ids, row.ids) << type;
+      ++seen;
+    }
   }
+  EXPECT_EQ(seen, ProjNumProjections());
 }
 
 // Each value goes where its field is, and nowhere else: written by id, read through the record.

@@ -58,14 +58,16 @@ TEST(TMercLambert, LambertRoundTripStaysWithinItsStoppingRule) {
 TEST(TMercLambert, SphericalCornersOfTheMeridian) {
   PROJDATA rec = Record(PT_TRANSVERSEMERCATOR, "R=1");
   CProjector sphere(&rec);
-  PROJPOINT pts[] = {{90, 0}, {10, 20}, {-90, 0}, {90, -30}, {135, 45}, {30, 90}};
-  ASSERT_TRUE(sphere.Forward(pts, 6));
+  PROJPOINT pts[] = {{90, 0}, {10, 20}, {-90, 0}, {90, -30}, {135, 45}, {30, 90}, {135, 90}, {-135, -90}};
+  ASSERT_TRUE(sphere.Forward(pts, 8));
   EXPECT_TRUE(Unplottable(pts[0]));  // B is exactly 1
   EXPECT_FALSE(Unplottable(pts[1]));
   EXPECT_TRUE(Unplottable(pts[2]));  // infinite, caught by the driver
   EXPECT_NEAR(pts[3].y, -1.5707963267948966, 1e-15);
   EXPECT_NEAR(pts[4].y, std::atan(std::tan(0.78539816339744831) / std::cos(2.3561944901923448)), 1e-15);  // folded back
   EXPECT_NEAR(pts[5].y, 1.5707963267948966, 1e-15);
+  EXPECT_NEAR(pts[6].y, 1.5707963267948966, 1e-15);  // the pole is not folded back
+  EXPECT_NEAR(pts[7].y, -1.5707963267948966, 1e-15);
   EXPECT_EQ(sphere.Result(), 1);
 }
 

@@ -72,6 +72,13 @@ TEST_F(Ntv2Step, interpolatesInEitherByteOrderAndInverts) {
   }
 }
 
+TEST_F(Ntv2Step, takesTheSmallestGridAndNoEndRecord) {
+  std::string bytes = Ntv2File({{"CELL", "NONE", -80, 45, -79, 46, 1, Constant(5)}});
+  bytes.resize(bytes.size() - 16);
+  Use(bytes);
+  EXPECT_NEAR((Convert({-79.5, 45.5}).y - 45.5) * 3600, 5, 1e-9);
+}
+
 // West to east: A, B side by side; CHILD in A, GRANDCHILD in CHILD but before it in the file, its north edge on
 // CHILD's. Every sub-grid shifts by a constant of its own, so that the shift names the sub-grid.
 TEST_F(Ntv2Step, takesTheDensestSubGridAndGivesEdgesToOne) {
