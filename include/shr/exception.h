@@ -9,7 +9,7 @@
 namespace shr {
 
 namespace detail {
-struct ExceptionTexts;
+struct SharedTexts;
 }
 
 /// Thrown by value for bad parameters and for impossible internal states; nothing else leaves the library as an
@@ -39,7 +39,7 @@ class ORVEX_API Exception : public std::exception {
  private:
   int m_messageId;
   int m_line;
-  detail::ExceptionTexts* m_texts;  // shared by the copies; null: all empty
+  detail::SharedTexts* m_texts;  // shared by the copies; null: all empty
 };
 
 }  // namespace shr

@@ -5,13 +5,14 @@
 #include <array>
 #include <atomic>
 #include <new>
+#include <utility>
 
 namespace shr {
 
 namespace detail {
 
 /// The texts of an exception and of its copies.
-struct ExceptionTexts {
+struct SharedTexts {
   std::atomic<int> uses{0};
   bool reserved = false;
   std::string module, source, message;
@@ -25,7 +26,7 @@ class Reserve {
  public:
   Reserve() noexcept {
     try {
-      for (ExceptionTexts& texts : m_texts) {
+      for (SharedTexts& texts : m_texts) {
         texts.reserved = true;
         texts.module.reserve(kName);
         texts.source.reserve(kName);
@@ -37,9 +38,9 @@ class Reserve {
   }
 
   /// Texts that nobody uses, their use counted; null when there are none.
-  ExceptionTexts* Take(const char* module, const char* source, const char* message) noexcept {
+  SharedTexts* Take(const char* module, const char* source, const char* message) noexcept {
     if (!m_filled) return nullptr;
-    for (ExceptionTexts& texts : m_texts) {
+    for (SharedTexts& texts : m_texts) {
       int unused = 0;
       if (!texts.uses.compare_exchange_strong(unused, 1, std::memory_order_acquire)) continue;
       Fill(texts.module, module);
@@ -61,16 +62,16 @@ class Reserve {
   }
 
   bool m_filled = false;
-  std::array<ExceptionTexts, kTexts> m_texts;
+  std::array<SharedTexts, kTexts> m_texts;
 };
 
 Reserve g_reserve;
 const std::string g_empty;
 
-ExceptionTexts* MakeTexts(const char* module, const char* source, const char* message) noexcept {
-  ExceptionTexts* texts = nullptr;
+SharedTexts* MakeTexts(const char* module, const char* source, const char* message) noexcept {
+  SharedTexts* texts = nullptr;
   try {
-    texts = new ExceptionTexts;
+    texts = new SharedTexts;
     texts->uses = 1;
     texts->module = module;
     texts->source = source;
@@ -82,12 +83,12 @@ ExceptionTexts* MakeTexts(const char* module, const char* source, const char* me
   }
 }
 
-ExceptionTexts* Share(ExceptionTexts* texts) noexcept {
+SharedTexts* Share(SharedTexts* texts) noexcept {
   if (texts != nullptr) texts->uses.fetch_add(1, std::memory_order_relaxed);
   return texts;
 }
 
-void Release(ExceptionTexts* texts) noexcept {
+void Release(SharedTexts* texts) noexcept {
   if (texts == nullptr) return;
   const bool onHeap = !texts->reserved;  // once given back, reserved texts may be another's
   if (texts->uses.fetch_sub(1, std::memory_order_acq_rel) == 1 && onHeap) delete texts;
@@ -112,11 +113,10 @@ Exception::Exception(const Exception& other) noexcept
     : std::exception(other), m_messageId(other.m_messageId), m_line(other.m_line), m_texts(Share(other.m_texts)) {}
 
 Exception& Exception::operator=(const Exception& other) noexcept {
-  ExceptionTexts* const texts = Share(other.m_texts);  // first, for an assignment to itself
-  Release(m_texts);
-  m_messageId = other.m_messageId;
-  m_line = other.m_line;
-  m_texts = texts;
+  Exception copy(other);
+  std::swap(m_messageId, copy.m_messageId);
+  std::swap(m_line, copy.m_line);
+  std::swap(m_texts, copy.m_texts);
   return *this;
 }
 

@@ -167,13 +167,6 @@ std::vector<std::string> Logged(Calls calls) {
   return lines;
 }
 
-void Quietly(void (*call)()) {
-  try {
-    call();
-  } catch (const shr::Exception&) {
-  }
-}
-
 TEST(LogEntries, NameTheFunctionAndItsArguments) {
   for (const Entry& entry : kEntries) {
     const std::vector<std::string> lines = Logged(entry.call);
@@ -205,6 +198,13 @@ TEST(LogEntries, NoFunctionIsLeftOut) {
 }
 
 #if !defined(_WIN32)
+void Quietly(void (*call)()) {
+  try {
+    call();
+  } catch (const shr::Exception&) {
+  }
+}
+
 TEST(LogEntries, NothingIsFormattedWhileTheLogIsOff) {
   const long before = FormattedTexts();
   for (const Entry& entry : kEntries) Quietly(entry.call);

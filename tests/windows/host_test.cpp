@@ -244,9 +244,12 @@ TEST(LogFile, IsWrittenFromAttachToDetach) {
   EXPECT_NE(text.find(rule + "\r\nTALVEN.DLL log output ended at ", call), text.npos);
 }
 
-/// Status of the grid host, run with its grid from a directory of the given name.
-DWORD RunGridHost(const std::wstring& name) {
+/// Status of the grid host, run with its grid from a directory of the given name; the name is lengthened until the
+/// program's path has that many characters.
+DWORD RunGridHost(std::wstring name, std::size_t programLength = 0) {
   const TemporaryDirectory parent;
+  const std::size_t length = parent.Path().wstring().size() + name.size() + std::strlen("\\\\grid_host.exe");
+  if (programLength > length) name.append(programLength - length, L'x');
   const std::wstring directory = parent.Path().wstring() + L"\\" + name + L"\\";
   EXPECT_TRUE(CreateDirectoryW(directory.c_str(), nullptr));
   const auto bring = [&](const std::string& file) {
@@ -280,6 +283,11 @@ TEST(GridFile, IsFoundBesideTheProgram) {
   EXPECT_EQ(RunGridHost(L"\u0441\u0435\u0442\u043A\u0430"), DWORD{20280 - 20000});
 }
 
+// File names end at 259 characters, but not before.
+TEST(GridFile, IsFoundBesideAProgramWithALongPath) {
+  for (const std::size_t length : {254u, 255u, 256u, 259u}) EXPECT_EQ(RunGridHost(L"long", length), 0u) << length;
+}
+
 TEST(CustomStore, RefusesWhatCannotBeWritten) {
   const TemporaryDirectory directory;
   const std::string ini = (directory / "host.ini").string();
@@ -291,6 +299,7 @@ TEST(CustomStore, RefusesWhatCannotBeWritten) {
   {
     const HeldFile held(ini);
     EXPECT_FALSE(NDatSave(ini.c_str(), "Mine", &step));
+    EXPECT_FALSE(NDatDelete(ini.c_str(), "Mine"));
     EXPECT_FALSE(NDatExists(ini.c_str(), "Mine", nullptr));
   }
   EXPECT_EQ(ReadWholeFile(ini), content);
