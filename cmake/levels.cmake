@@ -4,7 +4,9 @@ file(GLOB orvex_level_sources CONFIGURE_DEPENDS
      src/points/Elementary.cpp
      src/projections/Prj*.cpp
      src/projections/Conversions.cpp
-     src/datum/DatumPoints.cpp)
+     src/datum/DatumPoints.cpp
+     src/georef/PlanePoints.cpp
+     src/shr/WarpPoints.cpp)
 
 set(orvex_level_objects)
 set(orvex_level_definition)

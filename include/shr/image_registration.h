@@ -7,6 +7,10 @@
 
 #include <orvex/export.h>
 
+namespace orvex::detail {
+struct WarpAccess;
+}
+
 namespace shr {
 
 /// A point of either plane.
@@ -64,6 +68,7 @@ class ORVEX_API CImageRegistration {
   void Transform(RPoint* pts, int count) const;
 
  private:
+  friend struct orvex::detail::WarpAccess;
   struct State;
   std::unique_ptr<State> m_state;
 };

@@ -5,17 +5,10 @@
 
 namespace orvex::detail {
 
-#if defined(ORVEX_X86_LEVELS)
-namespace avx2 {
-extern const DatumOperations kDatumOperations;
-}
-namespace avx512 {
-extern const DatumOperations kDatumOperations;
-}
-#endif
+ORVEX_AT_EVERY_LEVEL(DatumOperations, kDatumOperations)
 
 const DatumOperations& ActiveDatumOperations() {
-  return AtLevel<ORVEX_EVERY_LEVEL(kDatumOperations)>();
+  return AtLevel<ORVEX_LEVELS_OF(kDatumOperations)>();
 }
 
 }  // namespace orvex::detail

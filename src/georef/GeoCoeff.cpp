@@ -29,8 +29,9 @@ bool StoreCoefficients(const AffineCoefficients& coefficients, GEOREF& g) {
   return true;
 }
 
-void CoeffForward(const AffineCoefficients& coefficients, GEOREFPOINT* pts, int n) {
-  TransformEach(pts, n, [coefficients](const GEOREFPOINT& p) { return coefficients(p); });
+PlaneFit PlaneOf(const AffineCoefficients& coefficients) {
+  const auto& c = coefficients.c;
+  return {{0, 0, 1, 1}, {c[0], c[1], c[2]}, {c[3], c[4], c[5]}};
 }
 
 std::array<GEOREFPOINT, 4> RasterCorners(int width, int height) {

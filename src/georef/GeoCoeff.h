@@ -23,7 +23,8 @@ AffineCoefficients CoefficientsOf(const PlaneFit& fit);
 /// False, nothing stored, when one of them is not finite.
 bool StoreCoefficients(const AffineCoefficients& coefficients, GEOREF& g);
 
-void CoeffForward(const AffineCoefficients& coefficients, GEOREFPOINT* pts, int n);
+/// The same as a polynomial of the order Affine, in source coordinates as they are.
+PlaneFit PlaneOf(const AffineCoefficients& coefficients);
 
 /// Corners of a raster, in the order in which they become control points.
 std::array<GEOREFPOINT, 4> RasterCorners(int width, int height);

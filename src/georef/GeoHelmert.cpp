@@ -1,6 +1,10 @@
 // GeoHelmert - similarity transform.
 #include "georef/GeoHelmert.h"
 
+#include <algorithm>
+#include <cfloat>
+#include <vector>
+
 #include "math/LeastSquares.h"
 
 namespace orvex::detail {
@@ -39,13 +43,6 @@ bool InitializeHelmert(const Controls& controls, PlaneFit& fit) {
   std::copy(std::begin(x), std::end(x), fit.x);
   std::copy(std::begin(y), std::end(y), fit.y);
   return true;
-}
-
-void HelmertForward(const PlaneFit& fit, GEOREFPOINT* pts, int n) {
-  TransformEach(pts, n, [f = fit](const GEOREFPOINT& p) {
-    const double u = f.frame.U(p.x), v = f.frame.V(p.y);
-    return GEOREFPOINT{f.x[0] + (f.x[1] * u + f.x[2] * v), f.y[0] + (f.y[1] * u + f.y[2] * v)};
-  });
 }
 
 }  // namespace orvex::detail

@@ -9,6 +9,4 @@ namespace orvex::detail {
 /// finite.
 bool InitializeHelmert(const Controls& controls, PlaneFit& fit);
 
-void HelmertForward(const PlaneFit& fit, GEOREFPOINT* pts, int n);
-
 }  // namespace orvex::detail

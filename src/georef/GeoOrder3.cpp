@@ -1,6 +1,9 @@
 // GeoOrder3 - polynomials to the third order.
 #include "georef/GeoOrder3.h"
 
+#include <algorithm>
+#include <vector>
+
 #include "math/LeastSquares.h"
 
 namespace orvex::detail {
@@ -12,24 +15,6 @@ using Terms = double[PlaneFit::kMaxTerms];
 void FillTerms(double u, double v, Terms& t) {
   const double values[] = {1, u, v, u * v, u * u, v * v, u * u * u, u * u * v, u * v * v, v * v * v};
   std::copy(std::begin(values), std::end(values), t);
-}
-
-// Nested form by powers of v. c holds the coefficients in the order of the terms.
-template <OrderCode Order>
-double Evaluate(const double* c, double u, double v) {
-  if constexpr (Order == OrderCode::Affine) return c[0] + (c[1] * u + c[2] * v);
-  if constexpr (Order == OrderCode::Bilinear) return c[0] + (c[1] * u + v * (c[2] + c[3] * u));
-  if constexpr (Order == OrderCode::Second) return c[0] + (u * (c[1] + u * c[4]) + v * (c[2] + c[3] * u + v * c[5]));
-  return c[0] +
-         (u * (c[1] + u * (c[4] + u * c[6])) + v * (c[2] + u * (c[3] + u * c[7]) + v * (c[5] + u * c[8] + v * c[9])));
-}
-
-template <OrderCode Order>
-void Forward(const PlaneFit& fit, GEOREFPOINT* pts, int n) {
-  TransformEach(pts, n, [f = fit](const GEOREFPOINT& p) {
-    const double u = f.frame.U(p.x), v = f.frame.V(p.y);
-    return GEOREFPOINT{Evaluate<Order>(f.x, u, v), Evaluate<Order>(f.y, u, v)};
-  });
 }
 
 }  // namespace
@@ -78,19 +63,6 @@ bool InitializeOrder3(OrderCode order, const Controls& controls, PlaneFit& fit) 
   fit.x[0] += to.cx;
   fit.y[0] += to.cy;
   return true;
-}
-
-void Order3Forward(OrderCode order, const PlaneFit& fit, GEOREFPOINT* pts, int n) {
-  switch (order) {
-    case OrderCode::Affine:
-      return Forward<OrderCode::Affine>(fit, pts, n);
-    case OrderCode::Bilinear:
-      return Forward<OrderCode::Bilinear>(fit, pts, n);
-    case OrderCode::Second:
-      return Forward<OrderCode::Second>(fit, pts, n);
-    case OrderCode::Third:
-      return Forward<OrderCode::Third>(fit, pts, n);
-  }
 }
 
 }  // namespace orvex::detail

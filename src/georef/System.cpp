@@ -1,14 +1,16 @@
 // System - the twelve methods: which fit and which evaluation each one is.
 #include "georef/System.h"
 
-#include <algorithm>
-
 #include "georef/GeoCoeff.h"
 #include "georef/GeoHelmert.h"
 #include "georef/GeoOrder3.h"
+#include "points/Levels.h"
+#include "shr/WarpPoints.h"
 #include "support/Log.h"
 
 namespace orvex::detail {
+
+ORVEX_AT_EVERY_LEVEL(PlaneOperations, kPlaneOperations)
 
 namespace {
 
@@ -42,21 +44,6 @@ bool Calibrate(System& system) {
 bool ImagesFinite(const System& system) {
   for (GEOREFPOINT p : system.ControlPoints().source) {
     if (!Forward(system, &p, 1) || p.x == DBL_MAX) return false;
-  }
-  return true;
-}
-
-// Blocks of points, since every call of the registration sets the host's floating-point environment aside.
-bool WarpForward(const shr::CImageRegistration* registration, GEOREFPOINT* pts, int n) {
-  if (registration == nullptr || pts == nullptr || n < 1) return false;
-  constexpr int kBlock = 256;
-  shr::RPoint block[kBlock];
-  for (int begin = 0; begin < n; begin += kBlock) {
-    const int count = std::min(kBlock, n - begin);
-    GEOREFPOINT* const points = pts + begin;
-    for (int i = 0; i < count; ++i) block[i] = {points[i].x, points[i].y};
-    registration->Transform(block, count);
-    for (int i = 0; i < count; ++i) points[i] = Screened(points[i], {block[i].x, block[i].y});
   }
   return true;
 }
@@ -112,22 +99,29 @@ bool FitSystem(System& system) {
 
 bool Forward(const System& system, GEOREFPOINT* pts, int n) {
   const TransformMethod method = system.record.Method;
+  const PointView points = ViewOf(pts);
   switch (method) {
     case RM_HELMERT:
-      HelmertForward(system.fit, pts, n);
+      TransformPlane(points, n, OrderCode::Affine, system.fit);
       return true;
     case RM_AFFINEPOLYNOMIAL:
     case RM_POLYNOMIAL1:
     case RM_POLYNOMIAL2:
     case RM_POLYNOMIAL3:
-      Order3Forward(OrderOf(method), system.fit, pts, n);
+      TransformPlane(points, n, OrderOf(method), system.fit);
       return true;
     case RM_AFFINECOEFFICIENTS:
-      CoeffForward(CoefficientsOf(system.record), pts, n);
+      TransformPlane(points, n, OrderCode::Affine, PlaneOf(CoefficientsOf(system.record)));
       return true;
     default:
-      return WarpForward(system.registration, pts, n);
+      if (system.registration == nullptr || pts == nullptr || n < 1) return false;
+      WarpAccess::TransformScreened(*system.registration, points, n);
+      return true;
   }
+}
+
+void TransformPlane(const PointView& points, int count, OrderCode order, const PlaneFit& fit) {
+  AtLevel<ORVEX_LEVELS_OF(kPlaneOperations)>().transform(points, count, order, fit);
 }
 
 }  // namespace orvex::detail

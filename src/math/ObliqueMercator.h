@@ -103,7 +103,10 @@ struct ObliqueMercator {
     }
     const T sigma = u / line.sphere.R, w = v / line.sphere.R;
     const MaskOf<T> plottable = Abs(sigma) <= T(kPi + kRounding);
-    const T sech = 1 / Cosh(w), U = -Tanh(w);
+    // Latitude of the map's own sphere from its isometric latitude w: 1 / cosh w is its cosine, tanh w its sine. Beyond
+    // 350 both are what they are there.
+    const T E = Exp(Clamp(w, -350, 350)), square = E * E, half = 1 / (square + 1);
+    const T sech = 2 * E * half, U = (1 - square) * half;
     const auto [sine, cosine] = SinCos(Select(plottable, sigma, T(0)));
     const T X = sech * cosine, Y = sech * sine;
     const T east = Y * line.sinGamma - U * line.cosGamma, north = Y * line.cosGamma + U * line.sinGamma;

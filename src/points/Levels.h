@@ -16,11 +16,26 @@ void SetLevel(Level level) noexcept;
 /// As the environment variable spells it.
 const char* LevelName(Level level) noexcept;
 
-/// Picks the active level's own of something that every level has: AtLevel<ORVEX_EVERY_LEVEL(kConversions)>().
+/// Declares a constant that every level has, and picks the active level's own: in namespace orvex::detail,
+/// ORVEX_AT_EVERY_LEVEL(ConversionTable, kConversions) and AtLevel<ORVEX_LEVELS_OF(kConversions)>().
 #if defined(ORVEX_X86_LEVELS)
-#define ORVEX_EVERY_LEVEL(name) &base::name, &avx2::name, &avx512::name
+#define ORVEX_AT_EVERY_LEVEL(type, name) \
+  inline namespace base {                \
+  extern const type name;                \
+  }                                      \
+  namespace avx2 {                       \
+  extern const type name;                \
+  }                                      \
+  namespace avx512 {                     \
+  extern const type name;                \
+  }
+#define ORVEX_LEVELS_OF(name) &base::name, &avx2::name, &avx512::name
 #else
-#define ORVEX_EVERY_LEVEL(name) &base::name, &base::name, &base::name
+#define ORVEX_AT_EVERY_LEVEL(type, name) \
+  inline namespace base {                \
+  extern const type name;                \
+  }
+#define ORVEX_LEVELS_OF(name) &base::name, &base::name, &base::name
 #endif
 template <auto kBase, auto kAvx2, auto kAvx512>
 auto& AtLevel() noexcept {

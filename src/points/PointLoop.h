@@ -264,6 +264,21 @@ struct AsTheyAre {
   ORVEX_INLINE void Leave(Point<Real>&, MaskOf<Real>&) const {}
 };
 
+/// The same for transforms of the plane: what has no finite image is marked.
+struct ScreenedImages : AsTheyAre {
+  ORVEX_INLINE void Leave(Point<Real>& p, MaskOf<Real>& plottable) const {
+    plottable = plottable & IsFinite(p.x) & IsFinite(p.y);
+  }
+};
+
+/// Stage of points without markers: whatever comes out stands.
+struct WithoutMarkers {
+  ORVEX_INLINE MaskOf<Real> IsPlain(const Point<Real>&) const { return Yes<Real>(); }
+  ORVEX_INLINE void Enter(Point<Real>&) const {}
+  bool EnterOne(const double&, const double&, bool&) const { return true; }
+  ORVEX_INLINE void Leave(Point<Real>&, MaskOf<Real>&) const {}
+};
+
 /// Takes points through a stage and an operation, in place, and answers whether one is flagged: refused by the
 /// operation, or by the stage. Refused points become the marker. The first impossible point asserts in the name of
 /// `source`; those before it are converted then, it and those behind it are as they were given.

@@ -8,14 +8,7 @@
 
 namespace orvex::detail {
 
-#if defined(ORVEX_X86_LEVELS)
-namespace avx2 {
-extern const ConversionTable kConversions;
-}
-namespace avx512 {
-extern const ConversionTable kConversions;
-}
-#endif
+ORVEX_AT_EVERY_LEVEL(ConversionTable, kConversions)
 
 namespace {
 
@@ -62,7 +55,7 @@ std::span<const ProjectionRow, kProjectionCount> ProjectionTable() {
 }
 
 bool ConvertOperation::operator()(const Conversion& call) const {
-  const ConversionRow& row = AtLevel<ORVEX_EVERY_LEVEL(kConversions)>().rows[m_row];
+  const ConversionRow& row = AtLevel<ORVEX_LEVELS_OF(kConversions)>().rows[m_row];
   return (m_inverse ? row.inverse : row.forward)(call);
 }
 

@@ -9,18 +9,26 @@
 #include <span>
 
 #include "math/LeastSquares.h"
-#include "math/PlaneFrame.h"
+#include "math/PlaneBox.h"
+#include "points/Levels.h"
 #include "shr/RadialBasis.h"
 #include "support/Errors.h"
 #include "support/FpGuard.h"
 
+namespace orvex::detail {
+ORVEX_AT_EVERY_LEVEL(WarpOperations, kWarpOperations)
+}
+
 namespace shr {
 
+using detail::Basis;
 using detail::Node;
+using detail::WarpModel;
 using orvex::detail::HouseholderQr;
 using orvex::detail::Matrix;
 using orvex::detail::PlaneBox;
 using orvex::detail::PlaneFrame;
+using orvex::detail::ViewOf;
 using orvex::detail::WithinMemory;
 
 namespace {
@@ -48,7 +56,7 @@ double MeanSpacing(const std::vector<Node>& nodes) {
   for (const Node& node : nodes) {
     double nearest = DBL_MAX;
     for (const Node& other : nodes) {
-      if (&other != &node) nearest = std::min(nearest, detail::SquaredDistance(other, node.u, node.v));
+      if (&other != &node) nearest = std::min(nearest, orvex::detail::SquaredDistance(other, node.u, node.v));
     }
     if (!(nearest > 0)) return 0;
     sum += std::sqrt(nearest);
@@ -66,17 +74,23 @@ Matrix AffineDesign(const std::vector<Node>& nodes) {
   return design;
 }
 
-Matrix RadialMatrix(WarpingMethod method, double spacing, const std::vector<Node>& nodes) {
+Matrix RadialMatrix(Basis basis, double spacing, const std::vector<Node>& nodes) {
   const std::size_t n = nodes.size();
   Matrix radial(n, n);
-  detail::VisitBasis(method, spacing, [&](const auto& basis) {
+  orvex::detail::VisitBasis(basis, spacing, [&](const auto& phi) {
     for (std::size_t j = 0; j < n; ++j) {
       double* column = radial.Column(j);
       for (std::size_t i = 0; i < j; ++i) column[i] = radial.Column(i)[j];
-      for (std::size_t i = j; i < n; ++i) column[i] = basis(detail::SquaredDistance(nodes[i], nodes[j].u, nodes[j].v));
+      for (std::size_t i = j; i < n; ++i)
+        column[i] = phi(orvex::detail::SquaredDistance(nodes[i], nodes[j].u, nodes[j].v));
     }
   });
   return radial;
+}
+
+const orvex::detail::WarpOperations& Operations() {
+  using namespace orvex::detail;
+  return AtLevel<ORVEX_LEVELS_OF(kWarpOperations)>();
 }
 
 // Interpolation of values at the nodes by an affine part and radial functions whose weights w fulfil the side
@@ -91,8 +105,8 @@ class Interpolator {
   bool FullRank() const { return m_affine.FullRank(); }
 
   // Adds the radial functions; without them the weights are what the affine part leaves. False for a singular system.
-  bool Factor(WarpingMethod method, double spacing, const std::vector<Node>& nodes) {
-    m_radial = RadialMatrix(method, spacing, nodes);
+  bool Factor(Basis basis, double spacing, const std::vector<Node>& nodes) {
+    m_radial = RadialMatrix(basis, spacing, nodes);
     m_affine.Conjugate(m_radial);
     return FactorPositiveDefinite(m_radial, 3);
   }
@@ -119,42 +133,36 @@ class Interpolator {
 }  // namespace
 
 struct CImageRegistration::State {
-  WarpingMethod method = WM_NONE;
-  PlaneFrame from{}, to{};  // normalised source and destination coordinates
-  double spacing = 0;       // s, in normalised units
-  double affineX[3] = {};   // of 1, u, v
-  double affineY[3] = {};
-  std::vector<Node> nodes;
+  WarpModel model{};
+  std::vector<Node> nodes;  // of the model
 
-  bool Calibrate(std::span<const RPoint> src, std::span<const RPoint> dst);
-  RPoint Transform(const RPoint& pt) const;
-
- private:
-  RPoint Normalised(double u, double v) const;
+  bool Calibrate(Basis basis, std::span<const RPoint> src, std::span<const RPoint> dst);
 };
 
-bool CImageRegistration::State::Calibrate(std::span<const RPoint> src, std::span<const RPoint> dst) {
+bool CImageRegistration::State::Calibrate(Basis basis, std::span<const RPoint> src, std::span<const RPoint> dst) {
   const auto srcBox = PlaneBox::Around(src), dstBox = PlaneBox::Around(dst);
   const std::size_t n = src.size();
   if (!srcBox || !dstBox || n < 3 || n != dst.size()) return false;
-  from = PlaneFrame::Isotropic(*srcBox);
-  to = PlaneFrame::Destination(*dstBox);
+  const PlaneFrame from = PlaneFrame::Isotropic(*srcBox), to = PlaneFrame::Destination(*dstBox);
   if (!from.Usable()) return false;
   for (const RPoint& p : src) nodes.push_back({from.U(p.x), from.V(p.y), 0, 0});
-  spacing = MeanSpacing(nodes);
+  const double spacing = MeanSpacing(nodes);
   if (!(spacing > 0)) return false;
   Interpolator interpolator(nodes, RankTolerance(*srcBox, from));
   if (!interpolator.FullRank()) return false;
-  if (method != WM_INVERSE_DISTANCE && !interpolator.Factor(method, spacing, nodes)) return false;
+  if (basis != Basis::InverseDistance && !interpolator.Factor(basis, spacing, nodes)) return false;
+  model = {basis, from, to, spacing, {}, {}, nodes.data(), static_cast<int>(n)};
 
   // The weights are zero to begin with, so the first round fits the destinations themselves.
   for (int round = 0;; ++round) {
+    std::vector<RPoint> images(n);
+    for (std::size_t i = 0; i < n; ++i) images[i] = {nodes[i].u, nodes[i].v};
+    Operations().normalised(ViewOf(images.data()), static_cast<int>(n), model);
     std::vector<double> missX(n), missY(n);
     double largest = 0;
     for (std::size_t i = 0; i < n; ++i) {
-      const RPoint p = Normalised(nodes[i].u, nodes[i].v);
-      missX[i] = to.U(dst[i].x) - p.x;
-      missY[i] = to.V(dst[i].y) - p.y;
+      missX[i] = to.U(dst[i].x) - images[i].x;
+      missY[i] = to.V(dst[i].y) - images[i].y;
       if (!std::isfinite(missX[i]) || !std::isfinite(missY[i])) return false;
       largest = std::max({largest, std::fabs(missX[i]), std::fabs(missY[i])});
     }
@@ -163,26 +171,14 @@ bool CImageRegistration::State::Calibrate(std::span<const RPoint> src, std::span
     interpolator.Solve(missX.data(), shiftX);
     interpolator.Solve(missY.data(), shiftY);
     for (std::size_t k = 0; k < 3; ++k) {
-      affineX[k] += shiftX[k];
-      affineY[k] += shiftY[k];
+      model.affineX[k] += shiftX[k];
+      model.affineY[k] += shiftY[k];
     }
     for (std::size_t i = 0; i < n; ++i) {
       nodes[i].weightX += missX[i];
       nodes[i].weightY += missY[i];
     }
   }
-}
-
-RPoint CImageRegistration::State::Normalised(double u, double v) const {
-  const RPoint bend = method == WM_INVERSE_DISTANCE ? detail::InverseDistanceMean(nodes, u, v)
-                                                    : detail::RadialSum(method, spacing, nodes, u, v);
-  return {affineX[0] + (affineX[1] * u + affineX[2] * v) + bend.x,
-          affineY[0] + (affineY[1] * u + affineY[2] * v) + bend.y};
-}
-
-RPoint CImageRegistration::State::Transform(const RPoint& pt) const {
-  const RPoint p = Normalised(from.U(pt.x), from.V(pt.y));
-  return {to.cx + p.x / to.kx, to.cy + p.y / to.ky};
 }
 
 RPoints::RPoints() = default;
@@ -210,23 +206,27 @@ WarpingMethod CImageRegistration::Calibrate(const RPoints& src, const RPoints& d
   const orvex::detail::FpGuard guard;
   return WithinMemory(kSource, kLineNoSystem, [&] {
     auto state = std::make_unique<State>();
-    state->method = method;
-    if (!state->Calibrate(Copy(src), Copy(dst))) return WM_NONE;
+    if (!state->Calibrate(static_cast<Basis>(method), Copy(src), Copy(dst))) return WM_NONE;
     m_state = std::move(state);
     return method;
   });
 }
 
 RPoint CImageRegistration::Transform(const RPoint& pt) const {
-  if (m_state == nullptr) return pt;
-  const orvex::detail::FpGuard guard;
-  return m_state->Transform(pt);
+  RPoint p = pt;
+  Transform(&p, 1);
+  return p;
 }
 
 void CImageRegistration::Transform(RPoint* pts, int count) const {
   if (m_state == nullptr || pts == nullptr) return;
   const orvex::detail::FpGuard guard;
-  for (int i = 0; i < count; ++i) pts[i] = m_state->Transform(pts[i]);
+  Operations().transform(ViewOf(pts), count, m_state->model);
 }
 
 }  // namespace shr
+
+void orvex::detail::WarpAccess::TransformScreened(const shr::CImageRegistration& registration, const PointView& points,
+                                                  int count) {
+  if (registration.m_state != nullptr) shr::Operations().screened(points, count, registration.m_state->model);
+}

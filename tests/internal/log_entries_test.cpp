@@ -182,7 +182,7 @@ TEST(LogEntries, NoFunctionIsLeftOut) {
     const std::string line = entry.line;
     named.insert(line.substr(0, line.find_first_of("( ")));
   }
-  std::ifstream list(ORVEX_SOURCE_DIR "/tests/win32/exports.txt");
+  std::ifstream list(ORVEX_SOURCE_DIR "/tests/windows/exports32.txt");
   int functions = 0;
   for (std::string symbol; std::getline(list, symbol); ++functions) {
     int status = 0;
