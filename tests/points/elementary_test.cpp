@@ -55,6 +55,7 @@ const std::map<std::string, Reference> kReferences = {
     {"Nearest", {nullptr, std::nearbyint}},
     {"Floor", {nullptr, std::floor}},
     {"ToFloat", {nullptr, [](double x) { return static_cast<double>(static_cast<float>(x)); }}},
+    {"Answers", {nullptr, nullptr, nullptr, [](double x, double y) { return std::isfinite(x) && x <= y ? x : y; }}},
 };
 
 const Function& FunctionOf(const Level& level, const std::string& name) {
@@ -163,6 +164,8 @@ TEST(Elementary, SpecialValuesAreThoseOfTheRuntime) {
       0x1p90, 1e5};
   for (std::size_t i = special.size(); i-- > 0;) special.push_back(-special[i]);
   special.push_back(kNaN);
+  Random random(9);
+  for (int i = 0; i < 40; ++i) special.push_back(Make({Kind::AnySize, 1e-46, 1e40}, random));
   for (const auto& [name, reference] : kReferences) {
     Arguments arguments({name.c_str(), "", 0, false, {}, {}}, 0, 0);
     for (const double x : special) {
