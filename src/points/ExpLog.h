@@ -86,9 +86,9 @@ ORVEX_INLINE T Expm1(T x) {
   // 2^k (1 + r + r^2/2 + ...) - 1, the largest parts first.
   const T power = reduced.Power(), r = reduced.r, z = r * r;
   const T tail = r * z *
-                 Polynomial(r, z, z * z, 0x1.5555555555557p-3, 0x1.5555555553153p-5, 0x1.111111110f9c9p-7,
-                            0x1.6c16c17cfc678p-10, 0x1.a01a01afe9cd8p-13, 0x1.a019aa7992b75p-16, 0x1.71ddf6899cb45p-19,
-                            0x1.28a03caa8fd19p-22, 0x1.af63b0103537cp-26);
+                 Polynomial(r, z, z * z, 0x1.555555555555bp-3, 0x1.555555555555ap-5, 0x1.111111110ed96p-7,
+                            0x1.6c16c16c141fdp-10, 0x1.a01a01b323cffp-13, 0x1.a01a01b1ca844p-16, 0x1.71ddf0d13070ep-19,
+                            0x1.27e4c32a9e396p-22, 0x1.af6af032c42aep-26, 0x1.1f9922aecc6bcp-29);
   const T less = power - 1, lessLow = (power - less) - 1;
   const Double<T> sum = Sum(less, power * r);
   const T result = sum.high + (sum.low + (lessLow + power * (0.5 * z + (reduced.low + tail))));

@@ -61,6 +61,24 @@ ORVEX_INLINE T SinCosSum(T x) {
   return both.sine + both.cosine;
 }
 
+/// x where it is finite and less than y or equal to it, else y; not a number where the words for answers disagree.
+template <class T>
+ORVEX_INLINE T Answers(T x, T y) {
+  const MaskOf<T> chosen = IsFinite(x) & ((x < y) | !(x != y));
+  T one = y, swapped = x, other = y;
+  bool any = false, all = true;
+  for (int i = 0; i < kLaneCount<T>; ++i) {
+    if (Get(chosen, i)) Put(one, i, Get(x, i));
+    any |= Get(chosen, i);
+    all &= Get(chosen, i);
+  }
+  SwapWhere(chosen, swapped, other);
+  const bool agree = Any(chosen) == any && All(chosen) == all && None(chosen) != any && All(Yes<T>()) && None(No<T>());
+  const T selected = Select(chosen, x, y), added = Where(chosen, x) + Where(!chosen, y);
+  const MaskOf<T> same = (selected == one) & (other == one) & (added == one);
+  return Select(same, agree ? one : T(__builtin_nan("")), T(__builtin_nan("")));
+}
+
 const Function kFunctions[] = {
     ONE(Sin),
     ONE(Cos),
@@ -84,6 +102,7 @@ const Function kFunctions[] = {
     ONE(Nearest),
     ONE(Floor),
     ONE(ToFloat),
+    {"Answers", true, {WIDTHS(Answers(x, y))}},
     {"SinCos", false, {WIDTHS(SinCosSum(x))}},
 };
 
