@@ -72,11 +72,16 @@ TEST_F(Ntv2Step, interpolatesInEitherByteOrderAndInverts) {
   }
 }
 
+// Two rows of two nodes, no END record, and limits that need every bit of their doubles.
 TEST_F(Ntv2Step, takesTheSmallestGridAndNoEndRecord) {
-  std::string bytes = Ntv2File({{"CELL", "NONE", -80, 45, -79, 46, 1, Constant(5)}});
-  bytes.resize(bytes.size() - 16);
-  Use(bytes);
-  EXPECT_NEAR((Convert({-79.5, 45.5}).y - 45.5) * 3600, 5, 1e-9);
+  for (const bool bigEndian : {false, true}) {
+    std::string bytes = Ntv2File({{"CELL", "NONE", -80.123456789, 45.1, -79.123456789, 46.1, 1,
+                                   [](double lon, double) { return std::pair(100 * (lon + 80), 0.0); }}},
+                                 bigEndian);
+    bytes.resize(bytes.size() - 16);
+    Use(bytes);
+    EXPECT_NEAR((Convert({-79.6, 45.5}).y - 45.5) * 3600, 40, 1e-4);  // the nodes are in single precision
+  }
 }
 
 // West to east: A, B side by side; CHILD in A, GRANDCHILD in CHILD but before it in the file, its north edge on
