@@ -6,6 +6,7 @@
 
 #include "georef/GeoCoeff.h"
 #include "georef/System.h"
+#include "points/Elementary.h"
 #include "support/Errors.h"
 #include "support/FpGuard.h"
 #include "support/Log.h"
@@ -173,9 +174,9 @@ bool ORVEX_CALL RefComputeError(void* h, double* pTotalError, double* pControlEr
   for (std::size_t i = 0; i < n; ++i) {
     GEOREFPOINT p = controls.source[i];
     if (!Forward(system, &p, 1)) return false;
-    const double error = std::hypot(p.x - controls.destination[i].x, p.y - controls.destination[i].y);
+    const double error = Hypot(p.x - controls.destination[i].x, p.y - controls.destination[i].y);
     if (pControlError != nullptr) pControlError[i] = error;
-    root = std::hypot(root, error);
+    root = Hypot(root, error);
   }
   if (pTotalError != nullptr) *pTotalError = root / std::sqrt(static_cast<double>(n));
   return true;

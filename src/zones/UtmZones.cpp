@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "orvex/zones.h"
+#include "points/Elementary.h"
 #include "support/FpGuard.h"
 #include "support/Log.h"
 #include "support/Text.h"
@@ -46,7 +47,7 @@ double ProjUTMZoneNumberToLon(int zone) {
 int ProjUTMLonToZoneNumber(double lon) {
   const detail::FpGuard guard;  // formatting a number for the log raises exceptions too
   LogPrintf("ProjUTMLonToZoneNumber(lon=%f)\n", lon);
-  const double reduced = std::fmod(lon, 360.0);  // keeps the sign; a longitude that is not finite counts as 0
+  const double reduced = detail::Remainder(lon, 360.0);  // keeps the sign; a longitude that is not finite counts as 0
   const int whole = std::isnan(reduced) ? 0 : static_cast<int>(reduced);
   return (whole + 360 + 180) % 360 / 6 + 1;
 }

@@ -34,7 +34,7 @@ double FromSeconds(double seconds) {
 // Nodes along one side, 0 when limits and spacing make no grid.
 std::int32_t NodeCount(double low, double high, double spacing) {
   if (!(std::isfinite(low) && std::isfinite(high) && high > low && spacing > 0)) return 0;
-  const double steps = std::round((high - low) / spacing);
+  const double steps = Floor((high - low) / spacing + 0.5);
   return steps >= 1 && steps < kLargestCount ? static_cast<std::int32_t>(steps) + 1 : 0;
 }
 
