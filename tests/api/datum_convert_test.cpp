@@ -13,7 +13,7 @@
 #include <orvex/orvex.h>
 #include <shr/exception.h>
 
-#if defined(__linux__)
+#if defined(__linux__) && defined(__x86_64__)
 #include <fenv.h>
 #endif
 
@@ -321,7 +321,7 @@ double Extreme(std::mt19937& random) {
 // Whatever the record and the points hold: no crash, no NaN, no infinity; the same with the host's traps unmasked.
 TEST(DatumConvert, HostileRecordsAndPoints) {
   std::mt19937 random(20260);
-#if defined(__linux__)
+#if defined(__linux__) && defined(__x86_64__)
   fenv_t host;
   fegetenv(&host);
   feenableexcept(FE_INVALID | FE_DIVBYZERO | FE_OVERFLOW | FE_UNDERFLOW);
@@ -352,7 +352,7 @@ TEST(DatumConvert, HostileRecordsAndPoints) {
     }
   }
   EXPECT_GT(converted, 1000);
-#if defined(__linux__)
+#if defined(__linux__) && defined(__x86_64__)
   EXPECT_EQ(fegetexcept(), FE_INVALID | FE_DIVBYZERO | FE_OVERFLOW | FE_UNDERFLOW)
       << "the host's traps are as they were";
   EXPECT_EQ(fetestexcept(FE_INVALID | FE_DIVBYZERO), 0) << "and so is the host's status";
