@@ -14,9 +14,13 @@ constexpr const char* kNames[] = {"base", "avx2", "avx512"};
 Level Highest() noexcept {
 #if defined(ORVEX_X86_LEVELS)
   __builtin_cpu_init();
-  const bool avx512 = __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512dq") &&
-                      __builtin_cpu_supports("avx512vl");
-  if (avx512) return Level::Avx512;
+#endif
+#if defined(ORVEX_AVX512_LEVEL)
+  if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512vl")) {
+    return Level::Avx512;
+  }
+#endif
+#if defined(ORVEX_X86_LEVELS)
   if (__builtin_cpu_supports("avx2")) return Level::Avx2;
 #endif
   return Level::Base;

@@ -18,23 +18,19 @@ const char* LevelName(Level level) noexcept;
 
 /// Declares a constant that every level has, and picks the active level's own: in namespace orvex::detail,
 /// ORVEX_AT_EVERY_LEVEL(ConversionTable, kConversions) and AtLevel<ORVEX_LEVELS_OF(kConversions)>().
-#if defined(ORVEX_X86_LEVELS)
-#define ORVEX_AT_EVERY_LEVEL(type, name) \
-  inline namespace base {                \
-  extern const type name;                \
-  }                                      \
-  namespace avx2 {                       \
-  extern const type name;                \
-  }                                      \
-  namespace avx512 {                     \
-  extern const type name;                \
+#define ORVEX_DECLARE_AT(level, type, name) \
+  namespace level {                         \
+  extern const type name;                   \
   }
+#if defined(ORVEX_AVX512_LEVEL)
+#define ORVEX_AT_EVERY_LEVEL(type, name) \
+  inline ORVEX_DECLARE_AT(base, type, name) ORVEX_DECLARE_AT(avx2, type, name) ORVEX_DECLARE_AT(avx512, type, name)
 #define ORVEX_LEVELS_OF(name) &base::name, &avx2::name, &avx512::name
+#elif defined(ORVEX_X86_LEVELS)
+#define ORVEX_AT_EVERY_LEVEL(type, name) inline ORVEX_DECLARE_AT(base, type, name) ORVEX_DECLARE_AT(avx2, type, name)
+#define ORVEX_LEVELS_OF(name) &base::name, &avx2::name, &avx2::name
 #else
-#define ORVEX_AT_EVERY_LEVEL(type, name) \
-  inline namespace base {                \
-  extern const type name;                \
-  }
+#define ORVEX_AT_EVERY_LEVEL(type, name) inline ORVEX_DECLARE_AT(base, type, name)
 #define ORVEX_LEVELS_OF(name) &base::name, &base::name, &base::name
 #endif
 template <auto kBase, auto kAvx2, auto kAvx512>

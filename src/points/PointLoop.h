@@ -72,9 +72,7 @@ template <class T, class ValueOfLane>
 ORVEX_INLINE T Gather(const ValueOfLane& valueOfLane) {
   double values[kLaneCount<T>];
   for (int lane = 0; lane < kLaneCount<T>; ++lane) values[lane] = valueOfLane(lane);
-  T result;
-  __builtin_memcpy(&result, values, sizeof result);
-  return result;
+  return Load<T>(values);
 }
 
 inline constexpr int kWidth = kLaneCount<Real>;
@@ -117,15 +115,15 @@ ORVEX_INLINE void Deal(Lanes<8>& a, Lanes<8>& b) {
 
 template <int N>
 ORVEX_INLINE void LoadRecords(const double* from, Lanes<N>& x, Lanes<N>& y) {
-  __builtin_memcpy(&x, from, sizeof x);
-  __builtin_memcpy(&y, from + N, sizeof y);
+  x = Load<Lanes<N>>(from);
+  y = Load<Lanes<N>>(from + N);
   Deal(x, y);
 }
 template <int N>
 ORVEX_INLINE void StoreRecords(double* to, Lanes<N> x, Lanes<N> y) {
   Deal(x, y);
-  __builtin_memcpy(to, &x, sizeof x);
-  __builtin_memcpy(to + N, &y, sizeof y);
+  detail::ORVEX_LEVEL::Store(to, x);
+  detail::ORVEX_LEVEL::Store(to + N, y);
 }
 template <class V>
 ORVEX_INLINE void LoadRecords(const double* from, Pair<V>& x, Pair<V>& y) {
@@ -219,10 +217,8 @@ class OddBlock {
   }
 
   ORVEX_INLINE void Load(Point<Real>& p) const {
-    for (int i = 0; i < kWidth; ++i) {
-      Put(p.x, i, m_x[i]);
-      Put(p.y, i, m_y[i]);
-    }
+    p.x = detail::ORVEX_LEVEL::Load<Real>(m_x);
+    p.y = detail::ORVEX_LEVEL::Load<Real>(m_y);
   }
 
   /// Number of points before the first one that asserts; all of them where none does.

@@ -2,7 +2,9 @@
 // published and as the cubics that PrjRobin interpolates with.
 #pragma once
 
-namespace orvex::detail {
+#include "points/Level.h"
+
+namespace orvex::detail::ORVEX_LEVEL {
 
 inline constexpr int kRobinsonRows = 19;
 inline constexpr int kRobinsonLastInterval = 17;
@@ -94,4 +96,4 @@ static_assert(RobinsonMonotonic() && RobinsonCubicsJoin());
 static_assert(kRobinsonCubics[8].distance.v0 == 0.4968f);
 static_assert(kRobinsonCubics[kRobinsonRows - 1].length.v0 != 0, "the inverse divides by it at the poles");
 
-}  // namespace orvex::detail
+}  // namespace orvex::detail::ORVEX_LEVEL

@@ -13,7 +13,7 @@
 #include <orvex/orvex.h>
 #include <shr/exception.h>
 
-#if defined(__linux__)
+#if defined(__linux__) && defined(__x86_64__)
 #include <fenv.h>
 #endif
 
@@ -356,7 +356,7 @@ double Extreme(std::mt19937& random) {
   return std::ldexp(static_cast<double>(random()) / 4294967296.0 - 0.5, static_cast<int>(random() % 40) - 10);
 }
 
-#if defined(__linux__)
+#if defined(__linux__) && defined(__x86_64__)
 /// Traps of the host for the time of a test, however that ends.
 class HostTraps {
  public:
@@ -380,7 +380,7 @@ class HostTraps {
 // Whatever the record and the points hold: no crash, no NaN, no infinity; the same with the host's traps unmasked.
 TEST(DatumConvert, HostileRecordsAndPoints) {
   std::mt19937 random(20260);
-#if defined(__linux__)
+#if defined(__linux__) && defined(__x86_64__)
   const HostTraps traps(FE_INVALID | FE_DIVBYZERO | FE_OVERFLOW | FE_UNDERFLOW);
 #endif
   int converted = 0;
@@ -409,7 +409,7 @@ TEST(DatumConvert, HostileRecordsAndPoints) {
     }
   }
   EXPECT_GT(converted, 1000);
-#if defined(__linux__)
+#if defined(__linux__) && defined(__x86_64__)
   EXPECT_TRUE(traps.Unchanged()) << "the host's traps and status are as they were";
 #endif
 }

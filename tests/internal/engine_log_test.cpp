@@ -145,8 +145,8 @@ TEST(EngineLog, EveryWrapperThatLetsGoSaysSo) {
 TEST(AttachDetach, BannersFrameTheLog) {
   const std::string log = testing::TempDir() + "talven.log";
   std::remove(log.c_str());
-  const std::string run = "cd '" + testing::TempDir() + "' && %s '" + platform::ExecutableDirectory() +
-                          "orvex_internal_tests' --gtest_list_tests > /dev/null";
+  const std::string run = "cd '" + testing::TempDir() + "' && %s " ORVEX_TEST_RUNNER " '" +
+                          platform::ExecutableDirectory() + "orvex_internal_tests' --gtest_list_tests > /dev/null";
   const auto with = [&run](const std::string& environment) {
     return std::string(run).replace(run.find("%s"), 2, environment);
   };
