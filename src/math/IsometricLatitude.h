@@ -16,12 +16,12 @@ class EccentricTerm {
 
   template <class T>
   ORVEX_INLINE T operator()(T sinPhi) const {
-    return IsEarthlike() ? e2 * Series(sinPhi) : e * Atanh(e * sinPhi);
+    return IsEarthlike() ? e2 * Series(sinPhi) : e * AtanhOf(sinPhi);
   }
   /// The same divided by e^2, which may be too small to divide by.
   template <class T>
   ORVEX_INLINE T PerSquare(T sinPhi) const {
-    return IsEarthlike() ? Series(sinPhi) : Atanh(e * sinPhi) / e;
+    return IsEarthlike() ? Series(sinPhi) : AtanhOf(sinPhi) / e;
   }
 
   /// Its hyperbolic sine.
@@ -36,6 +36,13 @@ class EccentricTerm {
   double e;
 
  private:
+  /// artanh(e s); 0 at a pole when e is 1, which has no such value: callers refuse it.
+  template <class T>
+  ORVEX_INLINE T AtanhOf(T sinPhi) const {
+    const T s = e * sinPhi;
+    return Atanh(Select(Abs(s) < T(1), s, T(0)));
+  }
+
   /// artanh(e s) / e by its series; what is left out is below 2^-54 of it.
   template <class T>
   ORVEX_INLINE T Series(T sinPhi) const {

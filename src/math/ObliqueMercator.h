@@ -72,7 +72,9 @@ struct ObliqueMercator {
   template <class T>
   ORVEX_INLINE Vector<T> Locate(T lon, T lat) const {
     // Latitude chi of the sphere from its isometric latitude w: tanh w is its sine, 1 / cosh w its cosine.
-    const T E = Exp(line.sphere.B * IsometricLatitude(lat, eccentric) + line.sphere.C), square = E * E;
+    // Beyond 350 both are what they are there.
+    const T w = line.sphere.B * IsometricLatitude(lat, eccentric) + line.sphere.C;
+    const T E = Exp(Clamp(w, -350, 350)), square = E * E;
     const T half = 1 / (square + 1), cosChi = 2 * E * half, sinChi = (square - 1) * half;
     const auto [sine, cosine] = SinCos(line.sphere.B * WrapOnce(lon - line.lambda0));
     const T east = cosChi * sine;

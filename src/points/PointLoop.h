@@ -154,12 +154,14 @@ class Block {
       LoadRecords(m_x, p.x, p.y);
       return;
     }
-    for (int i = 0; i < kWidth; ++i) {
-      double x, y;
-      Get(i < m_count ? i : m_count - 1, x, y);
-      detail::ORVEX_LEVEL::Put(p.x, i, x);
-      detail::ORVEX_LEVEL::Put(p.y, i, y);
+    double x[kWidth], y[kWidth];
+    for (int i = 0; i < m_count; ++i) Get(i, x[i], y[i]);
+    for (int i = m_count; i < kWidth; ++i) {
+      x[i] = x[m_count - 1];
+      y[i] = y[m_count - 1];
     }
+    p.x = detail::ORVEX_LEVEL::Load<Real>(x);
+    p.y = detail::ORVEX_LEVEL::Load<Real>(y);
   }
   /// Writes back what Load has read.
   ORVEX_INLINE void Store(const Point<Real>& p) const {
@@ -167,7 +169,10 @@ class Block {
       StoreRecords(m_x, p.x, p.y);
       return;
     }
-    for (int i = 0; i < m_count; ++i) Put(i, detail::ORVEX_LEVEL::Get(p.x, i), detail::ORVEX_LEVEL::Get(p.y, i));
+    double x[kWidth], y[kWidth];
+    detail::ORVEX_LEVEL::Store(x, p.x);
+    detail::ORVEX_LEVEL::Store(y, p.y);
+    for (int i = 0; i < m_count; ++i) Put(i, x[i], y[i]);
   }
 
   /// One point of the block.
@@ -231,8 +236,11 @@ class OddBlock {
 
   /// Writes the first `count` points back.
   ORVEX_INLINE void Store(const Block& block, const Point<Real>& p, int count) const {
+    double x[kWidth], y[kWidth];
+    detail::ORVEX_LEVEL::Store(x, p.x);
+    detail::ORVEX_LEVEL::Store(y, p.y);
     for (int i = 0; i < count; ++i) {
-      if (m_live[i]) block.Put(i, Get(p.x, i), Get(p.y, i));
+      if (m_live[i]) block.Put(i, x[i], y[i]);
     }
     Rest(block, count);
   }

@@ -48,7 +48,6 @@ class ToMap {
   ORVEX_INLINE explicit ToMap(const DriverSteps* steps)
       : m_steps(steps != nullptr ? *steps : DriverSteps{0, 0, 1}), m_bare(steps == nullptr), m_moves(Moves(m_steps)) {}
 
-  /// Whether the stage can mark a point by itself; only the result of such a conversion has been screened.
   ORVEX_INLINE MaskOf<Real> IsPlain(const Point<Real>& p) const { return IsOnGlobe(p.x, p.y); }
 
   ORVEX_INLINE void Enter(Point<Real>& p) const {
@@ -91,14 +90,15 @@ class ToMap {
 /// deliberate.
 class FromMap {
  public:
-  ORVEX_INLINE explicit FromMap(const DriverSteps* steps)
+  explicit FromMap(const DriverSteps* steps)
       : m_steps(steps != nullptr ? *steps : DriverSteps{0, 0, 1}),
         m_bare(steps == nullptr),
         m_moves(m_steps.xOrg != 0 || m_steps.yOrg != 0),
-        m_scales(m_steps.scale != 1) {}
+        m_scales(m_steps.scale != 1),
+        m_limit(LimitOf(m_steps)) {}
 
   ORVEX_INLINE MaskOf<Real> IsPlain(const Point<Real>& p) const {
-    return (Abs(p.x) < Real(DBL_MAX)) & (Abs(p.y) < Real(DBL_MAX));
+    return (Abs(p.x) < Real(m_limit)) & (Abs(p.y) < Real(m_limit));
   }
 
   ORVEX_INLINE void Enter(Point<Real>& p) const {
@@ -136,11 +136,19 @@ class FromMap {
   }
 
  private:
+  /// Coordinates below it are still below the marker without scale and false origin.
+  static double LimitOf(const DriverSteps& steps) {
+    constexpr double kFarBelow = DBL_MAX / 4;
+    if (!(Abs(steps.xOrg) < kFarBelow && Abs(steps.yOrg) < kFarBelow)) return 0;
+    return Abs(steps.scale) < 1 ? kFarBelow * Abs(steps.scale) : kFarBelow;
+  }
+
   /// 0 where nothing is taken off: x - 0 is x, whatever its sign.
   double Moved(double origin) const { return m_moves ? origin : 0.0; }
 
   DriverSteps m_steps;
   bool m_bare, m_moves, m_scales;
+  double m_limit;
 };
 
 /// Runs a module's operation (Point<T>& -> Plot<T>, radians to unscaled coordinates about the natural origin) over the

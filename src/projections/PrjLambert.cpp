@@ -133,9 +133,11 @@ Polar<T> ToPolar(const Cone& c, const Point<T>& p) {
 template <class T>
 Plot<T> ForwardSphere(const Cone& c, Point<T>& p) {
   if (!c.usable) return Unplottable<T>();
-  const T P = Pow(Tan(kQuarterPi + p.y / 2), T(c.n));
+  const T tangent = Tan(kQuarterPi + p.y / 2);
+  const MaskOf<T> apex = c.n < 0 ? tangent == T(0) : No<T>();  // of a southern cone: the power is infinite there
+  const T P = Pow(OneUnless<T>(!apex, tangent), T(c.n));
   const MaskOf<T> plottable = P != T(0);
-  FromPolar(c, c.aF / OneUnless<T>(plottable, P), p.x, p);  // 15-1
+  FromPolar(c, Select(apex, T(0), c.aF / OneUnless<T>(plottable, P)), p.x, p);  // 15-1
   return plottable;
 }
 
@@ -153,7 +155,7 @@ Plot<T> InverseSphere(const Cone& c, Point<T>& p) {
   if (!c.usable) return Unplottable<T>();
   const auto [rho, theta] = ToPolar(c, p);
   const MaskOf<T> plottable = rho != T(0);
-  const T t = Pow(c.aF / OneUnless<T>(plottable, rho), T(1 / c.n));
+  const T t = Pow(Select(plottable, c.aF / OneUnless<T>(plottable, rho), T(1)), T(1 / c.n));
   p = {theta / c.n + c.lon0, 2 * Atan(t) - kHalfPi};  // 14-9, 15-5
   return plottable;
 }

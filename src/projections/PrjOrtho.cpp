@@ -46,7 +46,8 @@ template <class T>
 Plot<T> InversePolar(const Constants& c, Point<T>& p) {
   const T rho = Sqrt(p.x * p.x + p.y * p.y);
   const MaskOf<T> centre = rho <= T(kFloatEpsilon);
-  const T dlon = PolarLongitudeDifference(p.x, p.y, c.pole), lat = DirectionOf(c, p, rho).Latitude();
+  const T away = Select(centre, T(c.R), rho);
+  const T dlon = PolarLongitudeDifference(p.x, p.y, c.pole), lat = DirectionOf(c, p, away).Latitude();
   p = {Select(centre, T(c.centre.lon), c.centre.lon + dlon), Select(centre, T(c.centre.lat), lat)};
   return Plottable<T>();
 }
@@ -55,7 +56,7 @@ template <class T>
 Plot<T> InverseOblique(const Constants& c, Point<T>& p) {
   const T rho = Sqrt(p.x * p.x + p.y * p.y);
   const MaskOf<T> centre = rho <= T(kFloatEpsilon);
-  const AzimuthalDirection<T> direction = DirectionOf(c, p, rho);
+  const AzimuthalDirection<T> direction = DirectionOf(c, p, Select(centre, T(c.R), rho));
   p = {Select(centre, T(c.centre.lon), c.centre.lon + direction.LongitudeDifference()),
        Select(centre, T(c.centre.lat), direction.Latitude())};
   return centre | (direction.along != T(0));

@@ -113,7 +113,7 @@ struct EllipsoidConstants : Constants {
         polarScale(twoRk0 / Sqrt(Pow(1 + e, 1 + e) * Pow(1 - e, 1 - e))),
         chi1(factor, centre.sinLat, centre.cosLat),
         conformalCentre(centre),
-        obliqueScale(twoRk0 * (centre.cosLat / Sqrt(w1Squared)) / chi1.cosChi) {
+        obliqueScale(pole != 0 ? 0 : twoRk0 * (centre.cosLat / Sqrt(w1Squared)) / chi1.cosChi) {
     conformalCentre.sinLat = chi1.sinChi;
     conformalCentre.cosLat = chi1.cosChi;
   }

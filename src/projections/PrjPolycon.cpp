@@ -81,7 +81,8 @@ Plot<T> InverseSphere(const Constants& c, Point<T>& p) {
   const MaskOf<T> settled = PreviousEstimate(first, slot, kSphereTolerance, step, lat, newest);
   const auto [sinPhi, cosPhi] = SinCos(newest);
   const MaskOf<T> plottable = settled & (sinPhi != T(0));
-  const T lon = Asin(p.x * (sinPhi / cosPhi) / c.a) / OneUnless<T>(plottable, sinPhi);
+  const T sine = Select(plottable, p.x * (sinPhi / cosPhi) / c.a, T(0));
+  const T lon = Asin(sine) / OneUnless<T>(plottable, sinPhi);
   p = {Select(equator, p.x / c.a, lon) + c.meridian.lon0, Select(equator, T(0), lat)};
   return equator | plottable;
 }
@@ -134,7 +135,8 @@ Plot<T> InverseEllipsoid(const Constants& c, Point<T>& p) {
     estimate = Estimate<T>(it.Running(), next, estimate);
     it.Settle(converged);
   }
-  const T lon = Asin(p.x * estimate.C / c.a) / OneUnless<T>(it.Settled(), estimate.sinPhi);
+  const T sine = Select(it.Settled(), p.x * estimate.C / c.a, T(0));
+  const T lon = Asin(sine) / OneUnless<T>(it.Settled(), estimate.sinPhi);
   p = {Select(equator, p.x / c.a, lon) + c.meridian.lon0, Select(equator, T(0), estimate.phi)};
   return equator | it.Settled();
 }

@@ -72,7 +72,8 @@ Quadratic<T> RowsOf(const int (&row)[kLaneCount<T>], Quadratic<double> Interval:
 template <class T>
 Plot<T> ForwardSphere(const Constants& c, Point<T>& p) {
   const T lat = Abs(p.y) / kInterval;
-  const T i = Clamp(Floor(lat), 0, kRobinsonLastInterval);
+  const T floor = Floor(lat);
+  const T i = Select(floor < T(kRobinsonLastInterval), floor, T(kRobinsonLastInterval));
   int row[kLaneCount<T>];
   for (int lane = 0; lane < kLaneCount<T>; ++lane) row[lane] = static_cast<int>(Get(i, lane));
   const Quadratic<T> length = RowsOf<T>(row, &Interval::length), distance = RowsOf<T>(row, &Interval::distance);

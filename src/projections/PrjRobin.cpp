@@ -54,7 +54,8 @@ Cubics<T> RowsOf(const int (&row)[kLaneCount<T>], RobinsonCubic RobinsonCubics::
 template <class T>
 Plot<T> ForwardSphere(const Constants& c, Point<T>& p) {
   const T lat = Abs(p.y);
-  const T i = Clamp(Floor(lat * kIntervalsPerRadian), 0, kRobinsonLastInterval);
+  const T floor = Floor(lat * kIntervalsPerRadian);
+  const T i = Select(floor < T(kRobinsonLastInterval), floor, T(kRobinsonLastInterval));
   int row[kLaneCount<T>];
   for (int lane = 0; lane < kLaneCount<T>; ++lane) row[lane] = static_cast<int>(Get(i, lane));
   const Cubics<T> length = RowsOf<T>(row, &RobinsonCubics::length);

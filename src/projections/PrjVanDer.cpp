@@ -79,11 +79,13 @@ T ParallelThrough(T x, T y) {
 
 template <class T>
 Plot<T> InverseSphere(const Constants& c, Point<T>& p) {
-  const T x = Abs(p.x) / (kPi * c.R), y = Abs(p.y) / (kPi * c.R);
+  T x = Abs(p.x) / (kPi * c.R), y = Abs(p.y) / (kPi * c.R);
   const MaskOf<T> plottable = x * x + y * y <= T(1 + kRounding);
+  x = Select(plottable, x, T(0));
+  y = Select(plottable, y, T(0));
   const T inside = (1 - y) * (1 + y) - x * x;
   const T l = 2 * x / OneUnless<T>(x != T(0), inside + Sqrt(inside * inside + 4 * x * x));
-  const T t = ParallelThrough(Select(plottable, x, T(0)), Select(plottable, Clamp(y, 0, 1), T(0)));
+  const T t = ParallelThrough(x, Clamp(y, 0, 1));
   p = {c.lon0 + CopySign(kPi * Clamp(l, 0, 1), p.x), CopySign(kPi * t / (1 + t * t), p.y)};
   return plottable;
 }
