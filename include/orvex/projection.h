@@ -49,10 +49,14 @@ ORVEX_API int ORVEX_CALL ProjResult(void* hProj);
 /// A point that cannot be projected gets DBL_MAX in both fields and ProjResult becomes 1; its neighbours are
 /// unaffected. PT_LATLONG only screens: points stay in degrees. Returns false when the call as a whole failed. O(nPts),
 /// no allocation. One handle must not be used by two threads at once; different handles may.
+/// A point at which the formula asserts throws shr::Exception with id 20200: points before it have been converted, it
+/// and those behind it are as they were given. With floating-point traps unmasked, points may be left half converted by
+/// an exception or by false. Where one coordinate alone holds DBL_MAX it stays, and the formula passes the point by.
 ORVEX_API bool ORVEX_CALL ProjForward(void* hProj, PROJPOINT* pPts, int nPts);
 
 /// Converts points in place: easting/northing in map units to longitude/latitude in degrees. As ProjForward, except
-/// that a point that was not finite on entry becomes unplottable without setting ProjResult by itself.
+/// that a point that was not finite on entry becomes unplottable without setting ProjResult by itself, and that degrees
+/// too large for a double become DBL_MAX in that coordinate alone, without setting it either.
 ORVEX_API bool ORVEX_CALL ProjInverse(void* hProj, PROJPOINT* pPts, int nPts);
 
 // ---- parameter catalogue: every settable field by number, for dialogs and generic storage ----
