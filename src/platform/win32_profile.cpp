@@ -45,11 +45,16 @@ bool ReadFileText(const char* fileName, std::string& text) {
   return true;
 }
 
-// Whether a file's text has a section with entries. Of UTF-16 texts the zero bytes are left out.
+// Whether a file's text has a section with entries. Of UTF-16 texts the zero bytes are left out. A header line that
+// holds more than the name in brackets is not counted on: the profile calls read it in ways of their own.
 bool HoldsEntries(std::string text, std::string_view section) {
   if (text.starts_with("\xFF\xFE")) text.erase(0, 2);
   std::erase(text, '\0');
-  for (std::string_view lines = Split(text, section).section; !lines.empty();) {
+  const Parts parts = Split(text, section);
+  std::string_view header;
+  for (std::string_view lines = parts.before; !lines.empty();) header = TakeLine(lines);
+  if (Entry(header).size() != section.size() + 2) return false;
+  for (std::string_view lines = parts.section; !lines.empty();) {
     const std::string entry = Entry(TakeLine(lines));
     if (!entry.starts_with('=') && entry.find('=') != entry.npos) return true;
   }

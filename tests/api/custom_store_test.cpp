@@ -262,7 +262,7 @@ TEST_F(CustomStore, randomDamageDoesNoHarm) {
       NDatReversible(Ini(), name.c_str());
     }
     EXPECT_EQ(NameAt(count), "-");
-    ASSERT_TRUE(Save("New", Params(DM_NOXFORM, ET_USER_DEFINED)));
+    ASSERT_TRUE(Save("New", Params(DM_NOXFORM, ET_USER_DEFINED))) << testing::PrintToString(ReadWholeFile(m_ini));
     ASSERT_TRUE(NDatExists(Ini(), "New", nullptr));
   }
 }
