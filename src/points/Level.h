@@ -8,5 +8,6 @@
 #endif
 
 namespace orvex::detail {
-inline namespace base {}
+namespace base {}
+using namespace base;
 }  // namespace orvex::detail

@@ -24,13 +24,13 @@ const char* LevelName(Level level) noexcept;
   }
 #if defined(ORVEX_AVX512_LEVEL)
 #define ORVEX_AT_EVERY_LEVEL(type, name) \
-  inline ORVEX_DECLARE_AT(base, type, name) ORVEX_DECLARE_AT(avx2, type, name) ORVEX_DECLARE_AT(avx512, type, name)
+  ORVEX_DECLARE_AT(base, type, name) ORVEX_DECLARE_AT(avx2, type, name) ORVEX_DECLARE_AT(avx512, type, name)
 #define ORVEX_LEVELS_OF(name) &base::name, &avx2::name, &avx512::name
 #elif defined(ORVEX_X86_LEVELS)
-#define ORVEX_AT_EVERY_LEVEL(type, name) inline ORVEX_DECLARE_AT(base, type, name) ORVEX_DECLARE_AT(avx2, type, name)
+#define ORVEX_AT_EVERY_LEVEL(type, name) ORVEX_DECLARE_AT(base, type, name) ORVEX_DECLARE_AT(avx2, type, name)
 #define ORVEX_LEVELS_OF(name) &base::name, &avx2::name, &avx2::name
 #else
-#define ORVEX_AT_EVERY_LEVEL(type, name) inline ORVEX_DECLARE_AT(base, type, name)
+#define ORVEX_AT_EVERY_LEVEL(type, name) ORVEX_DECLARE_AT(base, type, name)
 #define ORVEX_LEVELS_OF(name) &base::name, &base::name, &base::name
 #endif
 template <auto kBase, auto kAvx2, auto kAvx512>

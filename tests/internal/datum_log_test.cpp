@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <fstream>
+#include <random>
 #include <sstream>
 #include <string>
 
@@ -16,7 +17,7 @@ namespace {
 /// Log text of what `action` does, without carriage returns, addresses taken out.
 template <class Action>
 std::string LogOf(Action action) {
-  const std::string file = testing::TempDir() + "orvex_datum_log_test.log";
+  const std::string file = testing::TempDir() + std::to_string(std::random_device{}()) + ".log";
   std::remove(file.c_str());
   detail::LogSetup(true, file.c_str());
   action();

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <random>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -36,7 +37,7 @@ void ReplaceAll(std::string& text, const std::string& from, const std::string& t
 /// Log text of what `action` does, without carriage returns; the addresses that it names are replaced by their names.
 template <class Action>
 std::string LogOf(Action action) {
-  const std::string file = testing::TempDir() + "orvex_engine_log_test.log";
+  const std::string file = testing::TempDir() + std::to_string(std::random_device{}()) + ".log";
   std::remove(file.c_str());
   detail::LogSetup(true, file.c_str());
   std::vector<std::pair<const void*, std::string>> names;

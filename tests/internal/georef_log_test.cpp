@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <fstream>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -28,7 +29,7 @@ std::string WithoutPointers(std::string line) {
 // Lines written to the log, without the mark of the trace.
 template <class Calls>
 std::vector<std::string> Logged(Calls calls) {
-  const std::string file = testing::TempDir() + "georef_log_test.log";
+  const std::string file = testing::TempDir() + std::to_string(std::random_device{}()) + ".log";
   std::remove(file.c_str());
   detail::LogSetup(true, file.c_str());
   calls();

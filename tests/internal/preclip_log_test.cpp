@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <fstream>
 #include <limits>
+#include <random>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -18,7 +19,7 @@ namespace {
 /// The lines that a call logs, without those that only tell of its entry.
 template <class Call>
 std::vector<std::string> Logged(Call call) {
-  const std::string file = testing::TempDir() + "preclip.log";
+  const std::string file = testing::TempDir() + std::to_string(std::random_device{}()) + ".log";
   std::remove(file.c_str());
   LogSetup(true, file.c_str());
   EXPECT_FALSE(call());
