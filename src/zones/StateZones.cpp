@@ -66,7 +66,7 @@ bool ProjStateZoneToPOSCNumber(ProjType type, StateZoneType zone, int* posc) {
   LogPrintf("ProjStateZoneToPOSCNumber(type=%d, zone=%d, posc=%p)\n", static_cast<int>(type), static_cast<int>(zone),
             static_cast<void*>(posc));
   const StateZoneRow* row = detail::FindStateZone(zone);
-  if (row == nullptr || (type != PT_STATEPLANE27 && type != PT_STATEPLANE83)) return false;
+  if (row == nullptr || !IsStatePlane(type)) return false;
   const int number = type == PT_STATEPLANE27 ? row->posc1927 : row->posc1983;
   if (number == 0) return false;
   if (posc != nullptr) *posc = number;
