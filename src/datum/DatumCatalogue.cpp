@@ -3,6 +3,7 @@
 
 #include "datum/DatumTable.h"
 #include "ellipsoids/Ellipsoid.h"
+#include "support/FirstMatch.h"
 #include "support/Log.h"
 #include "support/Text.h"
 
@@ -13,14 +14,6 @@ namespace detail {
 namespace {
 
 constexpr const char kUserDefinedName[] = "User Defined";
-
-template <class Predicate>
-const DatumRow* FirstMatch(Predicate matches) {
-  for (const DatumRow& row : Datums()) {
-    if (matches(row)) return &row;
-  }
-  return nullptr;
-}
 
 bool StoreNumber(const DatumRow* row, DatumType* datum) {
   if (row == nullptr) return false;
@@ -65,7 +58,8 @@ bool FindDatumNamed(const char* name, DatumType* datum) {
     *datum = DT_USER_DEFINED;
     return true;
   }
-  return StoreNumber(FirstMatch([name](const DatumRow& row) { return EqualIgnoringCase(row.name, name); }), datum);
+  return StoreNumber(FirstMatch(Datums(), [name](const DatumRow& row) { return EqualIgnoringCase(row.name, name); }),
+                     datum);
 }
 
 bool MethodOf(DatumType datum, DatumMethod* method) {
@@ -110,7 +104,7 @@ bool DatGetDatumPOSCNumber(DatumType datum, int* posc) {
 bool DatGetDatumFromPOSCNumber(DatumType* datum, int posc) {
   LogPrintf("DatGetDatumFromPOSCNumber(datum=%p, posc=%d)\n", static_cast<void*>(datum), posc);
   if (datum == nullptr || posc == 0) return false;
-  return StoreNumber(FirstMatch([posc](const DatumRow& row) { return row.posc == posc; }), datum);
+  return StoreNumber(FirstMatch(Datums(), [posc](const DatumRow& row) { return row.posc == posc; }), datum);
 }
 
 bool DatGetDatumMethod(DatumType datum, DatumMethod* method) {

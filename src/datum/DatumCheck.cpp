@@ -1,9 +1,11 @@
 // DatumCheck - validation of conversion records.
+#include "datum/DatumCheck.h"
+
 #include <cfloat>
 #include <cstddef>
 
 #include "datum/DatumCatalogue.h"
-#include "datum/OrvexDatum.h"
+#include "datum/DatumSource.h"
 #include "support/Errors.h"
 #include "support/FpGuard.h"
 #include "support/Log.h"

@@ -5,8 +5,9 @@
 #include <optional>
 
 #include "datum/DatumCatalogue.h"
+#include "datum/DatumDump.h"
+#include "datum/DatumSource.h"
 #include "datum/DatumStep.h"
-#include "datum/OrvexDatum.h"
 #include "datum/grids/Nadcon.h"
 #include "datum/grids/Ntv2.h"
 #include "datum/grids/Ntv2Shift.h"

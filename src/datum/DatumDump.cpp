@@ -1,7 +1,6 @@
 // DatumDump - conversion records in the debug log.
-#include <cstddef>
+#include "datum/DatumDump.h"
 
-#include "datum/OrvexDatum.h"
 #include "ellipsoids/Ellipsoid.h"
 #include "support/Flag.h"
 #include "support/Log.h"

@@ -2,7 +2,9 @@
 #include <cstdlib>
 #include <new>
 
-#include "datum/OrvexDatum.h"
+#include "datum/DatumCheck.h"
+#include "datum/DatumDump.h"
+#include "datum/DatumSource.h"
 #include "support/Flag.h"
 #include "support/FpGuard.h"
 #include "support/Log.h"

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "ellipsoids/EllipsoidTable.h"
+#include "support/FirstMatch.h"
 #include "support/Log.h"
 #include "support/Text.h"
 
@@ -20,15 +21,8 @@ const EllipsoidRow* FindRow(EllipsoidType type) {
   return index != 0 && index < Ellipsoids().size() ? &Ellipsoids()[index] : nullptr;
 }
 
-/// First row that meets the condition; -1 when there is none.
-template <class Condition>
-int FirstMatch(Condition condition) {
-  int index = 0;
-  for (const EllipsoidRow& row : Ellipsoids()) {
-    if (condition(row)) return index;
-    ++index;
-  }
-  return -1;
+EllipsoidType TypeOf(const EllipsoidRow* row) {
+  return static_cast<EllipsoidType>(row - Ellipsoids().data());
 }
 
 }  // namespace
@@ -49,9 +43,10 @@ const char* EllipsoidName(EllipsoidType type) {
 }
 
 bool FindEllipsoid(const char* name, EllipsoidType& type) {
-  const int index = FirstMatch([name](const EllipsoidRow& r) { return EqualIgnoringCase(r.name, name); });
-  type = index >= 0 ? static_cast<EllipsoidType>(index) : ET_USER_DEFINED;
-  return index >= 0;
+  const EllipsoidRow* row =
+      FirstMatch(Ellipsoids(), [name](const EllipsoidRow& r) { return EqualIgnoringCase(r.name, name); });
+  type = row != nullptr ? TypeOf(row) : ET_USER_DEFINED;
+  return row != nullptr;
 }
 
 }  // namespace detail
@@ -92,10 +87,11 @@ bool EllipsoidFromName(EllipsoidType* type, const char* name) {
 bool EllipsoidFromPOSCNumber(int posc, EllipsoidType* type) {
   LogPrintf("EllipsoidFromPOSCNumber(posc=%d, type=%p)\n", posc, static_cast<void*>(type));
   if (posc == 0) return false;
-  const int index = detail::FirstMatch([posc](const EllipsoidRow& r) { return r.posc == posc; });
-  if (type == nullptr) return index >= 0;
-  if (index >= 0) {
-    *type = static_cast<EllipsoidType>(index);
+  const EllipsoidRow* row =
+      detail::FirstMatch(detail::Ellipsoids(), [posc](const EllipsoidRow& r) { return r.posc == posc; });
+  if (type == nullptr) return row != nullptr;
+  if (row != nullptr) {
+    *type = detail::TypeOf(row);
     return true;
   }
   // The other Clarke 1880 and Everest variants: the nearest ellipsoid, but not an exact match.

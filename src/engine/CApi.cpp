@@ -10,6 +10,7 @@
 #include "projections/ProjectionTable.h"
 #include "shr/exception.h"
 #include "support/Errors.h"
+#include "support/FirstMatch.h"
 #include "support/Log.h"
 #include "support/Text.h"
 
@@ -76,15 +77,12 @@ int ORVEX_CALL orvex_projection_number(const char* name, std::int32_t* number) {
   LogPrintf("orvex_projection_number(name=\"%s\", number=%p)\n", LogText(name), static_cast<void*>(number));
   if (name == nullptr || number == nullptr) return ORVEX_BAD_ARGUMENT;
   return Guarded(nullptr, [&] {
-    std::int32_t row = 0;
-    for (const detail::ProjectionRow& projection : detail::ProjectionTable()) {
-      if (detail::EqualIgnoringCase(projection.name, name)) {
-        *number = row;
-        return ORVEX_OK;
-      }
-      ++row;
-    }
-    return ORVEX_FAILED;
+    const auto rows = detail::ProjectionTable();
+    const auto* row = detail::FirstMatch(
+        rows, [name](const detail::ProjectionRow& each) { return detail::EqualIgnoringCase(each.name, name); });
+    if (row == nullptr) return ORVEX_FAILED;
+    *number = static_cast<std::int32_t>(row - rows.data());
+    return ORVEX_OK;
   });
 }
 

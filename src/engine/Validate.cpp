@@ -40,7 +40,7 @@ int FirstFailedCheck(const PROJDATA& d) {
   if ((type < PT_LATLONG || type > PT_AZIMUTHALEQUI) && type != PT_UNDEFINED) return 20230;
   if (type == PT_LATLONG || type == PT_UNDEFINED) return 0;
 
-  const bool statePlane = type == PT_STATEPLANE27 || type == PT_STATEPLANE83;
+  const bool statePlane = IsStatePlane(type);
   if (d.Scale < 0) return 20231;
   if (d.K0 < 0) return 20232;
   if (!statePlane && type != PT_UTM) {

@@ -4,13 +4,11 @@
 #include <algorithm>
 #include <optional>
 
+#include "platform/LetterCase.h"
+
 namespace orvex::platform {
 
 namespace {
-
-constexpr char LowerAscii(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
 
 std::string_view Trim(std::string_view text) {
   constexpr std::string_view kBlanks = " \t\r\v\f";
@@ -31,11 +29,6 @@ std::optional<std::string_view> HeaderName(std::string_view line) {
 }
 
 }  // namespace
-
-bool EqualNames(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char x, char y) { return LowerAscii(x) == LowerAscii(y); });
-}
 
 std::string_view TakeLine(std::string_view& text) {
   const std::string_view line = text.substr(0, std::min(text.find('\n'), text.size() - 1) + 1);
@@ -63,7 +56,7 @@ Parts Split(std::string_view text, std::string_view section) {
   bool found = false;
   while (!rest.empty() && !found) {
     const auto name = HeaderName(TakeLine(rest));
-    found = name && EqualNames(*name, section);
+    found = name && EqualIgnoringCase(*name, section);
   }
   const std::size_t begin = position();
   std::size_t end = begin;

@@ -6,9 +6,6 @@
 
 namespace orvex::platform {
 
-/// Whether two names of sections or keys are the same but for ASCII case.
-bool EqualNames(std::string_view a, std::string_view b);
-
 /// Cuts the next line off a text that is not empty, its line end included.
 std::string_view TakeLine(std::string_view& text);
 

@@ -15,6 +15,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/LetterCase.h"
 #include "platform/Platform.h"
 #include "platform/ProfileText.h"
 
@@ -43,7 +44,7 @@ std::string Merge(std::string_view section, const std::vector<std::string_view>&
     append(pending);
     pending.clear();
     std::size_t match = next;
-    while (match < entries.size() && !EqualNames(KeyOf(entries[match]), KeyOf(old))) ++match;
+    while (match < entries.size() && !EqualIgnoringCase(KeyOf(entries[match]), KeyOf(old))) ++match;
     if (match == entries.size()) continue;  // removed
     for (; next < match; ++next) append(std::string(entries[next]).append(lineEnd));
     append(Entry(entries[match]) == old ? std::string(line) : std::string(entries[match]).append(lineEnd));

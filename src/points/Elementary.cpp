@@ -119,9 +119,6 @@ double ColdExp(double x) {
   const ReducedExponent<double> reduced = ReduceExponent(Lesser(Greater(x, -746.0), 710.0), 0.0);
   return reduced.Twice(reduced.Plain());
 }
-double ColdExpm1(double x) {
-  return x < 0 ? -1.0 : Exp(x);  // not a number too
-}
 double ColdLog(double x) {
   if (x != x || x == kInfinity) return x + x;
   if (x == 0) return -InfiniteByDivision(Abs(x));
@@ -233,17 +230,11 @@ double Tan(double x) {
 double Asin(double x) {
   return Asin<double>(x);
 }
-double Acos(double x) {
-  return Acos<double>(x);
-}
 double Atan(double x) {
   return Atan<double>(x);
 }
 double Exp(double x) {
   return Exp<double>(x);
-}
-double Expm1(double x) {
-  return Expm1<double>(x);
 }
 double Log(double x) {
   return Log<double>(x);
@@ -256,9 +247,6 @@ double Sinh(double x) {
 }
 double Cosh(double x) {
   return Cosh<double>(x);
-}
-double Tanh(double x) {
-  return Tanh<double>(x);
 }
 double Asinh(double x) {
   return Asinh<double>(x);

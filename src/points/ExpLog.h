@@ -9,12 +9,10 @@ inline constexpr double kLn2High = 0x1.62e42feep-1, kLn2Low = 0x1.a39ef35793c76p
 inline constexpr double kLog2E = 0x1.71547652b82fep+0;
 
 double ColdExp(double x);
-double ColdExpm1(double x);
 double ColdLog(double x);
 double ColdLog1p(double x);
 double ColdPow(double x, double y);
 double Exp(double x);
-double Expm1(double x);
 double Log(double x);
 double Log1p(double x);
 double Pow(double x, double y);
@@ -71,28 +69,6 @@ ORVEX_INLINE T Exp(T x) {
   }
   const ReducedExponent<T> reduced = ReduceExponent(x);
   return reduced.Plain() * reduced.Power();
-}
-
-template <class T>
-ORVEX_INLINE T Expm1(T x) {
-  if (!All(Abs(x) <= T(700))) [[unlikely]] {
-    if constexpr (kLaneCount<T> == 1) {
-      return ColdExpm1(x);
-    } else {
-      return LaneByLane<T>(&Expm1, x);
-    }
-  }
-  const ReducedExponent<T> reduced = ReduceExponent(x);
-  // 2^k (1 + r + r^2/2 + ...) - 1, the largest parts first.
-  const T power = reduced.Power(), r = reduced.r, z = r * r;
-  const T tail = r * z *
-                 Polynomial(r, z, z * z, 0x1.555555555555bp-3, 0x1.555555555555ap-5, 0x1.111111110ed96p-7,
-                            0x1.6c16c16c141fdp-10, 0x1.a01a01b323cffp-13, 0x1.a01a01b1ca844p-16, 0x1.71ddf0d13070ep-19,
-                            0x1.27e4c32a9e396p-22, 0x1.af6af032c42aep-26, 0x1.1f9922aecc6bcp-29);
-  const T less = power - 1, lessLow = (power - less) - 1;
-  const Double<T> sum = Sum(less, power * r);
-  const T result = sum.high + (sum.low + (lessLow + power * (0.5 * z + (reduced.low + tail))));
-  return Select(Abs(x) < T(0x1p-54), x, result);
 }
 
 // ---- logarithm ----

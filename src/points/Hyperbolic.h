@@ -1,4 +1,4 @@
-// Hyperbolic - hyperbolic sine, cosine, tangent and their inverses.
+// Hyperbolic - hyperbolic sine and cosine, inverse hyperbolic sine and tangent.
 #pragma once
 
 #include "points/ExpLog.h"
@@ -52,15 +52,6 @@ ORVEX_INLINE T Cosh(T x) {
   const HalfHyperbolic<T> half = HalfHyperbolicOf(Select(size > T(710.5), T(710.5), size));
   return 2 * (half.cosine.high + half.cosine.low);
 }
-template <class T>
-ORVEX_INLINE T Tanh(T x) {
-  const T size = Abs(x);
-  const HalfHyperbolic<T> half = HalfHyperbolicOf(Select(size > T(30), T(30), size));
-  const Double<T> q =
-      Quotient(SumOfOrdered(half.sine.high, half.sine.low), SumOfOrdered(half.cosine.high, half.cosine.low));
-  return FlipSign(Select(size < T(0x1p-28), size, q.high + q.low), x);
-}
-
 // ---- inverses ----
 
 /// atanh t - t, |t| <= 0.2001.

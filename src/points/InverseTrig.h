@@ -1,4 +1,4 @@
-// InverseTrig - arctangent of one and of two arguments, arcsine, arccosine.
+// InverseTrig - arctangent of one and of two arguments, arcsine.
 #pragma once
 
 #include "points/DoubleDouble.h"
@@ -53,48 +53,28 @@ ORVEX_INLINE T Atan(T tangent) {
   return FlipSign(AngleOf<false, T>(Lesser(T(0x1p100), Abs(tangent)), T(1), No<T>()), tangent);
 }
 
-// ---- arcsine and arccosine ----
+// ---- arcsine ----
 
-/// Up to one half the arcsine of w, beyond it half the arccosine: the arcsine of w = sqrt((1 - size) / 2).
-template <class T>
-struct HalfArc {
-  MaskOf<T> beyond;
-  T w, rest, tail;  // rest = z - w^2 where beyond
-};
-template <class T>
-ORVEX_INLINE HalfArc<T> HalfArcOf(T size) {
-  const MaskOf<T> beyond = size > T(0.5);
-  const T z = Select(beyond, 0.5 * (1 - size), size * size), root = Sqrt(z), w = Select(beyond, root, size);
-  const T high = High(w), low = w - high;
-  const T rest = Where(beyond, ((z - high * high) - 2 * high * low) - low * low);
-  return {beyond, w, rest,
-          w * z *
-              PolynomialOf(z, 0x1.555555555539p-3, 0x1.333333336e80fp-4, 0x1.6db6db427a4f8p-5, 0x1.f1c72c38fb342p-6,
-                           0x1.6e89f440197a8p-6, 0x1.1c6be1a68770cp-6, 0x1.c6fdc1aaa597cp-7, 0x1.8ec2fca60060dp-7,
-                           0x1.abcf5cd7f156ep-8, 0x1.3ff4a9908c2fbp-6, -0x1.09d3283359a11p-6, 0x1.056d6c811e11dp-5)};
-}
 inline constexpr double kQuarterTurn = 0x1.921fb54442d18p+0, kQuarterTurnLow = 0x1.1a62633145c07p-54;
 
 /// Not a number outside -1 to 1.
 template <class T>
 ORVEX_INLINE T Asin(T sine) {
-  const HalfArc<T> arc = HalfArcOf(Abs(sine));
-  const T near = arc.w + arc.tail;
+  const T size = Abs(sine);
+  // Up to one half the arcsine of w = size, beyond it a quarter turn less twice the arcsine of w = sqrt((1 - size) / 2).
+  const MaskOf<T> beyond = size > T(0.5);
+  const T z = Select(beyond, 0.5 * (1 - size), size * size), root = Sqrt(z), w = Select(beyond, root, size);
+  const T high = High(w), low = w - high;
+  const T rest = Where(beyond, ((z - high * high) - 2 * high * low) - low * low);  // z - w^2
+  const T tail =
+      w * z *
+      PolynomialOf(z, 0x1.555555555539p-3, 0x1.333333336e80fp-4, 0x1.6db6db427a4f8p-5, 0x1.f1c72c38fb342p-6,
+                   0x1.6e89f440197a8p-6, 0x1.1c6be1a68770cp-6, 0x1.c6fdc1aaa597cp-7, 0x1.8ec2fca60060dp-7,
+                   0x1.abcf5cd7f156ep-8, 0x1.3ff4a9908c2fbp-6, -0x1.09d3283359a11p-6, 0x1.056d6c811e11dp-5);
   // The root's own error, rest / (2 w), matters where w is near one half; there 1.15 is near enough to 1 / (2 w).
-  const Double<T> sum = SumOfOrdered(T(kQuarterTurn), -2 * arc.w);
-  const T far = sum.high + (sum.low + (kQuarterTurnLow - 2 * (1.15 * arc.rest + arc.tail)));
-  return FlipSign(Select(arc.beyond, far, near), sine);
-}
-/// Not a number outside -1 to 1.
-template <class T>
-ORVEX_INLINE T Acos(T cosine) {
-  const HalfArc<T> arc = HalfArcOf(Abs(cosine));
-  // Twice the half arc, or the sine's: to be taken from nothing, from a quarter turn or from a half.
-  const T factor = FlipSign(Select(arc.beyond, T(-2), T(1)), cosine);
-  const T start = Select(arc.beyond, Where(cosine < T(0), T(2)), T(1));
-  const T low = arc.tail + arc.rest / (2 * OneUnless<T>(arc.w > T(0), arc.w));
-  const Double<T> sum = SumOfOrdered(start * kQuarterTurn, -factor * arc.w);
-  return sum.high + (sum.low + (start * kQuarterTurnLow - factor * low));
+  const Double<T> sum = SumOfOrdered(T(kQuarterTurn), -2 * w);
+  const T far = sum.high + (sum.low + (kQuarterTurnLow - 2 * (1.15 * rest + tail)));
+  return FlipSign(Select(beyond, far, w + tail), sine);
 }
 
 }  // namespace orvex::detail::ORVEX_LEVEL

@@ -55,8 +55,4 @@ void SetLevel(Level level) noexcept {
   active.store(AtMost(level, HighestLevel()), std::memory_order_relaxed);
 }
 
-const char* LevelName(Level level) noexcept {
-  return kNames[static_cast<int>(level)];
-}
-
 }  // namespace orvex::detail

@@ -13,8 +13,6 @@ Level ActiveLevel() noexcept;
 Level HighestLevel() noexcept;
 /// Chooses another level from here on, for tests; one that is not to be had becomes the highest there is.
 void SetLevel(Level level) noexcept;
-/// As the environment variable spells it.
-const char* LevelName(Level level) noexcept;
 
 /// Declares a constant that every level has, and picks the active level's own: in namespace orvex::detail,
 /// ORVEX_AT_EVERY_LEVEL(ConversionTable, kConversions) and AtLevel<ORVEX_LEVELS_OF(kConversions)>().

@@ -47,9 +47,4 @@ inline const ProjectionRow* FindRow(ProjType type) {
   return row < ProjectionTable().size() ? &ProjectionTable()[row] : nullptr;
 }
 
-/// Whether a record names one of the two state plane zone systems.
-inline bool IsStatePlane(ProjType type) {
-  return type == PT_STATEPLANE27 || type == PT_STATEPLANE83;
-}
-
 }  // namespace orvex::detail

@@ -18,7 +18,6 @@ struct State {
   int enabled = 0;
   char fileName[260] = "debug.log";
   void* instance = nullptr;
-  int attachCount = 0;
 };
 
 constinit State g_state;
@@ -39,7 +38,6 @@ void LogBannerText(const char* format) {
 
 void OnAttach(void* instance) {
   g_state.instance = instance;
-  ++g_state.attachCount;
   LogSetup(std::getenv("TALVENLOG") != nullptr, platform::DefaultLogFile());
   LogPrintf("\n%s", kRule);
   if (LogEnabled()) LogBannerText("TALVEN.DLL log output started at %s");
@@ -50,7 +48,6 @@ void OnDetach() {
   LogPrintf("%s", kRule);
   if (LogEnabled()) LogBannerText("TALVEN.DLL log output ended at %s");
   LogPrintf("%s\n", kRule);
-  --g_state.attachCount;
 }
 
 }  // namespace

@@ -5,6 +5,11 @@
 
 namespace orvex::detail {
 
+/// Whether a type names one of the two sets of state plane zones.
+constexpr bool IsStatePlane(ProjType type) {
+  return type == PT_STATEPLANE27 || type == PT_STATEPLANE83;
+}
+
 /// Replaces the record's projection by that of its Zone: type, ellipsoid with radius and flattening, origin, parallels,
 /// K0 and false origin (metres); for an oblique zone the azimuth and its three flags as well. What a zone does not give
 /// is 0. False for a zone that the set does not define: origin, parallels, K0 and false origin are 0 then, the rest is

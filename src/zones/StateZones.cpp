@@ -1,4 +1,5 @@
 // StateZones - lookups in the catalogue of state plane zones.
+#include "support/FirstMatch.h"
 #include "support/Log.h"
 #include "support/Text.h"
 #include "zones/ExpandStatePlane.h"
@@ -13,11 +14,9 @@ constexpr std::size_t kNameCapacity = 64;
 
 /// First zone whose row meets the condition, in catalogue order; SZ_NONE when there is none.
 template <class Condition>
-StateZoneType FirstMatch(Condition condition) {
-  for (const StateZoneRow& row : StateZones()) {
-    if (condition(row)) return static_cast<StateZoneType>(row.zone);
-  }
-  return SZ_NONE;
+StateZoneType FirstZone(Condition condition) {
+  const StateZoneRow* row = FirstMatch(StateZones(), condition);
+  return row != nullptr ? static_cast<StateZoneType>(row->zone) : SZ_NONE;
 }
 
 }  // namespace
@@ -38,14 +37,14 @@ void ProjGetStateZoneInfo(StateZoneType zone, char* name, int* usgsCode) {
 bool ProjGetStateZoneFromName(StateZoneType* zone, const char* name) {
   LogPrintf("ProjGetStateZoneFromName(zone=%p, name=\"%s\")\n", static_cast<void*>(zone), LogText(name));
   if (zone == nullptr || name == nullptr || *name == '\0') return false;
-  *zone = detail::FirstMatch([name](const StateZoneRow& row) { return detail::EqualIgnoringCase(row.name, name); });
+  *zone = detail::FirstZone([name](const StateZoneRow& row) { return detail::EqualIgnoringCase(row.name, name); });
   return *zone != SZ_NONE;
 }
 
 bool ProjGetStateZoneFromUSGSCode(StateZoneType* zone, int code) {
   LogPrintf("ProjGetStateZoneFromUSGSCode(zone=%p, code=%d)\n", static_cast<void*>(zone), code);
   if (zone == nullptr || code < 0) return false;
-  *zone = detail::FirstMatch([code](const StateZoneRow& row) { return row.usgs == code; });
+  *zone = detail::FirstZone([code](const StateZoneRow& row) { return row.usgs == code; });
   return *zone != SZ_NONE;
 }
 
@@ -54,7 +53,7 @@ bool ProjGetStateZoneFromPOSCNumber(int posc, ProjType* type, StateZoneType* zon
             static_cast<void*>(zone));
   if (posc == 0) return false;
   const StateZoneType found =
-      detail::FirstMatch([posc](const StateZoneRow& row) { return row.posc1927 == posc || row.posc1983 == posc; });
+      detail::FirstZone([posc](const StateZoneRow& row) { return row.posc1927 == posc || row.posc1983 == posc; });
   const StateZoneRow* row = detail::FindStateZone(found);
   if (row == nullptr) return false;
   if (type != nullptr) *type = row->posc1927 == posc ? PT_STATEPLANE27 : PT_STATEPLANE83;
@@ -66,7 +65,7 @@ bool ProjStateZoneToPOSCNumber(ProjType type, StateZoneType zone, int* posc) {
   LogPrintf("ProjStateZoneToPOSCNumber(type=%d, zone=%d, posc=%p)\n", static_cast<int>(type), static_cast<int>(zone),
             static_cast<void*>(posc));
   const StateZoneRow* row = detail::FindStateZone(zone);
-  if (row == nullptr || (type != PT_STATEPLANE27 && type != PT_STATEPLANE83)) return false;
+  if (row == nullptr || !detail::IsStatePlane(type)) return false;
   const int number = type == PT_STATEPLANE27 ? row->posc1927 : row->posc1983;
   if (number == 0) return false;
   if (posc != nullptr) *posc = number;

@@ -37,17 +37,14 @@ const std::map<std::string, Reference> kReferences = {
     {"Cos", {mpfr_cos, std::cos}},
     {"Tan", {mpfr_tan, std::tan}},
     {"Asin", {mpfr_asin, std::asin}},
-    {"Acos", {mpfr_acos, std::acos}},
     {"Atan", {mpfr_atan, std::atan}},
     {"Atan2", {nullptr, nullptr, mpfr_atan2, std::atan2}},
     {"Exp", {mpfr_exp, std::exp}},
-    {"Expm1", {mpfr_expm1, std::expm1}},
     {"Log", {mpfr_log, std::log}},
     {"Log1p", {mpfr_log1p, std::log1p}},
     {"Pow", {nullptr, nullptr, mpfr_pow, std::pow}},
     {"Sinh", {mpfr_sinh, std::sinh}},
     {"Cosh", {mpfr_cosh, std::cosh}},
-    {"Tanh", {mpfr_tanh, std::tanh}},
     {"Asinh", {mpfr_asinh, std::asinh}},
     {"Atanh", {mpfr_atanh, std::atanh}},
     {"Hypot", {nullptr, nullptr, mpfr_hypot, std::hypot}},
@@ -115,13 +112,13 @@ std::size_t ArgumentCount() {
   return wanted != nullptr ? static_cast<std::size_t>(std::strtoull(wanted, nullptr, 10)) : 12000;
 }
 
-/// Puts the rows in the place of those that stand there: all that follows the line below the heads of the columns.
+/// Puts the rows in the place of those that stand there: all that follows the line below the heads of their columns.
 void WriteTable(const char* path, const std::string& rows) {
   std::ostringstream kept;
   std::ifstream before(path);
   for (std::string line; std::getline(before, line);) {
     kept << line << '\n';
-    if (line.rfind("|--", 0) == 0) break;
+    if (line == "|---|---|--:|--:|--:|") break;
   }
   before.close();
   std::ofstream(path) << kept.str() << rows;

@@ -1,6 +1,5 @@
 // CustomStore - built-in datums and those of the host's INI file as one list by name.
 // Each call reads the section "Custom Datums" afresh and keeps nothing. Every failure is a false.
-#include <algorithm>
 #include <cstring>
 #include <exception>
 #include <optional>
@@ -22,10 +21,10 @@ namespace orvex {
 namespace {
 
 using detail::DatumParamsToText;
+using detail::EqualIgnoringCase;
 using detail::EscapeName;
 using detail::LogPrintf;
 using detail::LogText;
-using detail::LowerAscii;
 using detail::TextToDatumParams;
 using detail::UnescapeName;
 
@@ -60,9 +59,7 @@ class Section {
   std::optional<std::size_t> Find(std::string_view name) const {
     const std::string prefix = Prefix(name);
     for (std::size_t i = 0; i < m_entries.size(); ++i) {
-      const std::string& entry = m_entries[i];
-      if (entry.size() >= prefix.size() && std::equal(prefix.begin(), prefix.end(), entry.begin(), SameLetter))
-        return i;
+      if (EqualIgnoringCase(std::string_view(m_entries[i]).substr(0, prefix.size()), prefix)) return i;
     }
     return std::nullopt;
   }
@@ -93,8 +90,6 @@ class Section {
   }
 
  private:
-  static bool SameLetter(char a, char b) { return LowerAscii(a) == LowerAscii(b); }
-
   static std::string Prefix(std::string_view name) { return (EscapeName(name) + "=").substr(0, kMaxPrefix); }
 
   // Whether an INI file gives the key back as it is: it must be neither a comment nor a section header, nor begin or

@@ -88,7 +88,7 @@ class Fields {
 };
 
 bool Is(std::string_view field, const char* keyword) {
-  return EqualIgnoringCase(std::string(field).c_str(), keyword);
+  return EqualIgnoringCase(field, keyword);
 }
 
 }  // namespace

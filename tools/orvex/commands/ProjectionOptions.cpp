@@ -7,6 +7,7 @@
 #include <orvex/orvex.h>
 
 #include "Failure.h"
+#include "StatePlane.h"
 #include "commands/Names.h"
 #include "tables/Coordinate.h"
 
@@ -147,8 +148,7 @@ void ChooseProjection(PROJDATA& record, const ProjectionOptions& o) {
   if (choices != 1) throw Failure("name one projection: by name, UTM zone, state plane zone or POSC number");
   if (!o.projection.empty()) {
     record.Type = static_cast<ProjType>(FindName(ProjectionNames(), o.projection, "projection"));
-    const bool zones = record.Type == PT_STATEPLANE27 || record.Type == PT_STATEPLANE83;
-    if (zones) ChooseZone(record, record.Type, SZ_NONE);
+    if (IsStatePlane(record)) ChooseZone(record, record.Type, SZ_NONE);
   } else if (!o.utm.empty()) {
     ChooseUtm(record, o.utm);
   } else if (o.posc != 0) {
@@ -202,8 +202,8 @@ PROJDATA MakeRecord(const ProjectionOptions& options) {
   bool flattening = false;
   for (const std::string& setting : options.settings) flattening |= Set(record, setting) == kFlatteningId;
   if (flattening && record.Ellipsoid != ET_USER_DEFINED) throw Failure("flattening needs radius set as well");
-  const bool zoned = record.Type == PT_STATEPLANE27 || record.Type == PT_STATEPLANE83;
-  if (zoned && record.Zone == SZ_NONE) throw Failure("name the zone, for example --set zone=\"Texas Central\"");
+  if (IsStatePlane(record) && record.Zone == SZ_NONE)
+    throw Failure("name the zone, for example --set zone=\"Texas Central\"");
   return record;
 }
 
@@ -242,8 +242,8 @@ const std::vector<Parameter>& Parameters() {
     std::vector<Parameter> all;
     for (const Spelling& spelling : kSpellings) {
       char name[80];
-      Parameter parameter{spelling.id, PDT_DOUBLE, 0, 0, "", spelling.shortName, spelling.unit};
-      ProjParamInfo(spelling.id, name, &parameter.type, &parameter.offset, &parameter.size);
+      Parameter parameter{spelling.id, PDT_DOUBLE, "", spelling.shortName, spelling.unit};
+      ProjParamInfo(spelling.id, name, &parameter.type, nullptr, nullptr);
       parameter.name = name;
       all.push_back(parameter);
     }

@@ -41,7 +41,6 @@ EllipsoidType ParseEllipsoid(const std::string& text);
 struct Parameter {
   int id;
   ProjDataType type;
-  int offset, size;
   std::string name;       ///< catalogue name
   std::string shortName;  ///< as accepted by --set
   std::string unit;       ///< "degrees", "map units" ...; "" where there is none

@@ -9,6 +9,7 @@
 #include <orvex/zones.h>
 
 #include "Failure.h"
+#include "StatePlane.h"
 #include "tables/Coordinate.h"
 
 namespace orvex::tool {
@@ -64,7 +65,7 @@ Bounds About(double lon, double reach, double south, double north) {
 
 /// A zone as the projection that stands behind it.
 PROJDATA Expanded(PROJDATA record) {
-  if (record.Type == PT_STATEPLANE27 || record.Type == PT_STATEPLANE83) ProjGetStateZoneParams(&record);
+  if (IsStatePlane(record)) ProjGetStateZoneParams(&record);
   return record;
 }
 
@@ -135,8 +136,7 @@ MapArea ChooseArea(const PROJDATA& record, const std::string& bounds) {
       break;
   }
   area.curved = area.turn == Turn::Periodic;
-  const bool isZone = record.Type == PT_STATEPLANE27 || record.Type == PT_STATEPLANE83;
-  if (bounds.empty() && !isZone) return area;
+  if (bounds.empty() && !IsStatePlane(record)) return area;
   area.turn = Turn::Box;
   area.outline.reset();
   area.convex = false;

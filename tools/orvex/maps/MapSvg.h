@@ -22,8 +22,6 @@ class MapSvg {
   std::string Finish();
 
  private:
-  void Indent() { m_text += "  "; }
-
   int m_width;
   std::string m_text;
 };
