@@ -1,5 +1,6 @@
 // InProjection - the domain tests: points inside, objects wholly outside, objects to be repeated.
 #include "clip/Domain.h"
+#include "orvex/clip.h"
 #include "support/FpGuard.h"
 #include "support/Log.h"
 

@@ -17,8 +17,9 @@ const Prepared& Of(const DatumStep& step) {
   return *static_cast<const Prepared*>(step.prepared);
 }
 
-/// Runs a step over a block and answers which of its points can be plotted.
-MaskOf<Real> RunStep(const DatumStep& step, Point<Real>& p) {
+/// Runs a step over a block and takes what cannot be plotted out of the lanes. Compiled once: all steps together are
+/// much code.
+[[gnu::noinline]] void RunStep(const DatumStep& step, Point<Real>& p, MaskOf<Real>& plottable) {
   switch (step.kind) {
     case StepKind::Molodensky:
       Shift(Of<Molodensky>(step), p);
@@ -36,11 +37,11 @@ MaskOf<Real> RunStep(const DatumStep& step, Point<Real>& p) {
       ShiftForward(Of<Ntv2Step>(step), p);
       break;
     case StepKind::Ntv2Inverse:
-      return ShiftInverse(Of<Ntv2Step>(step), p);
+      plottable = plottable & ShiftInverse(Of<Ntv2Step>(step), p);
+      break;
     case StepKind::Nothing:
       break;
   }
-  return Yes<Real>();
 }
 
 /// What is done to every point before and after the steps.
@@ -66,17 +67,22 @@ bool Convert(const PointView& points, int count, const DatumStep& first, const D
   const auto operation = [&](Point<Real>& p) -> Plot<Real> {
     const Real turn = Select(Abs(p.x) > Real(180), CopySign(Real(360), p.x), Real(0));
     p.x = p.x - turn;
-    const MaskOf<Real> plottable = RunStep(first, p);
-    const MaskOf<Real> both = plottable & RunStep(second, p);
+    MaskOf<Real> plottable = Yes<Real>();
+    RunStep(first, p, plottable);
+    RunStep(second, p, plottable);
     p.x = p.x + turn;
-    return both;
+    return plottable;
   };
   return ConvertPoints(points, count, OnGlobe{}, operation, "OrvexDatum");
 }
 
 void ShiftAlone(const PointView& points, int count, const DatumStep& step) {
-  ConvertPoints(
-      points, count, AsTheyAre{}, [&](Point<Real>& p) -> Plot<Real> { return RunStep(step, p); }, "OrvexDatum");
+  const auto operation = [&step](Point<Real>& p) -> Plot<Real> {
+    MaskOf<Real> plottable = Yes<Real>();
+    RunStep(step, p, plottable);
+    return plottable;
+  };
+  ConvertPoints(points, count, AsTheyAre{}, operation, "OrvexDatum");
 }
 
 }  // namespace
