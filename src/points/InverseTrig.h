@@ -61,8 +61,7 @@ inline constexpr double kQuarterTurn = 0x1.921fb54442d18p+0, kQuarterTurnLow = 0
 template <class T>
 ORVEX_INLINE T Asin(T sine) {
   const T size = Abs(sine);
-  // Up to one half the arcsine of w = size, beyond it a quarter turn less twice the arcsine of w = sqrt((1 - size) /
-  // 2).
+  // Up to one half the arcsine of w = size, beyond it a quarter turn less twice that of w = sqrt((1 - size) / 2).
   const MaskOf<T> beyond = size > T(0.5);
   const T z = Select(beyond, 0.5 * (1 - size), size * size), root = Sqrt(z), w = Select(beyond, root, size);
   const T high = High(w), low = w - high;
