@@ -61,16 +61,15 @@ inline constexpr double kQuarterTurn = 0x1.921fb54442d18p+0, kQuarterTurnLow = 0
 template <class T>
 ORVEX_INLINE T Asin(T sine) {
   const T size = Abs(sine);
-  // Up to one half the arcsine of w = size, beyond it a quarter turn less twice the arcsine of w = sqrt((1 - size) / 2).
+  // Up to one half the arcsine of w = size, beyond it a quarter turn less twice that of w = sqrt((1 - size) / 2).
   const MaskOf<T> beyond = size > T(0.5);
   const T z = Select(beyond, 0.5 * (1 - size), size * size), root = Sqrt(z), w = Select(beyond, root, size);
   const T high = High(w), low = w - high;
   const T rest = Where(beyond, ((z - high * high) - 2 * high * low) - low * low);  // z - w^2
-  const T tail =
-      w * z *
-      PolynomialOf(z, 0x1.555555555539p-3, 0x1.333333336e80fp-4, 0x1.6db6db427a4f8p-5, 0x1.f1c72c38fb342p-6,
-                   0x1.6e89f440197a8p-6, 0x1.1c6be1a68770cp-6, 0x1.c6fdc1aaa597cp-7, 0x1.8ec2fca60060dp-7,
-                   0x1.abcf5cd7f156ep-8, 0x1.3ff4a9908c2fbp-6, -0x1.09d3283359a11p-6, 0x1.056d6c811e11dp-5);
+  const T tail = w * z *
+                 PolynomialOf(z, 0x1.555555555539p-3, 0x1.333333336e80fp-4, 0x1.6db6db427a4f8p-5, 0x1.f1c72c38fb342p-6,
+                              0x1.6e89f440197a8p-6, 0x1.1c6be1a68770cp-6, 0x1.c6fdc1aaa597cp-7, 0x1.8ec2fca60060dp-7,
+                              0x1.abcf5cd7f156ep-8, 0x1.3ff4a9908c2fbp-6, -0x1.09d3283359a11p-6, 0x1.056d6c811e11dp-5);
   // The root's own error, rest / (2 w), matters where w is near one half; there 1.15 is near enough to 1 / (2 w).
   const Double<T> sum = SumOfOrdered(T(kQuarterTurn), -2 * w);
   const T far = sum.high + (sum.low + (kQuarterTurnLow - 2 * (1.15 * rest + tail)));
