@@ -50,9 +50,10 @@ TEST(DatumCatalogue, EveryRowAgainstPrint) {
     EXPECT_TRUE(step.Method == method && !step.bInverse && step.Ellipsoid == integer("ellipsoid"));
     EXPECT_TRUE(step.MajorRadius == EllipsoidRadius(step.Ellipsoid) &&
                 step.Flattening == EllipsoidFlattening(step.Ellipsoid));
-    const std::pair<const char*, double> parameters[] = {{"dx", step.dx}, {"dy", step.dy},           {"dz", step.dz},
-                                                         {"rx", step.rx}, {"ry", step.ry},           {"rz", step.rz},
-                                                         {"k", step.k},   {"pm_shift", step.PMShift}};
+    // The plus makes copies: the record is packed.
+    const std::pair<const char*, double> parameters[] = {{"dx", +step.dx}, {"dy", +step.dy},           {"dz", +step.dz},
+                                                         {"rx", +step.rx}, {"ry", +step.ry},           {"rz", +step.rz},
+                                                         {"k", +step.k},   {"pm_shift", +step.PMShift}};
     for (const auto& [column, value] : parameters) EXPECT_EQ(value, csv.Number(row, column)) << column;
     EXPECT_EQ(step.Reserved[63], 7) << "reserved bytes stay";
   }
