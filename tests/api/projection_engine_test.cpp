@@ -239,6 +239,26 @@ TEST(Driver, FalseOriginComesBeforeScale) {
 
 // A bad point changes only itself, an array of n equals n arrays of one, and the two directions count a bad input
 // differently.
+// Bonne about the pole asserts at its apex. The points before it are converted, it and those behind it stay as given.
+TEST(Driver, LeavesTheArrayWholeWhereAPointAsserts) {
+  PROJDATA record = Record(PT_BONNE, "R=6371000;Lat1=90");
+  CProjector bonne(&record);
+  PROJPOINT alone{30, 40};
+  ASSERT_TRUE(bonne.Forward(&alone, 1));
+  for (const int before : {0, 1, 2, 7, 8, 16, 37}) {
+    std::vector<PROJPOINT> points(static_cast<std::size_t>(before), PROJPOINT{30, 40});
+    points.push_back({10, 90});
+    for (int i = 0; i < 5; ++i) points.push_back({50, 60});
+    EXPECT_THROW(bonne.Forward(points.data(), static_cast<int>(points.size())), shr::Exception);
+    for (std::size_t i = 0; i < points.size(); ++i) {
+      const PROJPOINT expected = i < static_cast<std::size_t>(before)    ? alone
+                                 : i == static_cast<std::size_t>(before) ? PROJPOINT{10, 90}
+                                                                         : PROJPOINT{50, 60};
+      EXPECT_EQ(std::memcmp(&points[i], &expected, sizeof expected), 0) << i << " with " << before << " before";
+    }
+  }
+}
+
 TEST(Driver, PointsAreIndependent) {
   PROJDATA rec = Record(PT_LAMBERT, "Lat0=23;Lat1=33;Lat2=45;Lon0=-96;xOrg=1e6");
   CProjector projector(&rec);
