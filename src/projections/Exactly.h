@@ -60,13 +60,18 @@ class ExactlyFromMap : private FromMap {
   }
   ORVEX_INLINE void Leave(Point<Real>& p, MaskOf<Real>& plottable) const {
     plottable = plottable & (Abs(p.x) < Real(kMostTurned)) & (Abs(p.y) <= Real(kHalfPi + kRim));
-    const Real lon = RadToDeg(p.x) + m_lon0;
-    p.x = Select(Abs(lon) <= Real(180), lon, WithinHalfTurn(lon));
+    // The edge of the map keeps its side, east or west, by a longitude beyond the antimeridian of Greenwich.
+    Real fromCentre = RadToDeg(p.x);
+    const MaskOf<Real> edge = Abs(fromCentre) > Real(kEdge);
+    fromCentre = Select(edge, CopySign(Real(180), fromCentre), fromCentre);
+    const Real lon = fromCentre + m_lon0;
+    p.x = Select(edge | (Abs(lon) <= Real(180)), lon, WithinHalfTurn(lon));
     p.y = Clamp(RadToDeg(p.y), -90, 90);
   }
 
  private:
-  static constexpr double kMostTurned = 7;  // radians; the operations answer longitudes within half a turn
+  static constexpr double kEdge = 180 - 1e-12;  // degrees; up to it, rounding
+  static constexpr double kMostTurned = 7;      // radians; the operations answer longitudes within half a turn
 
   double m_lon0;
 };

@@ -72,6 +72,12 @@ Plot<T> InversePoint(const Constants& c, Point<T>& p) {
 
 // ---- exactly: one formula for every aspect, which the inverse undoes ----
 
+Constants ExactConstants(const PROJDATA& work) {
+  Constants c(work);
+  if (Abs(c.centre.lat) == kHalfPi) c.centre.cosLat = 0;
+  return c;
+}
+
 template <class T>
 Plot<T> InverseExact(const Constants& c, Point<T>& p) {
   const AzimuthalDirection<T> direction{c.R * c.centre.sinLat + p.y * c.centre.cosLat, p.x,
@@ -86,7 +92,8 @@ Plot<T> InverseExact(const Constants& c, Point<T>& p) {
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
   if (call.exact) {
-    return ForwardExactly(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardOblique(c, p); });
+    return ForwardExactly(call, kForwardSite,
+                          [c = ExactConstants(*call.work)](auto& p) { return ForwardOblique(c, p); });
   }
   const Constants c(*call.work);
   constexpr double kPoles[] = {kNorthPole, kSouthPole};
@@ -101,7 +108,7 @@ bool Forward(const Conversion& call) {
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
   if (call.exact) {
-    return InverseExactly(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InverseExact(c, p); });
+    return InverseExactly(call, kInverseSite, [c = ExactConstants(*call.work)](auto& p) { return InverseExact(c, p); });
   }
   return InverseEach(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InversePoint(c, p); });
 }

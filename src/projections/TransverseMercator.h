@@ -149,17 +149,16 @@ class ExactTransverseMercator {
     const T toChi = m_toConformal(sinPhi, cosPhi);
     const auto [sinChi, cosChi] = Turned(sinPhi, cosPhi, toChi);
     const auto [sinLon, cosLon] = SinCos(p.x);
-    const T sine = cosChi * sinLon;  // hyperbolic tangent of eta'
-    const T cosine2 = 1 - sine * sine;
+    const T sine = cosChi * sinLon, along = cosChi * cosLon;  // sine: hyperbolic tangent of eta'
+    const T cosine2 = sinChi * sinChi + along * along;        // 1 - sine^2
     const MaskOf<T> far = plottable & (Abs(sine) > T(m_mostSine));
     const MaskOf<T> near = (cosine2 > T(0)) & !far;
     plottable = plottable & (far | near);
     const T reciprocal = 1 / OneUnless<T>(near, cosine2);
-    const T along = cosChi * cosLon;
     // xi' by what it adds to chi, which keeps the digits.
-    const T versine = (sinLon * sinLon) / (1 + Abs(cosLon)), v = Select(cosLon < T(0), 1 - cosLon, versine);
-    const T toXi = Atan2(sinChi * cosChi * v, 1 - cosChi * cosChi * v);
-    const T eta = Atanh(Select(near, sine, T(0)));
+    const T versine = Select(cosLon < T(0), 1 - cosLon, sinLon * sinLon / (1 + Abs(cosLon)));
+    const T toXi = Atan2(sinChi * cosChi * versine, sinChi * sinChi + cosChi * along);
+    const T eta = Asinh(Select(near, sine, T(0)) * Sqrt(reciprocal));
     const Terms<T> terms =
         Series(m_toEllipsoid, 2 * sinChi * along * reciprocal, (along * along - sinChi * sinChi) * reciprocal,
                2 * sine * reciprocal, (1 + sine * sine) * reciprocal);
@@ -181,7 +180,9 @@ class ExactTransverseMercator {
     const T sinhEta = Sinh(safe), coshEta = Sqrt(1 + sinhEta * sinhEta);
     const Terms<T> terms =
         Series(m_toSphere, 2 * sinXi * cosXi, 1 - 2 * sinXi * sinXi, 2 * sinhEta * coshEta, 1 + 2 * sinhEta * sinhEta);
-    const auto [sine, cosine] = Turned(sinXi, cosXi, terms.north);
+    const auto [sine, turned] = Turned(sinXi, cosXi, terms.north);
+    // On an ellipsoid the pole ends the map, by rounding a little before it.
+    const T cosine = m_n == 0 ? turned : Select(turned < T(0), T(0), turned);
     const T by = terms.east, z = by * by;
     const T sinhBy = by * (1 + z * (1.0 / 6 + z * (1.0 / 120))),
             coshLess = z * (0.5 + z * (1.0 / 24 + z * (1.0 / 720)));
@@ -190,12 +191,14 @@ class ExactTransverseMercator {
     const T lat = Atan2(sine, level) + m_toGeodetic.OfDouble(2 * sine * level / cosh2, 1 - 2 * sine * sine / cosh2);
     p = {Atan2(sinh, cosine), lat};
     if (Any(far)) DefineInverse(far, xi, eta, p);
-    return plottable & (Abs(p.x) <= T(m_mostLon + kLimitRounding));
+    plottable = plottable & ((Abs(p.x) - m_mostLon) * level <= T(kLimitRounding));
+    p.x = Clamp(p.x, -m_mostLon, m_mostLon);
+    return plottable;
   }
 
  private:
   static constexpr double kFarthest = 40;          // beyond, the map of the sphere is its axis' end to rounding
-  static constexpr double kLimitRounding = 1e-10;  // radians; the longitude limit is no edge of the map
+  static constexpr double kLimitRounding = 1e-11;  // along the parallel; the longitude limit is no edge of the map
 
   template <class T>
   struct Terms {
