@@ -1,6 +1,6 @@
-// round_trips - how far the way there and back leads from where it began, as stated and exactly: the largest distance on
-// the ground in metres over random points of each form's area that lie in its domain, and of each datum's way. Prints a
-// Markdown table for docs/accuracy.md.
+// round_trips - how far the way there and back leads from where it began, as stated and exactly: the largest distance
+// on the ground in metres over random points of each form's area that lie in its domain, and of each datum's way.
+// Prints a Markdown table for docs/accuracy.md.
 #include <algorithm>
 #include <cfloat>
 #include <cmath>
