@@ -329,8 +329,13 @@ TEST(ExactDatum, LatitudesBeyondThePolesAreUnplottable) {
 }
 
 TEST(ExactDatum, RegressionStaysAsPublished) {
-  for (int datum = 224; datum <= 231; ++datum) {
-    const PROJPOINT exact = Convert(Xform(datum, 3), -57, 11), stated = Convert(Xform(datum, 3), -57, 11, PA_STATED);
+  const struct {
+    int datum;
+    double lon, lat;  // in its area
+  } cases[] = {{224, 140, -21},   {225, 120, -30},  {226, -62, -33}, {227, -45, -12},
+               {228, 4.25, 48.5}, {229, -80, 41.5}, {230, -75, 50},  {231, -70, -31}};
+  for (const auto& [datum, lon, lat] : cases) {
+    const PROJPOINT exact = Convert(Xform(datum, 3), lon, lat), stated = Convert(Xform(datum, 3), lon, lat, PA_STATED);
     EXPECT_LE(ArcDegrees(exact, stated), 2e-12) << datum;
     const DATUMXFORM back = Xform(3, datum);
     EXPECT_THROW(CDatumTransform{&back}, shr::Exception) << datum;
