@@ -188,6 +188,41 @@ TEST(ExactProperty, Symmetry) {
   });
 }
 
+// An earth of another size, in metres or in radii, has the same map: no length decides anything. A power of two, so
+// that nothing is rounded on the way; places at the centre too, micrometres and millimetres from it and from the poles.
+TEST(ExactProperty, TheSizeOfTheEarthIsNothingButAFactor) {
+  constexpr double kFactor = 1.0 / (1 << 23);
+  ForEachPlace(6, [](const Family& family, CProjector& projector, const PROJDATA&, const PROJPOINT& place) {
+    if (family.type == PT_UTM) return;  // whose false origin is in metres
+    PROJDATA small{};
+    projector.GetInfo(&small);
+    const bool byLat1 =
+        family.type == PT_GNOMONIC || family.type == PT_LAMBERTAZIMUTHAL || family.type == PT_AZIMUTHALEQUI;
+    const double lon0 = small.Lon0, lat0 = byLat1 ? small.Lat1 : small.Lat0;
+    small.Ellipsoid = ET_USER_DEFINED;
+    small.MajorRadius = small.MajorRadius * kFactor, small.xOrg = small.xOrg * kFactor;
+    CProjector scaled = ExactProjector(small);
+    const double inward = lat0 > 0 ? -1 : 1;
+    for (const PROJPOINT& at : {place,
+                                PROJPOINT{lon0, lat0},
+                                {lon0 + 1e-6, lat0 + inward * 1e-8},
+                                {lon0 - 3e-11, lat0 + inward * 1e-11},
+                                {lon0 + 12, 90 - 1e-8},
+                                {lon0 - 12, -90 + 3e-11}}) {
+      const PROJPOINT p = Forward(projector, at.x, at.y), q = Forward(scaled, at.x, at.y);
+      if (Unplottable(p)) {
+        EXPECT_TRUE(Unplottable(q)) << at.x - lon0 << ", " << at.y;
+        continue;
+      }
+      EXPECT_EQ(p.x * kFactor, q.x) << at.x - lon0 << ", " << at.y;
+      EXPECT_EQ(p.y * kFactor, q.y) << at.x - lon0 << ", " << at.y;
+      const PROJPOINT a = Inverse(projector, p.x, p.y), b = Inverse(scaled, q.x, q.y);
+      EXPECT_EQ(a.x, b.x) << at.x - lon0 << ", " << at.y;
+      EXPECT_EQ(a.y, b.y) << at.x - lon0 << ", " << at.y;
+    }
+  });
+}
+
 TEST(ExactProperty, AFullTurnChangesNothing) {
   ForEachPlace(6, [](const Family& family, CProjector& projector, const PROJDATA&, const PROJPOINT& place) {
     if (family.reach == 180 && std::fabs(std::remainder(place.x, 180)) < 1e-3) return;

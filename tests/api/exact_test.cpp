@@ -214,6 +214,28 @@ TEST(ExactChoice, BadCallsAreAnsweredFalse) {
   DatDeleteDatum(datum);
 }
 
+// An array of n is n arrays of one, whatever stands beside a point; markers pass, what is not finite becomes one.
+TEST(ExactChoice, PointsDoNotTouchEachOther) {
+  const double nan = std::nan(""), infinity = HUGE_VAL;
+  for (const ProjectionForm& form : AllProjections()) {
+    CProjector projector = ExactProjector(form.MakeRecord());
+    for (const bool forward : {true, false}) {
+      const auto convert = [&](PROJPOINT* points, int n) {
+        EXPECT_TRUE(forward ? projector.Forward(points, n) : projector.Inverse(points, n));
+      };
+      std::vector<PROJPOINT> input = Places(form);
+      if (!forward) projector.Forward(input.data(), static_cast<int>(input.size()));  // places of the map
+      input.insert(input.begin() + 1, {{nan, 10}, {10, infinity}, {DBL_MAX, DBL_MAX}, {1e300, -1e300}});
+      input.insert(input.end(), {{DBL_MAX, DBL_MAX}, {-infinity, nan}, {0, 0}, {5, 90}, {-170, -90}});
+      std::vector<PROJPOINT> together = input, single = input;
+      convert(together.data(), static_cast<int>(together.size()));
+      for (PROJPOINT& p : single) convert(&p, 1);
+      EXPECT_EQ(Bits(together), Bits(single)) << form.type << " " << form.form << (forward ? " forward" : " inverse");
+      for (const std::size_t i : {1u, 2u, 3u}) EXPECT_TRUE(Unplottable(together[i])) << form.type << " " << i;
+    }
+  }
+}
+
 TEST(ExactChoice, ThroughThePlainCInterface) {
   const auto solve = [](int accuracy) {  // latitude back from a place on the map
     orvex_projection record{};
