@@ -241,25 +241,29 @@ Plot<T> InverseExact(const ExactCone& c, Point<T>& p) {
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
   if (call.exact) {
-    return ForwardExactly(call, kForwardSite, [c = ExactCone(*call.work)](auto& p) { return ForwardExact(c, p); });
+    return ForwardExactly(call, kForwardSite,
+                          [c = Remembered<ExactCone>(call)](auto& p) { return ForwardExact(c, p); });
   }
   if (call.work->Flattening == 0) {
-    return ForwardEach(call, kForwardSite, [c = PrepareSphere(*call.work)](auto& p) { return ForwardSphere(c, p); });
+    return ForwardEach(call, kForwardSite,
+                       [c = Remembered<PrepareSphere>(call)](auto& p) { return ForwardSphere(c, p); });
   }
   return ForwardEach(call, kForwardSite,
-                     [c = PrepareEllipsoid(*call.work)](auto& p) { return ForwardEllipsoid(c, p); });
+                     [c = Remembered<PrepareEllipsoid>(call)](auto& p) { return ForwardEllipsoid(c, p); });
 }
 
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
   if (call.exact) {
-    return InverseExactly(call, kInverseSite, [c = ExactCone(*call.work)](auto& p) { return InverseExact(c, p); });
+    return InverseExactly(call, kInverseSite,
+                          [c = Remembered<ExactCone>(call)](auto& p) { return InverseExact(c, p); });
   }
   if (call.work->Flattening == 0) {
-    return InverseEach(call, kInverseSite, [c = PrepareSphere(*call.work)](auto& p) { return InverseSphere(c, p); });
+    return InverseEach(call, kInverseSite,
+                       [c = Remembered<PrepareSphere>(call)](auto& p) { return InverseSphere(c, p); });
   }
   return InverseEach(call, kInverseSite,
-                     [c = PrepareEllipsoid(*call.work)](auto& p) { return InverseEllipsoid(c, p); });
+                     [c = Remembered<PrepareEllipsoid>(call)](auto& p) { return InverseEllipsoid(c, p); });
 }
 
 bool HasExactForm(const PROJDATA& work) {

@@ -42,17 +42,19 @@ Plot<T> InversePoint(const Constants& c, Point<T>& p) {
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
   if (call.exact) {
-    return ForwardExactly(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardPoint(c, p); });
+    return ForwardExactly(call, kForwardSite,
+                          [c = Remembered<Constants>(call)](auto& p) { return ForwardPoint(c, p); });
   }
-  return ForwardEach(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardPoint(c, p); });
+  return ForwardEach(call, kForwardSite, [c = Remembered<Constants>(call)](auto& p) { return ForwardPoint(c, p); });
 }
 
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
   if (call.exact) {
-    return InverseExactly(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InversePoint(c, p); });
+    return InverseExactly(call, kInverseSite,
+                          [c = Remembered<Constants>(call)](auto& p) { return InversePoint(c, p); });
   }
-  return InverseEach(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InversePoint(c, p); });
+  return InverseEach(call, kInverseSite, [c = Remembered<Constants>(call)](auto& p) { return InversePoint(c, p); });
 }
 
 bool HasExactForm(const PROJDATA& work) {

@@ -259,9 +259,10 @@ template <TMGuards kGuards>
 inline bool TransverseForward(const Conversion& call, const Site& site) {
   if (!Ready(call, site)) return false;
   if (call.exact) {
-    return ForwardExactly(call, site, [c = ExactTransverseMercator(*call.work)](auto& p) { return c.Forward(p); });
+    return ForwardExactly(call, site,
+                          [c = Remembered<ExactTransverseMercator>(call)](auto& p) { return c.Forward(p); });
   }
-  const TransverseMercator<kGuards> c(*call.work);
+  const auto c = Remembered<TransverseMercator<kGuards>>(call);
   if (call.work->Flattening == 0) return ForwardEach(call, site, [&c](auto& p) { return c.ForwardSphere(p); });
   return ForwardEach(call, site, [&c](auto& p) { return c.ForwardEllipsoid(p); });
 }
@@ -270,9 +271,10 @@ template <TMGuards kGuards>
 inline bool TransverseInverse(const Conversion& call, const Site& site) {
   if (!Ready(call, site)) return false;
   if (call.exact) {
-    return InverseExactly(call, site, [c = ExactTransverseMercator(*call.work)](auto& p) { return c.Inverse(p); });
+    return InverseExactly(call, site,
+                          [c = Remembered<ExactTransverseMercator>(call)](auto& p) { return c.Inverse(p); });
   }
-  const TransverseMercator<kGuards> c(*call.work);
+  const auto c = Remembered<TransverseMercator<kGuards>>(call);
   if (call.work->Flattening == 0) return InverseEach(call, site, [&c](auto& p) { return c.InverseSphere(p); });
   return InverseEach(call, site, [&c](auto& p) { return c.InverseEllipsoid(p); });
 }
