@@ -234,7 +234,7 @@ Plot<T> InverseExact(const ExactCone& c, Point<T>& p) {
   MaskOf<T> plottable = LatitudeFromIsometric(psi, c.eccentric, lat);
   const T theta = Atan2(sign * p.x, sign * below), perRadian = rho * c.n / c.a;
   p = {AlongParallel(theta / c.n * perRadian, perRadian, plottable), lat};
-  return plottable;
+  return plottable & (sign * RadToDeg(lat) > T(-90));  // the pole away from the apex has no place
 }
 
 }  // namespace

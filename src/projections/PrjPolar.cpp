@@ -266,7 +266,7 @@ Plot<T> InverseExactPolar(const ExactConstants& c, Point<T>& p) {
   const MaskOf<T> found =
       LatitudeFromIsometric(-Log(OneUnless<T>(away, rho / c.polarScale)), c.factor.Eccentric(), lat);
   p = {Select(away, PolarLongitudeDifference(p.x, p.y, c.pole), T(0)), c.pole * Select(away, lat, T(kHalfPi))};
-  return found;
+  return found & (lat >= T(-kRim));
 }
 
 template <class T>
@@ -278,7 +278,7 @@ Plot<T> InverseExactOblique(const ExactConstants& c, Point<T>& p) {
   T lat;
   const MaskOf<T> found = LatitudeOf(c, direction, lat);
   p = {Select(away, direction.LongitudeDifference(), T(0)), Select(away, lat, T(c.centre.lat))};
-  return found;
+  return found & (c.centre.View(p.y, p.x).cosC >= T(-kRim));  // the hemisphere, as forward
 }
 
 }  // namespace

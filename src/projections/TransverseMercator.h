@@ -152,7 +152,7 @@ class ExactTransverseMercator {
     const T sine = cosChi * sinLon, along = cosChi * cosLon;  // sine: hyperbolic tangent of eta'
     const T cosine2 = sinChi * sinChi + along * along;        // 1 - sine^2
     const MaskOf<T> far = plottable & (Abs(sine) > T(m_mostSine));
-    const MaskOf<T> near = (cosine2 > T(0)) & !far;
+    const MaskOf<T> near = (cosine2 > T(kAxisEnd)) & !far;
     plottable = plottable & (far | near);
     const T reciprocal = 1 / OneUnless<T>(near, cosine2);
     // xi' by what it adds to chi, which keeps the digits.
@@ -197,6 +197,7 @@ class ExactTransverseMercator {
   }
 
  private:
+  static constexpr double kAxisEnd = 1e-30;        // squared distance from the ends of the sphere's axis, by rounding
   static constexpr double kFarthest = 40;          // beyond, the map of the sphere is its axis' end to rounding
   static constexpr double kLimitRounding = 1e-11;  // along the parallel; the longitude limit is no edge of the map
 
