@@ -126,6 +126,31 @@ TEST(ExactProperty, ThereAndBack) {
   });
 }
 
+// Wherever on the plane an inverse answers, the forward leads back there: nothing is made up outside the map. The
+// Stereographic is left out, whose inverse knows the plane and whose forward the hemisphere around the centre.
+TEST(ExactProperty, NoInverseMakesPlacesUp) {
+  Random random;
+  for (const ProjectionForm& form : AllProjections()) {
+    if (form.type == PT_STEREOGRAPHIC) continue;
+    PROJDATA rec{};
+    CProjector projector = ExactProjector(form.MakeRecord());
+    projector.GetInfo(&rec);
+    int answered = 0;
+    for (int i = 0; i < 60; ++i) {
+      const double reach = i < 30 ? 5e6 : 2.2e7;
+      const double x = rec.xOrg + random.Between(-reach, reach), y = rec.yOrg + random.Between(-reach, reach);
+      const PROJPOINT place = Inverse(projector, x, y);
+      if (Unplottable(place)) continue;
+      ++answered;
+      EXPECT_LE(std::fabs(place.y), 90) << form.type << " " << form.form;
+      const PROJPOINT again = Forward(projector, place.x, place.y);
+      EXPECT_LE(std::hypot(again.x - x, again.y - y), 1e-6)
+          << form.type << " " << form.form << " at " << x << ", " << y << " by way of " << place.x << ", " << place.y;
+    }
+    EXPECT_GT(answered, 0) << form.type << " " << form.form;
+  }
+}
+
 // Differences over hundredths of a degree have 1e-9 from the fifth derivative where maps bend most; the stretch of
 // coordinates far from the centre multiplies roundings.
 TEST(ExactProperty, AnglesAndAreasAreKept) {

@@ -3,6 +3,8 @@
 #include <cstring>
 #include <random>
 
+#include <orvex/orvex_c.h>
+
 #include "support/Projection.h"
 
 namespace orvex::test {
@@ -210,6 +212,45 @@ TEST(ExactChoice, BadCallsAreAnsweredFalse) {
   }
   ProjDeleteProjection(projection);
   DatDeleteDatum(datum);
+}
+
+TEST(ExactChoice, ThroughThePlainCInterface) {
+  const auto solve = [](int accuracy) {  // latitude back from a place on the map
+    orvex_projection record{};
+    record.type = PT_LAMBERT;
+    record.ellipsoid = ET_WGS_84;
+    record.lat0 = 23, record.lat1 = 33, record.lat2 = 45, record.lon0 = -96;
+    char message[ORVEX_MESSAGE_SIZE];
+    void* handle = nullptr;
+    EXPECT_EQ(orvex_create(&record, &handle, message), ORVEX_OK);
+    EXPECT_EQ(orvex_set_accuracy(handle, accuracy), ORVEX_OK);
+    EXPECT_EQ(orvex_set_accuracy(handle, 2), ORVEX_BAD_ARGUMENT);
+    orvex_point p{1234567, 765432};
+    EXPECT_EQ(orvex_inverse(handle, &p, 1, message), ORVEX_OK);
+    orvex_delete(handle);
+    return double{p.y};
+  };
+  PROJDATA rec = Record(PT_LAMBERT, "Lat0=23;Lat1=33;Lat2=45;Lon0=-96");
+  CProjector stated(&rec), exact = ExactProjector(rec);
+  EXPECT_EQ(solve(PA_STATED), Inverse(stated, 1234567, 765432).y);
+  EXPECT_EQ(solve(PA_EXACT), Inverse(exact, 1234567, 765432).y);
+  EXPECT_EQ(orvex_set_accuracy(nullptr, PA_EXACT), ORVEX_BAD_ARGUMENT);
+
+  orvex_projection none{};
+  none.type = PT_LAMBERT;
+  none.ellipsoid = ET_WGS_84;
+  none.lat1 = -30, none.lat2 = 30;
+  void *cone = nullptr, *datum = nullptr;
+  ASSERT_EQ(orvex_create(&none, &cone, nullptr), ORVEX_OK);
+  EXPECT_EQ(orvex_set_accuracy(cone, PA_EXACT), ORVEX_FAILED);
+  orvex_delete(cone);
+
+  ASSERT_EQ(orvex_datum_create(3, 220, &datum, nullptr), ORVEX_OK);
+  EXPECT_EQ(orvex_datum_set_accuracy(datum, PA_EXACT), ORVEX_OK);
+  EXPECT_EQ(orvex_datum_set_accuracy(datum, -1), ORVEX_BAD_ARGUMENT);
+  EXPECT_EQ(orvex_datum_set_accuracy(nullptr, PA_STATED), ORVEX_BAD_ARGUMENT);
+  EXPECT_EQ(DatGetAccuracy(datum), PA_EXACT);
+  orvex_datum_delete(datum);
 }
 
 // What has no exact form is refused at the choice, and the handle goes on as before.
