@@ -391,6 +391,33 @@ TEST(ExactDatum, LatitudesBeyondThePolesAreUnplottable) {
   }
 }
 
+// A step that only changes the ellipsoid has a pole.
+TEST(ExactDatum, PolesOfDatumsThatShareTheAxis) {
+  for (const auto& [from, to] : {std::pair{1, 3}, {3, 1}, {215, 3}, {3, 215}}) {
+    for (const double lat : {90.0, -90.0}) {
+      EXPECT_NEAR(Convert(Xform(from, to), 10, lat).y, lat, 0.01) << from << " " << to;
+    }
+  }
+}
+
+TEST(ExactDatum, FatEllipsoidsThereAndBack) {
+  for (const double f : {0.01, 0.1, 0.3}) {
+    DATUMXFORM there{}, back{};
+    there.DestDatum = back.SrcDatum = DT_WORLD_GEODETIC_SYSTEM_1984;
+    there.Step1.Method = DM_BURSA;
+    there.Step1.MajorRadius = 6378137;
+    there.Step1.Flattening = f;
+    there.Step1.dx = 100;
+    there.Step1.rz = 2;
+    back.Step2 = there.Step1;
+    back.Step2.bInverse = true;
+    for (double lat = -90; lat <= 90; lat += 7.5) {
+      const PROJPOINT moved = Convert(there, 20, lat), again = Convert(back, moved.x, moved.y);
+      EXPECT_LE(ArcDegrees(again, {20, lat}), 1e-11) << f << " " << lat;
+    }
+  }
+}
+
 TEST(ExactDatum, RegressionStaysAsPublished) {
   const struct {
     int datum;
