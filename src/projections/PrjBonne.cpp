@@ -174,7 +174,7 @@ bool Inverse(const Conversion& call) {
 }
 
 bool HasExactForm(const PROJDATA& work) {
-  return work.Lat1 != 0 && IsLatitude(work.Lat1);
+  return IsLatitude(work.Lat1) && work.Lat1 != 0 && IsFinite(ExactConstants(work).K);
 }
 
 }  // namespace orvex::detail::ORVEX_LEVEL::PrjBonne
