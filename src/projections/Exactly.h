@@ -22,7 +22,7 @@ ORVEX_INLINE T WithinHalfTurn(T degrees) {
 /// from which it was reached, also where rounding has led beyond.
 template <class T>
 ORVEX_INLINE T FromMeridian(T lon, double lon0) {
-  constexpr double kEdge = 180 - 1e-12;
+  constexpr double kEdge = 180 - 1.1e-13;  // what is further from it than three roundings has its own place
   const T degrees = lon - lon0, within = WithinHalfTurn(degrees);
   return Select(Abs(within) > T(kEdge), CopySign(T(180), degrees), within);
 }
