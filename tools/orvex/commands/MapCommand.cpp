@@ -12,13 +12,14 @@
 #include "maps/MapPainter.h"
 #include "maps/MapShapes.h"
 #include "maps/MapSvg.h"
+#include "maps/MapText.h"
 
 namespace orvex::tool {
 
 namespace {
 
-constexpr int kDefaultSize = 1000, kLargestSize = 20000;  // pixels
-constexpr int kHeading = 36, kMargin = 6;
+constexpr int kDefaultSize = 1000, kLargestSize = 20000, kSmallestMap = 20;  // pixels
+constexpr int kMargin = 6, kTitleSize = 21, kTitleLine = 28, kTitleMargin = 8;
 
 struct Options {
   ProjectionOptions projection;
@@ -31,25 +32,23 @@ struct Options {
 struct Picture {
   int width, height;
   Frame frame;
+  std::vector<std::string> title;  ///< lines
 };
 
 /// Fits the area, drawn at an arbitrary scale before, into the picture.
-Picture Fit(const Options& options, const Path& area, const Frame& drawn) {
-  Spot least{1e300, 1e300}, most{-1e300, -1e300};
-  for (const auto& piece : area) {
-    for (const Spot& s : piece) {
-      least = {std::min(least.x, s.x), std::min(least.y, s.y)};
-      most = {std::max(most.x, s.x), std::max(most.y, s.y)};
-    }
-  }
+Picture Fit(const Options& options, const BoxPen& area, const Frame& drawn) {
+  const auto [least, most] = std::pair(area.least, area.most);
   const double w = most.x - least.x, h = most.y - least.y;
   if (!(w > 0) || !(h > 0)) throw Failure("nothing of the area lies in the projection's domain");
-  const int heading = options.title.empty() ? 0 : kHeading, extra = 2 * kMargin + heading;
-  Picture picture{options.width, options.height, {}};
+  Picture picture{options.width, options.height, {}, {}};
   if (picture.width == 0 && picture.height == 0) (w >= h * 0.8 ? picture.width : picture.height) = kDefaultSize;
   const auto side = [](double pixels) { return std::clamp(static_cast<int>(std::lround(pixels)), 50, kLargestSize); };
+  if (picture.width == 0) picture.width = side((picture.height - 2 * kMargin) * w / h + 2 * kMargin);
+  picture.title = Wrapped(options.title, kTitleSize, picture.width - 2 * kMargin);
+  const int lines = static_cast<int>(picture.title.size());
+  const int heading = lines == 0 ? 0 : lines * kTitleLine + kTitleMargin, extra = 2 * kMargin + heading;
   if (picture.height == 0) picture.height = side((picture.width - 2 * kMargin) * h / w + extra);
-  if (picture.width == 0) picture.width = side((picture.height - extra) * w / h + 2 * kMargin);
+  if (picture.height - extra < kSmallestMap) throw Failure("the title leaves no room for the map");
   const double innerW = 10.0 * (picture.width - 2 * kMargin), innerH = 10.0 * (picture.height - extra);
   const double factor = std::min(innerW / w, innerH / h);
   const double left = 10 * kMargin + (innerW - factor * w) / 2;
@@ -59,34 +58,47 @@ Picture Fit(const Options& options, const Path& area, const Frame& drawn) {
 }
 
 /// Meridians and parallels at the multiples of a step.
-std::vector<Shape> Graticule(const MapArea& area, double step) {
-  std::vector<Shape> lines;
-  const Bounds& b = area.box;
-  const double most = area.turn == Turn::Periodic ? b.east - 1e-9 : b.east;  // both edges are one meridian there
-  for (double k = std::ceil(b.west / step); k * step <= most; ++k) {
-    lines.push_back({false, {{k * step, b.south}, {k * step, b.north}}});
+std::vector<Points> Graticule(double step) {
+  std::vector<Points> lines;
+  for (double lon = step * std::ceil(-180 / step); lon < 180; lon += step) {
+    lines.push_back({{lon, -90}, {lon, 90}});
   }
-  for (double k = std::ceil(b.south / step); k * step <= b.north; ++k) {
-    if (std::abs(k * step) < 90) lines.push_back({false, {{b.west, k * step}, {b.east, k * step}}});
+  for (double lat = step * std::ceil(-90 / step); lat < 90; lat += step) {
+    if (lat > -90) lines.push_back({{-180, lat}, {0, lat}, {180, lat}});
   }
   return lines;
 }
 
-void Append(Path& path, Path more) {
-  path.insert(path.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
-}
-
 struct Drawing {
-  Path fill, lines;
+  std::vector<std::string> fills;
+  std::string lines;
 };
 
-Drawing DrawShapes(MapPainter& painter, const std::vector<Shape>& shapes) {
+std::string DrawLines(MapPainter& painter, const std::vector<Points>& lines) {
+  PathPen pen;
+  for (const Points& line : lines) painter.Draw(line, pen);
+  return pen.Data();
+}
+
+Drawing DrawShapes(MapPainter& painter, const Shapes& shapes) {
   Drawing drawing;
-  for (const Shape& shape : shapes) {
-    if (shape.ring) Append(drawing.fill, painter.Fill(shape));
-    Append(drawing.lines, painter.Draw(shape));
+  PathPen outlines;
+  for (const Area& area : shapes.areas) {
+    PathPen fill;
+    painter.Fill(area, fill);
+    drawing.fills.push_back(fill.Data());
+    for (const Points& ring : area) painter.Draw(ring, outlines);
   }
+  for (const Points& line : shapes.lines) painter.Draw(line, outlines);
+  drawing.lines = outlines.Data();
   return drawing;
+}
+
+void AddTitle(MapSvg& svg, const Picture& picture) {
+  for (std::size_t i = 0; i < picture.title.size(); ++i) {
+    svg.AddText({5.0 * picture.width, 10.0 * (kMargin + kTitleLine * static_cast<double>(i) + kTitleSize)},
+                10 * kTitleSize, "class=\"title\" text-anchor=\"middle\" fill=\"#333\"", picture.title[i]);
+  }
 }
 
 void Write(const std::string& file, const std::string& text) {
@@ -117,32 +129,36 @@ int Run(const Options& options) {
   CProjector projector(&record);
   projector.GetInfo(&record);
   const MapArea area = ChooseArea(record, options.bounds);
-  const std::vector<Shape> land = ReadShapes(options.land);
+  const Shapes land = ReadShapes(options.land);
 
   MapPainter painter(projector, area);
   const Frame draft{10000 / area.radius, 0, 0};
   painter.SetFrame(draft);
-  const Picture picture = Fit(options, painter.FillArea(), draft);
+  BoxPen extent;
+  painter.FillAll(extent);
+  const Picture picture = Fit(options, extent, draft);
   painter.SetFrame(picture.frame);
 
   const std::string name = ProjectionNames()[static_cast<std::size_t>(record.Type)];
   MapSvg svg(picture.width, picture.height, picture.frame, options.title.empty() ? name : options.title);
-  svg.AddArea(painter.FillArea(), options.seaColor, "#7a8a94");
+  PathPen all;
+  painter.FillAll(all);
+  svg.AddArea(all.Data(), options.seaColor, "#7a8a94");
   const Drawing world = DrawShapes(painter, land);
+  // The thin edge closes the joint at which the two ends of an oblique map of an ellipsoid meet.
   const std::string color = EscapedXml(options.landColor);
-  // The thin edge covers the tenths of a pixel by which boxes that lie side by side can part when rounded.
-  svg.AddFill(world.fill, "fill=\"" + color + "\" stroke=\"" + color + "\" stroke-width=\"3\"");
+  svg.AddFills(world.fills, "class=\"land\" fill=\"" + color + "\" stroke=\"" + color + "\" stroke-width=\"3\"");
   if (options.graticule != 0) {
-    const Drawing lines = DrawShapes(painter, Graticule(area, options.graticule));
-    svg.AddLines(lines.lines, "stroke=\"#667\" stroke-opacity=\".35\" stroke-width=\"5\"");
+    svg.AddLines(DrawLines(painter, Graticule(options.graticule)),
+                 "stroke=\"#667\" stroke-opacity=\".35\" stroke-width=\"5\"");
   }
   svg.AddLines(world.lines, "stroke=\"#6b6046\" stroke-width=\"6\"");
   if (!options.overlay.empty()) {
     const Drawing own = DrawShapes(painter, ReadShapes(options.overlay));
-    svg.AddFill(own.fill, "fill=\"#c0392b\" fill-opacity=\".25\"");
+    svg.AddFills(own.fills, "class=\"overlay\" fill=\"#c0392b\" opacity=\".25\"");
     svg.AddLines(own.lines, "stroke=\"#c0392b\" stroke-width=\"15\"");
   }
-  if (!options.title.empty()) svg.AddHeading(options.title, kHeading);
+  AddTitle(svg, picture);
   Write(options.out, svg.Finish());
   return kSuccess;
 }
@@ -153,7 +169,7 @@ void AddMapCommand(CLI::App& app, int& status) {
   CLI::App* command = app.add_subcommand("map", "Draw the world or your own shapes in a projection as an SVG picture");
   const auto options = std::make_shared<Options>();
   AddProjectionOptions(*command, options->projection);
-  command->add_option("-o,--out", options->out, "File to write, - for standard output")->capture_default_str();
+  command->add_option("-o,--output,--out", options->out, "File to write, - for standard output")->capture_default_str();
   command->add_option("--land", options->land, "File of rings and lines to draw instead of the world's land");
   command->add_option("--overlay", options->overlay, "File of rings and lines to draw over it");
   command->add_option("--bounds", options->bounds, "Part of the globe as W,S,E,N in degrees (default: by projection)");

@@ -1,4 +1,4 @@
-// MapShapes - rings and lines in longitude and latitude: reading, joining the short way round, cutting to a box.
+// MapShapes - areas and lines in longitude and latitude: reading, joining the short way round.
 #pragma once
 
 #include <span>
@@ -9,6 +9,7 @@
 
 namespace orvex::tool {
 
+/// Neighbouring points are at most half a turn of longitude apart.
 using Points = std::vector<PROJPOINT>;
 
 /// Degrees; east may exceed 180 or west be below -180, never by more than a turn.
@@ -16,33 +17,31 @@ struct Bounds {
   double west, south, east, north;
 };
 
-/// A ring or line, neighbouring points less than half a turn apart; a ring ends where it starts, or a full turn away
-/// when it winds round a pole.
-struct Shape {
-  bool ring;
-  Points points;
+/// Rings that bound an area by the even-odd rule; each ends where it starts, or a full turn away when it winds round a
+/// pole, which it then takes in.
+using Area = std::vector<Points>;
+
+struct Shapes {
+  std::vector<Area> areas;
+  std::vector<Points> lines;
 };
 
 /// The compiled-in outlines of the world, as blocks of the file format.
 std::span<const char* const> WorldOutlines();
 
-/// Reads blocks "ring N" and "line N" of N lines "longitude latitude"; an empty name stands for the world outlines.
-/// Throws Failure with file and line number for what cannot be read.
-std::vector<Shape> ReadShapes(const std::string& file);
+/// Reads blocks "ring N" and "line N" of N lines "longitude latitude"; an empty name stands for the world outlines. A
+/// ring inside another one becomes a hole of it. Throws Failure with file and line number for what cannot be read.
+Shapes ReadShapes(const std::string& file);
+
+/// Adds a point the short way round from the last one; nothing when it is the same.
+void AddPoint(Points& points, PROJPOINT p);
 
 Bounds BoundsOf(const Points& points);
-Points Moved(Points points, double dx);
+bool WindsRoundPole(const Points& ring);
+/// Whether a place lies in an area.
+bool Holds(const Area& area, const PROJPOINT& p);
 
-/// A ring that winds round a pole, opened where it crosses the meridian and closed along that pole.
-bool WindsRoundPole(const Shape& shape);
-Points CloseAlongPole(const Points& ring, double meridian);
-
-/// What of a ring lies in the box (pieces stay joined along its edges); empty when nothing does.
-Points CutRing(Points ring, const Bounds& box);
-/// What of a line lies in the box.
-std::vector<Points> CutLine(const Points& line, const Bounds& box);
-
-/// The same shape with no step longer than `step` degrees in either coordinate.
-Points Densified(const Points& points, double step);
+/// Sorts rings into areas: those that lie inside another one are its holes, those inside a hole areas again.
+std::vector<Area> Nested(std::vector<Points> rings);
 
 }  // namespace orvex::tool
