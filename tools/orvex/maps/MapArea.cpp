@@ -53,12 +53,6 @@ Bounds About(double lon, double reach, double south, double north) {
   return {lon - reach, south, lon + reach, north};
 }
 
-/// A zone as the projection that stands behind it.
-PROJDATA Expanded(PROJDATA record) {
-  if (IsStatePlane(record)) ProjGetStateZoneParams(&record);
-  return record;
-}
-
 /// The band of half a turn either side of a meridian.
 Bounds Band(double lon) {
   return About(lon, 180 - kSeam, -90, 90);
@@ -154,6 +148,11 @@ std::optional<Bounds> DefaultBounds(const PROJDATA& record, const PROJDATA& real
 }
 
 }  // namespace
+
+PROJDATA Expanded(PROJDATA record) {
+  if (IsStatePlane(record)) ProjGetStateZoneParams(&record);
+  return record;
+}
 
 MapArea ChooseArea(const PROJDATA& record, const std::string& bounds) {
   if (record.Type == PT_LATLONG) throw Failure("\"Unprojected Lat/Long\" is no projection that can be drawn");

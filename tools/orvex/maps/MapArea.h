@@ -17,6 +17,9 @@ struct MapArea {
   double radius;                                       ///< of the globe in map units
 };
 
+/// A zone as the projection that stands behind it.
+PROJDATA Expanded(PROJDATA record);
+
 /// The area for a projection, or what the user asked for as "W,S,E,N" (empty: the default). Throws Failure for a
 /// projection that cannot be drawn.
 MapArea ChooseArea(const PROJDATA& record, const std::string& bounds);

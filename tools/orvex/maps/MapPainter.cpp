@@ -156,6 +156,16 @@ void MapPainter::Draw(const Points& line, Pen& pen) {
   }
 }
 
+std::optional<Spot> MapPainter::Locate(const PROJPOINT& place) {
+  for (const auto& domain : m_area.domains) {
+    if (!domain->StartsInside(place, place)) return std::nullopt;
+  }
+  PROJPOINT map = m_area.domains.back()->Brought(place);
+  ProjectPoint(m_projector, Direction::Forward, map);
+  if (!Plottable(map)) return std::nullopt;
+  return m_frame.At(map);
+}
+
 void MapPainter::FillAll(Pen& pen) {
   const Domain& outer = *m_area.domains[m_area.frame];
   CutArea all;

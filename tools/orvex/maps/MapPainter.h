@@ -1,6 +1,7 @@
 // MapPainter - lines and areas cut to the map, projected, and drawn as the projection bends them.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include <orvex/projection.h>
@@ -16,10 +17,13 @@ class MapPainter {
   MapPainter(CProjector& projector, const MapArea& area) : m_projector(projector), m_area(area) {}
 
   void SetFrame(const Frame& frame) { m_frame = frame; }
+  const Frame& CurrentFrame() const { return m_frame; }
   /// What of an area is on the map.
   void Fill(const Area& area, Pen& pen);
   /// What of a line, or of the outline of a ring, is on the map.
   void Draw(const Points& line, Pen& pen);
+  /// Where a place is in the picture; nothing when the map does not show it.
+  std::optional<Spot> Locate(const PROJPOINT& place);
   /// All that the map shows.
   void FillAll(Pen& pen);
 

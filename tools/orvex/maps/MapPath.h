@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 #include <orvex/projection.h>
 
@@ -50,6 +51,7 @@ class PathPen final : public Pen {
   void Finish(bool closed) override;
 
   const std::string& Data() const { return m_data; }
+  std::string Take() { return std::move(m_data); }
 
  private:
   void Narrow(const Spot& spot, double dx, double dy, double distance);

@@ -8,12 +8,15 @@
 
 #include "Failure.h"
 #include "commands/Names.h"
+#include "maps/Sphere.h"
 #include "tables/Coordinate.h"
+#include "tables/Files.h"
 
 namespace orvex::tool {
 
 namespace {
 
+constexpr double kOpposite = 1e-9;          // radians
 constexpr std::size_t kNestingProbes = 16;  // points of a ring that have to lie inside another one
 
 /// Reads one shape file; keeps the line number for messages.
@@ -25,12 +28,12 @@ class Reader {
     std::string kind, count;
     while (NextPair(kind, count)) {
       kind = Lower(kind);
-      if (kind != "ring" && kind != "line") Fail("expected \"ring N\" or \"line N\"");
+      if (kind != "ring" && kind != "line" && kind != "arc") Fail("expected \"ring N\", \"line N\" or \"arc N\"");
       const bool ring = kind == "ring";
       const int nPts = ParseInteger(count, m_name + ":" + std::to_string(m_line) + ": number of points");
       if (nPts < (ring ? 3 : 2)) Fail("a ring has at least 3 points, a line at least 2");
       Points points;
-      for (int i = 0; i < nPts; ++i) ReadPoint(points);
+      for (int i = 0; i < nPts; ++i) ReadPoint(points, kind == "arc");
       if (ring) AddPoint(points, points.front());  // the short way home
       if (points.size() >= (ring ? 3U : 2U)) (ring ? rings : lines).push_back(std::move(points));
     }
@@ -55,18 +58,47 @@ class Reader {
     return false;
   }
 
-  void ReadPoint(Points& points) {
+  void ReadPoint(Points& points, bool greatCircle) {
     std::string x, y;
     if (!NextPair(x, y)) Fail("the file ends inside a shape");
     const auto lon = ParseAngle(x), lat = ParseAngle(y);
     if (!lon || !lat || std::abs(*lon) > 360 || std::abs(*lat) > 90) Fail("expected a longitude and a latitude");
-    AddPoint(points, {*lon, *lat});
+    if (!greatCircle || points.empty()) return AddPoint(points, {*lon, *lat});
+    try {
+      AddGreatCircle(points, {*lon, *lat});
+    } catch (const Failure& failure) {
+      Fail(failure.what());
+    }
   }
 
   std::istream& m_in;
   std::string m_name;
   int m_line = 0;
 };
+
+/// The next number of a ring of the fine outlines.
+long NextNumber(const char*& text) {
+  long value = 0;
+  for (int shift = 0;; shift += 5) {
+    const long group = *text++ - 63;
+    value |= (group & 31) << shift;
+    if (group < 32) break;
+  }
+  return value % 2 == 0 ? value / 2 : -(value + 1) / 2;
+}
+
+Points Decoded(const char* text) {
+  constexpr double kUnit = 1e-3;  // degrees
+  Points points;
+  long x = 0, y = 0;
+  while (*text != '\0') {
+    x += NextNumber(text);
+    y += NextNumber(text);
+    points.push_back({kUnit * static_cast<double>(x), kUnit * static_cast<double>(y)});
+  }
+  AddPoint(points, points.front());
+  return points;
+}
 
 /// Whether the box of a ring, moved by whole turns, may lie in another one's.
 bool BoxesNest(const Bounds& inner, const Bounds& outer, bool outerWinds) {
@@ -111,16 +143,41 @@ Shapes ReadShapes(const std::string& file) {
       Reader(in, "world outlines").ReadAll(rings, lines);
     }
   } else {
-    std::ifstream in(file);
-    if (!in) throw Failure("cannot open " + file);
+    std::ifstream in;
+    OpenInput(file, in);
     Reader(in, file).ReadAll(rings, lines);
+    if (in.bad()) throw Failure("cannot read " + file);
   }
-  return {Nested(std::move(rings)), std::move(lines)};
+  Shapes shapes(1);
+  shapes[0].areas = Nested(std::move(rings));
+  shapes[0].lines = std::move(lines);
+  return shapes;
 }
 
 void AddPoint(Points& points, PROJPOINT p) {
   if (!points.empty()) p.x = points.back().x + std::remainder(p.x - points.back().x, 360);
   if (points.empty() || p.x != points.back().x || p.y != points.back().y) points.push_back(p);
+}
+
+Shapes ReadFineOutlines() {
+  std::vector<Points> rings;
+  for (const char* text : FineOutlines()) rings.push_back(Decoded(text));
+  Shapes shapes(1);
+  shapes[0].areas = Nested(std::move(rings));
+  return shapes;
+}
+
+void AddGreatCircle(Points& points, const PROJPOINT& to) {
+  const PROJPOINT from = points.back();
+  const Vector a = UnitVector(from.x, from.y), b = UnitVector(to.x, to.y), normal = Cross(a, b);
+  const double sine = std::sqrt(Dot(normal, normal)), arc = std::atan2(sine, Dot(a, b));
+  if (sine < kOpposite && arc > 1) throw Failure("no single great circle joins two opposite points");
+  const int n = std::max(1, static_cast<int>(std::ceil(arc / kRadians)));  // a point each degree
+  for (int k = 1; k < n; ++k) {
+    const double u = std::sin(arc * (n - k) / n), v = std::sin(arc * k / n);
+    AddPoint(points, PlaceOf({u * a.x + v * b.x, u * a.y + v * b.y, u * a.z + v * b.z}));
+  }
+  AddPoint(points, to);
 }
 
 Bounds BoundsOf(const Points& points) {

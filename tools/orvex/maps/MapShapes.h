@@ -7,6 +7,8 @@
 
 #include <orvex/projection.h>
 
+#include "maps/MapPlaces.h"
+
 namespace orvex::tool {
 
 /// Neighbouring points are at most half a turn of longitude apart.
@@ -21,17 +23,37 @@ struct Bounds {
 /// pole, which it then takes in.
 using Area = std::vector<Points>;
 
-struct Shapes {
+/// How a feature wants to be drawn; what is empty is drawn as usual.
+struct FeatureStyle {
+  std::string fill, fillOpacity, stroke, strokeOpacity, strokeWidth;
+
+  bool Empty() const { return (fill + fillOpacity + stroke + strokeOpacity + strokeWidth).empty(); }
+};
+
+struct Feature {
   std::vector<Area> areas;
   std::vector<Points> lines;
+  std::vector<Place> places;
+  FeatureStyle style;
 };
+using Shapes = std::vector<Feature>;
 
 /// The compiled-in outlines of the world, as blocks of the file format.
 std::span<const char* const> WorldOutlines();
 
-/// Reads blocks "ring N" and "line N" of N lines "longitude latitude"; an empty name stands for the world outlines. A
-/// ring inside another one becomes a hole of it. Throws Failure with file and line number for what cannot be read.
+/// The same, finer: one ring each in the form that scripts/make-outlines writes.
+std::span<const char* const> FineOutlines();
+
+/// The world's land for small areas.
+Shapes ReadFineOutlines();
+
+/// Reads blocks "ring N", "line N" and "arc N" (joined by great circles) of N lines "longitude latitude"; an empty name
+/// stands for the world outlines. A ring inside another one becomes a hole of it. Throws Failure with file and line
+/// number for what cannot be read.
 Shapes ReadShapes(const std::string& file);
+
+/// Adds the great circle from the last point to another one; throws Failure when that is opposite to it.
+void AddGreatCircle(Points& points, const PROJPOINT& to);
 
 /// Adds a point the short way round from the last one; nothing when it is the same.
 void AddPoint(Points& points, PROJPOINT p);

@@ -21,7 +21,8 @@ MapSvg::MapSvg(int width, int height, const Frame& frame, std::string_view title
 }
 
 void MapSvg::AddArea(const std::string& path, std::string_view fill, std::string_view edge) {
-  m_text += "<defs><path id=\"area\" fill-rule=\"evenodd\" d=\"" + path + "\"/></defs>\n";
+  m_text += "<defs><path id=\"area\" fill-rule=\"evenodd\" d=\"" + path +
+            "\"/><clipPath id=\"frame\"><use href=\"#area\" clip-rule=\"evenodd\"/></clipPath></defs>\n";
   m_text += "<use href=\"#area\" fill=\"none\" stroke=\"" + EscapedXml(edge) +
             "\" stroke-width=\"22\" stroke-linejoin=\"round\"/>\n<use href=\"#area\" fill=\"" + EscapedXml(fill) +
             "\"/>\n";

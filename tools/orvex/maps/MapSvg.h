@@ -20,6 +20,8 @@ class MapSvg {
   void AddFills(const std::vector<std::string>& paths, std::string_view style);
   void AddLines(const std::string& path, std::string_view style);
   void AddText(const Spot& at, double size, std::string_view style, std::string_view text);
+  /// Anything else.
+  void Add(std::string_view markup) { m_text += markup; }
   std::string Finish();
 
  private:
