@@ -210,7 +210,7 @@ class Pictures(unittest.TestCase):
                 self.check_frame(picture)
                 lon0 = 0 if name == "Robinson" else setting(arguments, "lon0")
                 here = [(lon0 + math.remainder(p[0] - lon0, 360), p[1]) for p in points]
-                maps = projected(without(without(arguments, "--graticule"), "--bounds"), here)
+                maps = projected(without(without(without(arguments, "--graticule"), "--bounds"), "--great-circle"), here)
                 seen = self.check_paint(name, picture, maps, here, points, (lon0, setting(arguments, "lat0")))
                 self.assertGreater(seen, 1 if "State" in name or "--bounds" in options else 10, name)
 
