@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 
+#include <orvex/accuracy.h>
 #include <orvex/ellipsoid.h>
 #include <orvex/export.h>
 
@@ -356,15 +357,26 @@ ORVEX_API void ORVEX_CALL DatDeleteDatum(void* handle);
 /// Converts n points in place from the source to the destination datum through WGS 84.
 /// Equal built-in datums leave the points as they are, bit for bit. Longitudes come back reduced modulo 360 keeping
 /// their sign, latitudes folded at the poles. A point that cannot be computed becomes DBL_MAX in both fields; where one
-/// field alone holds it on entry it stays, and the other is normalised. False for a null handle or when a step failed.
-/// Throws shr::Exception: 20200 for null points, n below 1 or missing NADCON grids, 20280 and 20281 for a missing or
-/// corrupt NTv2 grid. All that can fail does so before a point is touched, but for memory for a part of a NADCON grid
-/// (20201), which leaves the rest of the points as given. One handle must not be used by two threads at once.
+/// field alone holds it on entry it stays, and the other is normalised; DatSetAccuracy has what is otherwise for
+/// handles that compute exactly. False for a null handle or when a step failed. Throws shr::Exception: 20200 for null
+/// points, n below 1 or missing NADCON grids, 20280 and 20281 for a missing or corrupt NTv2 grid. All that can fail
+/// does so before a point is touched, but for memory for a part of a NADCON grid (20201), which leaves the rest of the
+/// points as given. One handle must not be used by two threads at once.
 ORVEX_API bool ORVEX_CALL DatConvertDatum(void* handle, DATUMPOINT* pts, int n);
 /// Copies the handle's record; false for null pointers.
 ORVEX_API bool ORVEX_CALL DatGetHandleInfo(void* handle, DATUMXFORM* out);
 /// Whether the last conversion met an unplottable point; false for a null handle.
 ORVEX_API bool ORVEX_CALL DatHadUnplottables(void* handle);
+
+/// Chooses how a handle computes; a new one computes as stated. The choice is the handle's, not the record's. Returns
+/// whether it was taken: false, and the handle computes as before, for a null handle, an unknown value, parameters with
+/// which a step has no exact form (a scale of 0, numbers that are not finite), and without memory to remember it.
+/// Exactly computed, the way back is the inverse of the way there, latitudes are geodetic to rounding, latitudes beyond
+/// a pole are unplottable, and a point outside the grids passes unshifted and is told by DatHadUnplottables.
+/// docs/accuracy.md has the differences, method by method.
+ORVEX_API bool ORVEX_CALL DatSetAccuracy(void* handle, ProjAccuracy accuracy);
+/// How a handle computes; PA_STATED for a null handle.
+ORVEX_API ProjAccuracy ORVEX_CALL DatGetAccuracy(void* handle);
 
 /// Owns at most one datum handle. Copying makes a handle of its own; assignment shares the handle, which lives until
 /// the last object that shares it lets go.
@@ -383,6 +395,9 @@ class ORVEX_API CDatumTransform {
   bool Convert(DATUMPOINT* pts, int n);
   bool GetInfo(DATUMXFORM* out) const;
   bool HadUnplottables() const;
+  /// DatSetAccuracy and DatGetAccuracy; a copy computes like the object that it is made from, Create starts anew.
+  bool SetAccuracy(ProjAccuracy accuracy);
+  ProjAccuracy Accuracy() const;
 
  private:
   std::shared_ptr<void> m_hDatum;

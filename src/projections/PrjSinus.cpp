@@ -1,8 +1,9 @@
 // PrjSinus - Sinusoidal, equal area with true parallels; sphere and ellipsoid.
 // Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987): sphere 30-1, 30-2; ellipsoid 30-8, 30-9 with
 // the meridian arc of 3-21 and, for the inverse, 3-24 to 3-26 with one term more.
-#include "math/MeridianArc.h"
+#include "math/AuxiliaryLatitudes.h"
 #include "projections/CentralMeridian.h"
+#include "projections/Exactly.h"
 #include "projections/Modules.h"
 
 namespace orvex::detail::ORVEX_LEVEL::PrjSinus {
@@ -28,8 +29,8 @@ Plot<T> ForwardSphere(const Constants& c, Point<T>& p) {
   return Plottable<T>();
 }
 
-template <class T>
-Plot<T> ForwardEllipsoid(const Constants& c, Point<T>& p) {
+template <class T, class AnyConstants>
+Plot<T> ForwardEllipsoid(const AnyConstants& c, Point<T>& p) {
   const auto [sinPhi, cosPhi] = SinCos(p.y);
   const T w2 = 1 - c.e2 * (sinPhi * sinPhi);
   const MaskOf<T> plottable = !(w2 <= T(0));
@@ -56,20 +57,52 @@ Plot<T> InverseEllipsoid(const Constants& c, Point<T>& p) {
   return plottable;
 }
 
+// ---- exactly, sphere and ellipsoid: arcs to rounding, nothing outside the map ----
+
+struct ExactConstants {
+  double a, e2;
+  CentralMeridian meridian;
+  Meridian arc;
+
+  explicit ExactConstants(const PROJDATA& work)
+      : a(work.MajorRadius), e2(EccentricitySquared(work.Flattening)), meridian(work), arc(a, work.Flattening) {}
+};
+
+template <class T>
+Plot<T> InverseExact(const ExactConstants& c, Point<T>& p) {
+  MaskOf<T> plottable = Abs(p.y) <= T(c.arc.Quarter() + c.a * kRim);
+  const T phi = c.arc.Latitude(Select(plottable, p.y, T(0)));
+  const auto [sinPhi, cosPhi] = SinCos(phi);
+  p = {AlongParallel(p.x / c.a, cosPhi / Sqrt(1 - c.e2 * (sinPhi * sinPhi)), plottable), phi};
+  return plottable;
+}
+
 }  // namespace
 
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
-  const Constants c(*call.work);
+  if (call.exact) {
+    return ForwardExactly(call, kForwardSite,
+                          [c = Remembered<ExactConstants>(call)](auto& p) { return ForwardEllipsoid(c, p); });
+  }
+  const Constants c = Remembered<Constants>(call);
   if (call.work->Flattening == 0) return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardSphere(c, p); });
   return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardEllipsoid(c, p); });
 }
 
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
-  const Constants c(*call.work);
+  if (call.exact) {
+    return InverseExactly(call, kInverseSite,
+                          [c = Remembered<ExactConstants>(call)](auto& p) { return InverseExact(c, p); });
+  }
+  const Constants c = Remembered<Constants>(call);
   if (call.work->Flattening == 0) return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseSphere(c, p); });
   return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseEllipsoid(c, p); });
+}
+
+bool HasExactForm(const PROJDATA&) {
+  return true;
 }
 
 }  // namespace orvex::detail::ORVEX_LEVEL::PrjSinus
