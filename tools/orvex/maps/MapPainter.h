@@ -1,53 +1,44 @@
-// MapPainter - shapes through the library's preclipping and projection into paths of a picture.
+// MapPainter - lines and areas cut to the map, projected, and drawn as the projection bends them.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include <orvex/projection.h>
 
 #include "maps/MapArea.h"
-#include "maps/MapShapes.h"
+#include "maps/MapClip.h"
+#include "maps/MapPath.h"
 
 namespace orvex::tool {
 
-/// Position in the picture, y downwards, in tenths of a pixel.
-struct Spot {
-  double x, y;
-};
-using Path = std::vector<std::vector<Spot>>;  ///< open or closed pieces
-
-/// From map units to the picture.
-struct Frame {
-  double scale = 1, x0 = 0, y0 = 0;
-
-  Spot At(const PROJPOINT& p) const { return {x0 + scale * p.x, y0 - scale * p.y}; }
-};
-
 class MapPainter {
  public:
-  MapPainter(CProjector& projector, const MapArea& area);
+  MapPainter(CProjector& projector, const MapArea& area) : m_projector(projector), m_area(area) {}
 
   void SetFrame(const Frame& frame) { m_frame = frame; }
-  /// The inside of a ring.
-  Path Fill(const Shape& ring);
-  /// A line, or the outline of a ring.
-  Path Draw(const Shape& line);
-  /// The inside of all that the map shows.
-  Path FillArea();
+  const Frame& CurrentFrame() const { return m_frame; }
+  /// What of an area is on the map.
+  void Fill(const Area& area, Pen& pen);
+  /// What of a line, or of the outline of a ring, is on the map.
+  void Draw(const Points& line, Pen& pen);
+  /// Where a place is in the picture; nothing when the map does not show it.
+  std::optional<Spot> Locate(const PROJPOINT& place);
+  /// All that the map shows.
+  void FillAll(Pen& pen);
 
  private:
-  enum class View { Clean, Mixed, Torn, Outside };
-  class Collector;
+  /// A point of a curve: of longitude and latitude, or of the edge of a domain.
+  struct Sample {
+    PROJPOINT place;
+    double position;
+  };
+  class Curve;
 
-  std::vector<Points> Copies(const Points& points) const;
-  void FillPiece(const Points& ring, Path& path);
-  void Subdivide(const Points& ring, const Bounds& box, Path& path);
-  View Examine(const Bounds& box);
-  bool IsTear(const PROJPOINT& a, const PROJPOINT& mapA, const PROJPOINT& b, const PROJPOINT& mapB) const;
-  void Preclip(const Points& ring, Path& path);
-  std::vector<Spot> Projected(const PROJPOINT* pts, int nPts, std::vector<std::vector<Spot>>* torn);
-  PROJPOINT Project(PROJPOINT p);
-  void Bend(const PROJPOINT& a, Spot sa, const PROJPOINT& b, Spot sb, int depth, std::vector<Spot>& out);
+  void FillWithin(const Area& area, std::size_t number, Pen& pen);
+  void FillCut(const CutArea& cut, const Domain& domain, Pen& pen);
+  void DrawPoints(const Points& points, bool reversed, const Domain& domain, Pen& pen);
+  void DrawEdge(const Domain& domain, double from, double to, Pen& pen);
 
   CProjector& m_projector;
   const MapArea& m_area;

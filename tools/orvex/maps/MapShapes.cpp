@@ -1,4 +1,4 @@
-// MapShapes - rings and lines in longitude and latitude: reading, joining the short way round, cutting to a box.
+// MapShapes - areas and lines in longitude and latitude: reading, joining the short way round.
 #include "maps/MapShapes.h"
 
 #include <algorithm>
@@ -8,47 +8,34 @@
 
 #include "Failure.h"
 #include "commands/Names.h"
+#include "maps/Sphere.h"
 #include "tables/Coordinate.h"
+#include "tables/Files.h"
 
 namespace orvex::tool {
 
 namespace {
 
-/// One straight edge of a box: the side where sign * (coordinate - limit) >= 0 is kept.
-struct Edge {
-  bool ofLongitude;
-  double limit;
-  double sign;
-
-  double Depth(const PROJPOINT& p) const { return sign * ((ofLongitude ? p.x : p.y) - limit); }
-
-  PROJPOINT Crossing(const PROJPOINT& a, const PROJPOINT& b) const {
-    const double t = Depth(a) / (Depth(a) - Depth(b));
-    const PROJPOINT p{a.x + t * (b.x - a.x), a.y + t * (b.y - a.y)};
-    return ofLongitude ? PROJPOINT{limit, p.y} : PROJPOINT{p.x, limit};
-  }
-};
-
-std::vector<Edge> EdgesOf(const Bounds& box) {
-  return {{true, box.west, 1}, {true, box.east, -1}, {false, box.south, 1}, {false, box.north, -1}};
-}
+constexpr double kOpposite = 1e-9;          // radians
+constexpr std::size_t kNestingProbes = 16;  // points of a ring that have to lie inside another one
 
 /// Reads one shape file; keeps the line number for messages.
 class Reader {
  public:
   Reader(std::istream& in, std::string name) : m_in(in), m_name(std::move(name)) {}
 
-  void ReadAll(std::vector<Shape>& shapes) {
+  void ReadAll(std::vector<Points>& rings, std::vector<Points>& lines) {
     std::string kind, count;
     while (NextPair(kind, count)) {
       kind = Lower(kind);
-      if (kind != "ring" && kind != "line") Fail("expected \"ring N\" or \"line N\"");
-      Shape shape{kind == "ring", {}};
+      if (kind != "ring" && kind != "line" && kind != "arc") Fail("expected \"ring N\", \"line N\" or \"arc N\"");
+      const bool ring = kind == "ring";
       const int nPts = ParseInteger(count, m_name + ":" + std::to_string(m_line) + ": number of points");
-      if (nPts < (shape.ring ? 3 : 2)) Fail("a ring has at least 3 points, a line at least 2");
-      for (int i = 0; i < nPts; ++i) ReadPoint(shape.points);
-      if (shape.ring) AddPoint(shape.points, shape.points.front());  // the short way home
-      shapes.push_back(std::move(shape));
+      if (nPts < (ring ? 3 : 2)) Fail("a ring has at least 3 points, a line at least 2");
+      Points points;
+      for (int i = 0; i < nPts; ++i) ReadPoint(points, kind == "arc");
+      if (ring) AddPoint(points, points.front());  // the short way home
+      if (points.size() >= (ring ? 3U : 2U)) (ring ? rings : lines).push_back(std::move(points));
     }
   }
 
@@ -71,17 +58,17 @@ class Reader {
     return false;
   }
 
-  void ReadPoint(Points& points) {
+  void ReadPoint(Points& points, bool greatCircle) {
     std::string x, y;
     if (!NextPair(x, y)) Fail("the file ends inside a shape");
     const auto lon = ParseAngle(x), lat = ParseAngle(y);
     if (!lon || !lat || std::abs(*lon) > 360 || std::abs(*lat) > 90) Fail("expected a longitude and a latitude");
-    AddPoint(points, {*lon, *lat});
-  }
-
-  static void AddPoint(Points& points, PROJPOINT p) {
-    if (!points.empty()) p.x = points.back().x + std::remainder(p.x - points.back().x, 360);
-    if (points.empty() || p.x != points.back().x || p.y != points.back().y) points.push_back(p);
+    if (!greatCircle || points.empty()) return AddPoint(points, {*lon, *lat});
+    try {
+      AddGreatCircle(points, {*lon, *lat});
+    } catch (const Failure& failure) {
+      Fail(failure.what());
+    }
   }
 
   std::istream& m_in;
@@ -89,21 +76,108 @@ class Reader {
   int m_line = 0;
 };
 
+/// The next number of a ring of the fine outlines.
+long NextNumber(const char*& text) {
+  long value = 0;
+  for (int shift = 0;; shift += 5) {
+    const long group = *text++ - 63;
+    value |= (group & 31) << shift;
+    if (group < 32) break;
+  }
+  return value % 2 == 0 ? value / 2 : -(value + 1) / 2;
+}
+
+Points Decoded(const char* text) {
+  constexpr double kUnit = 1e-3;  // degrees
+  Points points;
+  long x = 0, y = 0;
+  while (*text != '\0') {
+    x += NextNumber(text);
+    y += NextNumber(text);
+    points.push_back({kUnit * static_cast<double>(x), kUnit * static_cast<double>(y)});
+  }
+  AddPoint(points, points.front());
+  return points;
+}
+
+/// Whether the box of a ring, moved by whole turns, may lie in another one's.
+bool BoxesNest(const Bounds& inner, const Bounds& outer, bool outerWinds) {
+  if (inner.south < outer.south && !outerWinds) return false;
+  if (inner.north > outer.north && !outerWinds) return false;
+  if (outerWinds) return true;
+  const double turn = 360 * std::ceil((outer.west - inner.west) / 360);
+  return inner.east + turn <= outer.east;
+}
+
+/// Counts the crossings of the meridian from the place to the north pole.
+bool RingHolds(const Points& ring, const PROJPOINT& p) {
+  bool odd = false;
+  double sum = 0;
+  for (std::size_t i = 0; i + 1 < ring.size(); ++i) {
+    const PROJPOINT a = ring[i], b = ring[i + 1];
+    sum += a.y;
+    if (a.y <= p.y && b.y <= p.y) continue;
+    const double before = std::floor((a.x - p.x) / 360), after = std::floor((b.x - p.x) / 360);
+    if (before == after) continue;
+    const double x = p.x + 360 * std::max(before, after);
+    if (a.y + (x - a.x) / (b.x - a.x) * (b.y - a.y) > p.y) odd = !odd;
+  }
+  return odd != (sum > 0 && WindsRoundPole(ring));
+}
+
+bool LiesIn(const Points& inner, const Points& outer) {
+  const std::size_t step = std::max<std::size_t>(1, inner.size() / kNestingProbes);
+  for (std::size_t i = 0; i < inner.size(); i += step) {
+    if (!RingHolds(outer, inner[i])) return false;
+  }
+  return true;
+}
+
 }  // namespace
 
-std::vector<Shape> ReadShapes(const std::string& file) {
-  std::vector<Shape> shapes;
+Shapes ReadShapes(const std::string& file) {
+  std::vector<Points> rings, lines;
   if (file.empty()) {
     for (const char* block : WorldOutlines()) {
       std::istringstream in(block);
-      Reader(in, "world outlines").ReadAll(shapes);
+      Reader(in, "world outlines").ReadAll(rings, lines);
     }
-    return shapes;
+  } else {
+    std::ifstream in;
+    OpenInput(file, in);
+    Reader(in, file).ReadAll(rings, lines);
+    if (in.bad()) throw Failure("cannot read " + file);
   }
-  std::ifstream in(file);
-  if (!in) throw Failure("cannot open " + file);
-  Reader(in, file).ReadAll(shapes);
+  Shapes shapes(1);
+  shapes[0].areas = Nested(std::move(rings));
+  shapes[0].lines = std::move(lines);
   return shapes;
+}
+
+void AddPoint(Points& points, PROJPOINT p) {
+  if (!points.empty()) p.x = points.back().x + std::remainder(p.x - points.back().x, 360);
+  if (points.empty() || p.x != points.back().x || p.y != points.back().y) points.push_back(p);
+}
+
+Shapes ReadFineOutlines() {
+  std::vector<Points> rings;
+  for (const char* text : FineOutlines()) rings.push_back(Decoded(text));
+  Shapes shapes(1);
+  shapes[0].areas = Nested(std::move(rings));
+  return shapes;
+}
+
+void AddGreatCircle(Points& points, const PROJPOINT& to) {
+  const PROJPOINT from = points.back();
+  const Vector a = UnitVector(from.x, from.y), b = UnitVector(to.x, to.y), normal = Cross(a, b);
+  const double sine = std::sqrt(Dot(normal, normal)), arc = std::atan2(sine, Dot(a, b));
+  if (sine < kOpposite && arc > 1) throw Failure("no single great circle joins two opposite points");
+  const int n = std::max(1, static_cast<int>(std::ceil(arc / kRadians)));  // a point each degree
+  for (int k = 1; k < n; ++k) {
+    const double u = std::sin(arc * (n - k) / n), v = std::sin(arc * k / n);
+    AddPoint(points, PlaceOf({u * a.x + v * b.x, u * a.y + v * b.y, u * a.z + v * b.z}));
+  }
+  AddPoint(points, to);
 }
 
 Bounds BoundsOf(const Points& points) {
@@ -115,91 +189,47 @@ Bounds BoundsOf(const Points& points) {
   return b;
 }
 
-Points Moved(Points points, double dx) {
-  for (PROJPOINT& p : points) p.x += dx;
-  return points;
+bool WindsRoundPole(const Points& ring) {
+  return std::llround((ring.back().x - ring.front().x) / 360) % 2 != 0;
 }
 
-bool WindsRoundPole(const Shape& shape) {
-  return shape.ring && std::abs(shape.points.back().x - shape.points.front().x) > 180;
+bool Holds(const Area& area, const PROJPOINT& p) {
+  bool odd = false;
+  for (const Points& ring : area) odd ^= RingHolds(ring, p);
+  return odd;
 }
 
-Points CloseAlongPole(const Points& ring, double meridian) {
-  const double turn = ring.back().x - ring.front().x;
-  Points once;  // from the meridian all the way round, and home along the pole
-  for (std::size_t i = 0; i + 1 < ring.size(); ++i) {
-    const double before = std::floor((ring[i].x - meridian) / 360),
-                 after = std::floor((ring[i + 1].x - meridian) / 360);
-    if (before == after) continue;
-    const Edge cut{true, meridian + 360 * std::max(before, after), 1};
-    const PROJPOINT crossing = cut.Crossing(ring[i], ring[i + 1]);
-    once.push_back(crossing);
-    once.insert(once.end(), ring.begin() + static_cast<std::ptrdiff_t>(i) + 1, ring.end());
-    for (std::size_t k = 1; k <= i; ++k) once.push_back({ring[k].x + turn, ring[k].y});
-    once.push_back({crossing.x + turn, crossing.y});
-    break;
+std::vector<Area> Nested(std::vector<Points> rings) {
+  std::vector<Bounds> boxes;
+  std::vector<std::size_t> order;
+  for (const Points& ring : rings) {
+    order.push_back(boxes.size());
+    boxes.push_back(BoundsOf(ring));
   }
-  double sum = 0;
-  for (const PROJPOINT& p : once) sum += p.y;
-  const double pole = sum < 0 ? -90 : 90;
-  once.push_back({once.back().x, pole});
-  once.push_back({once.front().x, pole});
-  once.push_back(once.front());
-  const double first = once.front().x;
-  return Moved(std::move(once), meridian - std::min(first, first + turn));
-}
-
-Points CutRing(Points ring, const Bounds& box) {
-  for (const Edge& edge : EdgesOf(box)) {
-    Points kept;
-    for (std::size_t i = 0; i < ring.size(); ++i) {
-      const PROJPOINT a = ring[i], b = ring[i + 1 < ring.size() ? i + 1 : 0];
-      const bool inA = edge.Depth(a) >= 0, inB = edge.Depth(b) >= 0;
-      if (inA) kept.push_back(a);
-      if (inA != inB) kept.push_back(edge.Crossing(a, b));
+  const auto size = [&](std::size_t i) { return (boxes[i].east - boxes[i].west) * (boxes[i].north - boxes[i].south); };
+  std::stable_sort(order.begin(), order.end(), [&](std::size_t i, std::size_t k) { return size(i) > size(k); });
+  constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+  std::vector<Area> areas;
+  std::vector<std::size_t> areaOf(rings.size(), kNone);  // of those that are no holes
+  std::vector<bool> winds;
+  for (const Points& ring : rings) winds.push_back(WindsRoundPole(ring));
+  for (std::size_t n = 0; n < order.size(); ++n) {
+    const std::size_t ring = order[n];
+    std::size_t depth = 0, innermost = kNone;
+    for (std::size_t m = 0; m < n; ++m) {
+      const std::size_t outer = order[m];
+      if (!BoxesNest(boxes[ring], boxes[outer], winds[outer]) || !LiesIn(rings[ring], rings[outer])) continue;
+      ++depth;
+      innermost = outer;
     }
-    ring.swap(kept);
-    if (ring.size() < 3) return {};
-  }
-  const Bounds left = BoundsOf(ring);
-  if (left.west == left.east || left.south == left.north) return {};  // touches the box only
-  ring.push_back(ring.front());
-  return ring;
-}
-
-std::vector<Points> CutLine(const Points& line, const Bounds& box) {
-  std::vector<Points> pieces{line};
-  for (const Edge& edge : EdgesOf(box)) {
-    std::vector<Points> kept;
-    for (const Points& piece : pieces) {
-      bool open = false;
-      for (std::size_t i = 0; i < piece.size(); ++i) {
-        const bool in = edge.Depth(piece[i]) >= 0;
-        if (i > 0 && in != (edge.Depth(piece[i - 1]) >= 0)) {
-          if (in) kept.emplace_back();
-          kept.back().push_back(edge.Crossing(piece[i - 1], piece[i]));
-        } else if (in && !open) {
-          kept.emplace_back();
-        }
-        if (in) kept.back().push_back(piece[i]);
-        open = in;
-      }
+    if (depth % 2 == 1 && areaOf[innermost] != kNone) {
+      areas[areaOf[innermost]].push_back(rings[ring]);
+    } else {
+      areaOf[ring] = areas.size();
+      areas.push_back({rings[ring]});
     }
-    pieces.swap(kept);
   }
-  std::erase_if(pieces, [](const Points& piece) { return piece.size() < 2; });
-  return pieces;
-}
-
-Points Densified(const Points& points, double step) {
-  Points dense;
-  for (std::size_t i = 0; i + 1 < points.size(); ++i) {
-    const PROJPOINT a = points[i], b = points[i + 1];
-    const int n = std::max(1, static_cast<int>(std::ceil(std::max(std::abs(b.x - a.x), std::abs(b.y - a.y)) / step)));
-    for (int k = 0; k < n; ++k) dense.push_back({a.x + (b.x - a.x) * k / n, a.y + (b.y - a.y) * k / n});
-  }
-  dense.push_back(points.back());
-  return dense;
+  return areas;
 }
 
 }  // namespace orvex::tool

@@ -1,10 +1,11 @@
-// MapSvg - a small SVG file: paths in tenths of a pixel, written relative and without points that make no difference.
+// MapSvg - a small SVG file, in tenths of a pixel.
 #pragma once
 
 #include <string>
 #include <string_view>
+#include <vector>
 
-#include "maps/MapPainter.h"
+#include "maps/MapPath.h"
 
 namespace orvex::tool {
 
@@ -13,20 +14,18 @@ class MapSvg {
   /// Size in pixels.
   MapSvg(int width, int height, const Frame& frame, std::string_view title);
 
-  /// A filled path with an edge outside of it only, so that pieces that lie side by side show no seams.
-  void AddArea(const Path& path, std::string_view fill, std::string_view edge);
-  void AddFill(const Path& path, std::string_view style);
-  void AddLines(const Path& path, std::string_view style);
-  /// A heading in the upper `height` pixels.
-  void AddHeading(std::string_view text, int height);
+  /// The part of the globe that is shown, its edge drawn outside of it only.
+  void AddArea(const std::string& path, std::string_view fill, std::string_view edge);
+  /// Areas of one style; those that overlap cover each other.
+  void AddFills(const std::vector<std::string>& paths, std::string_view style);
+  void AddLines(const std::string& path, std::string_view style);
+  void AddText(const Spot& at, double size, std::string_view style, std::string_view text);
+  /// Anything else.
+  void Add(std::string_view markup) { m_text += markup; }
   std::string Finish();
 
  private:
-  int m_width;
   std::string m_text;
 };
-
-/// Text as it may stand in the file.
-std::string EscapedXml(std::string_view text);
 
 }  // namespace orvex::tool

@@ -1,0 +1,82 @@
+// Sphere - positions as vectors, and the globe turned so that the edge of a map follows its parallels and meridians.
+#include "maps/Sphere.h"
+
+namespace orvex::tool {
+
+namespace {
+
+Vector Unit(const Vector& v) {
+  const double length = std::sqrt(Dot(v, v));
+  return {v.x / length, v.y / length, v.z / length};
+}
+
+/// Some vector at right angles to a unit vector.
+Vector Beside(const Vector& z) {
+  return Unit(Cross(std::abs(z.z) < 0.9 ? Vector{0, 0, 1} : Vector{1, 0, 0}, z));
+}
+
+double IsometricLatitude(double lat, double e) {
+  const double sine = std::sin(lat * kRadians);
+  return std::atanh(sine) - e * std::atanh(e * sine);
+}
+
+}  // namespace
+
+Vector UnitVector(double lon, double lat) {
+  const double cosLat = std::cos(lat * kRadians);
+  return {cosLat * std::cos(lon * kRadians), cosLat * std::sin(lon * kRadians), std::sin(lat * kRadians)};
+}
+
+PROJPOINT PlaceOf(const Vector& v) {
+  return {std::atan2(v.y, v.x) / kRadians, std::atan2(v.z, std::hypot(v.x, v.y)) / kRadians};
+}
+
+Aposphere Aposphere::Fit(double e, double lat) {
+  const double sine = std::sin(lat * kRadians), cosine = std::cos(lat * kRadians), e2 = e * e;
+  Aposphere s;
+  s.e = e;
+  s.B = std::sqrt(1 + e2 * cosine * cosine * cosine * cosine / (1 - e2));
+  const double tanChi = sine / cosine * std::sqrt((1 - e2) / (1 - e2 * sine * sine));
+  s.C = std::asinh(tanChi) - s.B * IsometricLatitude(lat, e);
+  return s;
+}
+
+PROJPOINT Aposphere::To(const PROJPOINT& p) const {
+  const double lon = B * std::remainder(p.x - lon0, 360);
+  if (e == 0) return {lon, p.y};
+  return {lon, std::atan(std::sinh(B * IsometricLatitude(p.y, e) + C)) / kRadians};
+}
+
+PROJPOINT Aposphere::From(const PROJPOINT& p) const {
+  const double lon = lon0 + p.x / B;
+  if (e == 0) return {lon, p.y};
+  const double isometric = (std::atanh(std::sin(p.y * kRadians)) - C) / B;
+  double sine = std::tanh(isometric);
+  constexpr int kPasses = 8;  // each gains two digits
+  for (int i = 0; i < kPasses; ++i) sine = std::tanh(isometric + e * std::atanh(e * sine));
+  return {lon, std::asin(sine) / kRadians};
+}
+
+Aspect Aspect::AboutPole(const PROJPOINT& pole) {
+  const Vector z = UnitVector(pole.x, pole.y);
+  return AboutOrigin(Beside(z), z);
+}
+
+Aspect Aspect::AboutOrigin(const Vector& origin, const Vector& pole, const Aposphere& sphere) {
+  const Vector y = Unit(Cross(pole, origin));
+  return {sphere, Unit(origin), y, Unit(Cross(origin, y))};
+}
+
+Vector Aspect::To(const PROJPOINT& p) const {
+  const PROJPOINT s = sphere.To(p);
+  const Vector v = UnitVector(s.x, s.y);
+  return {Dot(v, x), Dot(v, y), Dot(v, z)};
+}
+
+PROJPOINT Aspect::From(double lon, double lat) const {
+  const Vector t = UnitVector(lon, lat);
+  return sphere.From(PlaceOf(
+      {t.x * x.x + t.y * y.x + t.z * z.x, t.x * x.y + t.y * y.y + t.z * z.y, t.x * x.z + t.y * y.z + t.z * z.z}));
+}
+
+}  // namespace orvex::tool
