@@ -239,6 +239,35 @@ class Datums(ToolTest):
         self.refused("convert", says="nothing to convert")
         self.refused("convert", "--to-utm", "1N", "--from-datum", "1", says="both datums")
 
+    def test_a_side_stands_on_the_ellipsoid_of_its_datum(self):
+        self.assertEqual(run("datum", "add", "Site", "--ini", self.file("own.ini"), "--ellipsoid", "clarke 1866", "--dx", "-8",
+                             "--dy", "160", "--dz", "176")[0], OK)
+        # another implementation with the same three shifts gives 4000211.09
+        for datum in ["2", "124", "site"]:
+            got = self.numbers("convert", "--ini", self.file("own.ini"), "--from-utm", "16N", "--from-datum", datum,
+                               "--to-utm", "16N", "--to-datum", "3", text="500000 4000000")
+            self.near(got, (500000.38, 4000211.09), 0.01, datum)
+        # regression equations give no parameters, but the ellipsoid is known
+        given = ["--from-ellipsoid", "international 1924"]
+        utm = ["convert", "--from-utm", "31N", "--from-datum", "European 1950 (MRE)", "--to-datum", "3"]
+        self.assertEqual(self.numbers(*utm, text="500000 5e6"), self.numbers(*utm, *given, text="500000 5e6"))
+
+    def test_contradictions_of_ellipsoid_and_datum_are_said(self):
+        to = ["--to-utm", "16N", "--to-datum", "3"]
+        zone = ["--from-stateplane27", "alabama east"]
+        for arguments, says in [
+            (["--from-utm", "16N", "--from-ellipsoid", "wgs 84", "--from-datum", "2", *to],
+             "ellipsoid (WGS 84) is not that of --from-datum 2 (Clarke 1866)"),
+            ([*zone, "--from-datum", "3", *to], "zone's ellipsoid (Clarke 1866) is not that of --from-datum 3 (WGS 84)"),
+            ([*zone, "--to-utm", "16N"], "different ellipsoids (Clarke 1866, WGS 84)"),
+            ([*zone, "--from-datum", "2", *to], None), (["--from-posc", "26929", "--from-datum", "6326", *to], None),
+            (["--from-posc", "26929", "--to-utm", "16N"], None),
+            (["--from-proj", "mercator", "--from-set", "radius=6378137", "--from-datum", "3", *to], None),
+        ]:
+            status, _, messages = run("convert", *arguments, text="200000 400000")
+            self.assertEqual(status, OK, messages)
+            self.assertIn(says, messages) if says else self.assertEqual(messages, "")
+
 
 class Georef(ToolTest):
     # X = 1000 + 2x - y/2, Y = 5000 - 2y + x/4 in five places

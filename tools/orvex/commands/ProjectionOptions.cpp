@@ -165,6 +165,21 @@ void ChooseProjection(PROJDATA& record, const ProjectionOptions& o) {
   }
 }
 
+void StoreFigure(PROJDATA& record, const Figure& figure) {
+  record.Ellipsoid = figure.type;
+  if (figure.type != ET_USER_DEFINED) return;
+  record.MajorRadius = figure.radius;
+  record.Flattening = figure.flattening;
+}
+
+/// Positions of a datum stand on its ellipsoid; on another one they lie up to hundreds of metres off.
+void CompareFigures(const PROJDATA& record, const SideDatum& datum) {
+  const Figure figure = FigureOf(record);
+  if (figure.flattening == 0 || SameFigure(figure, datum.figure)) return;  // a sphere is chosen knowingly
+  Warn((IsStatePlane(record) ? "the zone's ellipsoid (" : "the projection's ellipsoid (") + FigureName(figure) +
+       ") is not that of " + datum.option + " (" + FigureName(datum.figure) + ")");
+}
+
 }  // namespace
 
 bool ProjectionOptions::Given() const {
@@ -193,9 +208,9 @@ EllipsoidType ParseEllipsoid(const std::string& text) {
   return static_cast<EllipsoidType>(FindName(EllipsoidNames(), text, "ellipsoid"));
 }
 
-PROJDATA MakeRecord(const ProjectionOptions& options) {
+PROJDATA MakeRecord(const ProjectionOptions& options, const std::optional<SideDatum>& datum) {
   PROJDATA record{};
-  record.Ellipsoid = ET_WGS_84;
+  StoreFigure(record, datum ? datum->figure : FigureOf(ET_WGS_84));
   ChooseProjection(record, options);
   record.bWrapLon = options.wrap;
   if (!options.ellipsoid.empty()) Set(record, "ellipsoid=" + options.ellipsoid);
@@ -204,6 +219,7 @@ PROJDATA MakeRecord(const ProjectionOptions& options) {
   if (flattening && record.Ellipsoid != ET_USER_DEFINED) throw Failure("flattening needs radius set as well");
   if (IsStatePlane(record) && record.Zone == SZ_NONE)
     throw Failure("name the zone, for example --set zone=\"Texas Central\"");
+  if (datum) CompareFigures(record, *datum);
   return record;
 }
 
