@@ -45,11 +45,24 @@ void CompareSides(const Side& from, const Side& to) {
        "); without --from-datum and --to-datum positions are not shifted");
 }
 
+/// The conversion; every copy has library handles of its own.
+struct Steps {
+  std::optional<CProjector> from;
+  std::optional<DatumConversion> datums;
+  std::optional<CProjector> to;
+
+  void operator()(std::vector<PROJPOINT>& points) {
+    if (from) ProjectPoints(*from, Direction::Inverse, points);
+    if (datums) datums->Convert(points);
+    if (to) ProjectPoints(*to, Direction::Forward, points);
+  }
+};
+
 int Run(const Options& options) {
   if (options.fromDatum.empty() != options.toDatum.empty()) throw Failure("name both datums or none");
-  Side fromSide = MakeSide(options.from, MakeSideDatum("--from-datum", options.fromDatum, options.ini));
-  Side toSide = MakeSide(options.to, MakeSideDatum("--to-datum", options.toDatum, options.ini));
-  std::optional<CProjector>&from = fromSide.projector, &to = toSide.projector;
+  const Side fromSide = MakeSide(options.from, MakeSideDatum("--from-datum", options.fromDatum, options.ini));
+  const Side toSide = MakeSide(options.to, MakeSideDatum("--to-datum", options.toDatum, options.ini));
+  const std::optional<CProjector>&from = fromSide.projector, &to = toSide.projector;
   std::optional<DatumConversion> datums;
   if (!options.fromDatum.empty()) {
     datums.emplace(options.fromDatum, options.toDatum, options.ini);
@@ -58,11 +71,9 @@ int Run(const Options& options) {
   }
   if (!from && !to && !datums) throw Failure("nothing to convert: name a projection or two datums");
   return ConvertTable(options.table, from ? Kind::Projected : Kind::Geographic, to ? Kind::Projected : Kind::Geographic,
-                      [&](std::vector<PROJPOINT>& points) {
-                        if (from) ProjectPoints(*from, Direction::Inverse, points);
-                        if (datums) datums->Convert(points);
-                        if (to) ProjectPoints(*to, Direction::Forward, points);
-                      });
+                      ConverterFactory([&] {
+                        return Steps{from, datums, to};
+                      }));
 }
 
 }  // namespace

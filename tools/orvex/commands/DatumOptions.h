@@ -11,7 +11,8 @@
 
 namespace orvex::tool {
 
-/// A conversion between two datums given by name, number or POSC code, built in or custom.
+/// A conversion between two datums given by name, number or POSC code, built in or custom. Every copy has a handle of
+/// its own.
 class DatumConversion {
  public:
   /// `ini`: file of custom datums, "" for none. Throws Failure for unknown datums and for destinations that can only be

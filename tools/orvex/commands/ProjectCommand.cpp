@@ -18,9 +18,12 @@ struct Options {
 
 int Run(const Options& options) {
   PROJDATA record = MakeRecord(options.projection);
-  CProjector projector(&record);
+  const CProjector projector(&record);
   const Direction direction = options.inverse ? Direction::Inverse : Direction::Forward;
-  const auto convert = [&](std::vector<PROJPOINT>& points) { ProjectPoints(projector, direction, points); };
+  const ConverterFactory convert = [&] {
+    return
+        [own = projector, direction](std::vector<PROJPOINT>& points) mutable { ProjectPoints(own, direction, points); };
+  };
   // "Unprojected Lat/Long" stays in degrees on both sides.
   const Kind map = record.Type == PT_LATLONG ? Kind::Geographic : Kind::Projected;
   return options.inverse ? ConvertTable(options.table, map, Kind::Geographic, convert)

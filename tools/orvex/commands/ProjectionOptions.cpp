@@ -91,6 +91,16 @@ void Store(PROJDATA& record, const Parameter& parameter, Value value) {
   ProjSetParam(&record, parameter.id, &value);
 }
 
+std::optional<double> ReadParameterAngle(const Parameter& parameter, const std::string& text) {
+  const std::optional<Angle> angle = ReadAngle(text, Blanks::Allowed);
+  if (!angle) return std::nullopt;
+  const bool isLatitude = parameter.shortName.starts_with("lat"), isLongitude = parameter.shortName.starts_with("lon");
+  if ((isLatitude || isLongitude) && IsOtherAxis(angle->hemisphere, isLatitude)) {
+    throw Failure(parameter.shortName + "=" + text + " has the letter of a " + (isLatitude ? "longitude" : "latitude"));
+  }
+  return angle->degrees;
+}
+
 /// Stores one NAME=VALUE and answers the parameter's id.
 int Set(PROJDATA& record, const std::string& setting) {
   const std::size_t equals = setting.find('=');
@@ -99,7 +109,7 @@ int Set(PROJDATA& record, const std::string& setting) {
   const Parameter& parameter = FindParameter(record.Type, name);
   switch (parameter.type) {
     case PDT_DOUBLE: {
-      const auto value = parameter.unit == "degrees" ? ParseAngle(text) : ParseNumber(text);
+      const auto value = parameter.unit == "degrees" ? ReadParameterAngle(parameter, text) : ParseNumber(text);
       if (!value) throw Failure("cannot read the value of " + setting);
       if (parameter.id == kRadiusId) record.Ellipsoid = ET_USER_DEFINED;
       Store(record, parameter, *value);

@@ -15,13 +15,15 @@ namespace orvex::tool {
 
 /// How the table looks and what becomes of it.
 struct TableOptions {
-  std::string file = "-";    ///< "-": standard input
-  std::string output = "-";  ///< "-": standard output
-  std::string delimiter;     ///< "": by the first line; "," ";" "|" "tab" or "blank"
-  std::string xColumn,
-      yColumn;         ///< name or number from 1; "": lon/x/easting and lat/y/northing in a header, else 1 and 2
-  bool keep = false;   ///< keep the input columns and append the results
-  bool quiet = false;  ///< no summary, no progress
+  std::string file = "-";        ///< "-": standard input
+  std::string output = "-";      ///< "-": standard output
+  std::string delimiter;         ///< "": by the first line; "," ";" "|" "tab" or "blank"
+  std::string xColumn, yColumn;  ///< name or number from 1; "": lon/x/easting and lat/y/northing in a header, else 1, 2
+  std::string order;             ///< "lat,lon": which of the first two columns is which
+  bool decimalComma = false;     ///< numbers have a decimal comma, in and out
+  bool keep = false;             ///< keep the input columns and append the results
+  bool quiet = false;            ///< no summary, no progress
+  int threads = 0;               ///< 0: as many as there are processors
   Format format;
 };
 
@@ -30,9 +32,14 @@ void AddTableOptions(CLI::App& command, TableOptions& options);
 
 /// Converts points in place; DBL_MAX in a point says that it could not be computed.
 using Converter = std::function<void(std::vector<PROJPOINT>&)>;
+/// Makes a converter for each thread: library handles are never shared.
+using ConverterFactory = std::function<Converter()>;
 
-/// Runs the table through the converter in blocks, so that a file of any size takes constant memory. Lines without two
+/// Runs the table through converters in blocks, so that a file of any size takes constant memory. Lines without two
 /// readable coordinates are reported with their numbers and passed on with empty ones. Answers the exit status.
+int ConvertTable(const TableOptions& options, Kind from, Kind to, const ConverterFactory& makeConverter);
+
+/// The same with one converter for all threads, which take turns with it.
 int ConvertTable(const TableOptions& options, Kind from, Kind to, const Converter& convert);
 
 }  // namespace orvex::tool
