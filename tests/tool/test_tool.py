@@ -134,6 +134,77 @@ class Tables(ToolTest):
             out = run("project", "--proj", "unprojected lat/long", "--dms", "--decimals", "2", text=degrees)[1]
             self.assertEqual(out.strip(), expected)
 
+    def test_angles_as_people_write_them(self):
+        for text in ["E011.5 N48.1", "11:30:00 48:06:00", "11:30E 48:06N", "\"11 30 00\" \"48 06\"", "\"E 11 30\" \"N 48 6 0\"",
+                     "11 30 E,48 06 00 N", "e11d30',n48d6'0\"", "11d30m0s;48d6m0sN", "+11.5\t48:06"]:
+            status, out, messages = run("project", "--utm", "32N", text=text)
+            self.assertEqual((status, messages), (OK, ""), text)
+            self.assertEqual(re.split(r"[,;\s]", out.strip()), self.A.split(","), text)
+        south = [run("project", "--utm", "32N", text=t)[1] for t in ["11.5,-33.5125", "11.5,33d30'45S", "11.5,S33:30:45",
+                                                                     "11.5,33 30 45 s", "11.5,33d30m45\"S"]]
+        self.assertEqual(len(set(south)), 1, south)
+        for bad in ["11:60,48", "11d5.5'3\",48", "E11W,48", "11 30,48", "11:30:20:5,48", "11::30,48", "1e3x,48"]:
+            status, _, messages = run("project", "--utm", "32N", text="9,0\n" + bad)
+            self.assertEqual(status, SOME_FAILED, bad)
+            self.assertIn("standard input:2: cannot read longitude", messages, bad)
+
+    def test_letters_in_the_wrong_column_and_latitudes_beyond_the_pole(self):
+        utm = ["project", "--utm", "32N"]
+        for text in ["48.1N 11.5E\n", "\nN48.1,E11.5\n"]:
+            self.refused(*utm, says="--order lat,lon", text=text)
+            self.assertEqual(len(self.numbers(*utm, "--order", "lat,lon", text=text)), 2)
+        status, out, messages = run(*utm, text="lon,lat\n11.5,48.1\n48.1N,11.5E\n11.5,95\n11.5,-90.1\n")
+        self.assertEqual((status, out), (SOME_FAILED, f"x,y\n{self.A}\n,\n,\n,\n"))
+        self.assertIn('3: longitude "48.1N" has a letter of latitude', messages)
+        self.assertIn('4: latitude "95" lies beyond the pole', messages)
+        self.assertIn("unreadable lines: 3", messages)
+        self.refused("project", "--proj", "mercator", "--set", "lon0=50N", says="letter of a latitude")
+
+    def test_columns_that_a_header_does_not_tell(self):
+        text = "Breite;Laenge\n48.1;11.5\n"
+        utm = ["project", "--utm", "32N"]
+        self.refused(*utm, says="--order lat,lon", text=text)
+        y_first = ";".join(reversed(self.A.split(",")))
+        for options in [["--order", "lat,lon"], ["--x", "2", "--y", "1"], ["--x", "Laenge", "--y", "breite"]]:
+            self.assertEqual(run(*utm, *options, text=text)[:2], (OK, f"y;x\n{y_first}\n"), options)
+        self.assertEqual(run(*utm, "--order", "lat,lon", text="48.1 11.5\n")[1], y_first.replace(";", " ") + "\n")
+        self.refused(*utm, "--order", "lat,lon", says="another order", text="lon,lat\n1,2\n")
+        self.refused(*utm, "--order", "lat,lon", "--x", "1", says="--x and --y")
+        self.refused(*utm, "--order", "latlon", says="--order is")
+
+    def test_decimal_commas_when_asked_for(self):
+        a = [number.replace(".", ",") for number in self.A.split(",")]
+        utm = ["project", "--utm", "32N", "--decimal-comma"]
+        for text, expected in [("lon;lat;z\n11,5;48,1;1,5\n", f"x;y;z\n{a[0]};{a[1]};1,5\n"), ("11,5 48,1", f"{a[0]} {a[1]}\n"),
+                               ("lon\tlat\n\"11,5\"\t48d6,0'\n", f"x\ty\n{a[0]}\t{a[1]}\n")]:
+            self.assertEqual(run(*utm, text=text)[:2], (OK, expected), text)
+        self.assertEqual(run(*utm, "--delimiter", ",", text='"11,5","48,1"')[1], f'"{a[0]}","{a[1]}"\n')
+        # a point may be a comma for thousands there
+        self.assertEqual(run(*utm, text="11.500;48,1")[0], SOME_FAILED)
+        self.assertIn("--decimal-comma", run("project", "--utm", "32N", text="lon;lat\n11,5;48\n")[2])
+
+    def test_threads_change_nothing(self):
+        rows = ["%d,%.6f,%.6f" % (i, 6 + i % 6000 / 1000, i % 80000 / 1000) for i in range(60000)]
+        rows[777] = "777,x,1"
+        rows[40000] = "# a comment"
+        rows[59999] = "59999,1"
+        text = "\xef\xbb\xbf\n# first\nid,lon,lat\n" + "\n".join(rows)
+        results = {run("project", "--utm", "32N", "--threads", n, text=text) for n in ("1", "2", "7")}
+        self.assertEqual(len(results), 1)
+        status, out, messages = results.pop()
+        self.assertEqual(status, SOME_FAILED)
+        lines = out.splitlines()
+        self.assertEqual(lines[:3], ["\xef\xbb\xbf", "# first", "id,x,y"])
+        self.assertEqual([line.split(",")[0] for line in lines[3:]], [row.split(",")[0] for row in rows])
+        self.assertEqual([int(n) for n in re.findall(r"input:(\d+):", messages)], [781, 60003])
+        # each thread has handles of its own, whatever the command
+        commands = [["convert", "--from-datum", "2", "--to-datum", "3", "--to-utm", "32N"], ["datum", "--from", "5", "--to", "3"],
+                    ["georef", "--controls", self.file("c.csv", Georef.AFFINE), "--method", "tps"]]
+        for command in commands:
+            place = ["--x", "2", "--y", "3"]
+            one, four = (run(*command, *place, "--threads", n, text="\n".join(rows[:40000])) for n in ("1", "4"))
+            self.assertEqual(one, four, command)
+
     def test_bad_lines_are_numbered_and_kept(self):
         text = "id,lon,lat\n1,9,0\n\n2,x,0\n3\n4,9,\"0\n5,nan,0\n6,,\n7,1e999,0\n8,9,0"
         path = self.file("in.csv", text)
@@ -185,7 +256,7 @@ class Tables(ToolTest):
 
     def test_absurd_input(self):
         long = "9" * 3_000_000
-        for text, good in [("", 0), ("\n" * 70000, 0), ("\0,\0\n9,0\n", 1), ("9,0\n" + long + "," + long + "\n9,0", 2),
+        for text, good in [("", 0), ("\n" * 70000, 0), ("\0,\0\n9,0\n", 0), ("9,0\n" + long + "," + long + "\n9,0", 2),
                            ("9,0\n" + "," * 1_000_000 + "\n", 1), ("9,0\n" + '"' * 999_999 + "\n9,0", 2),
                            ("".join(map(chr, range(256))) * 50 + "\n", 0), ("9,0\n1e308,1e308\n-1e-320,4e-324\n", 2)]:
             status, out, _ = run("project", "--utm", "32N", text=text)
@@ -238,6 +309,35 @@ class Datums(ToolTest):
         self.assertNotEqual(place, shifted)
         self.refused("convert", says="nothing to convert")
         self.refused("convert", "--to-utm", "1N", "--from-datum", "1", says="both datums")
+
+    def test_a_side_stands_on_the_ellipsoid_of_its_datum(self):
+        self.assertEqual(run("datum", "add", "Site", "--ini", self.file("own.ini"), "--ellipsoid", "clarke 1866", "--dx", "-8",
+                             "--dy", "160", "--dz", "176")[0], OK)
+        # another implementation with the same three shifts gives 4000211.09
+        for datum in ["2", "124", "site"]:
+            got = self.numbers("convert", "--ini", self.file("own.ini"), "--from-utm", "16N", "--from-datum", datum,
+                               "--to-utm", "16N", "--to-datum", "3", text="500000 4000000")
+            self.near(got, (500000.38, 4000211.09), 0.01, datum)
+        # regression equations give no parameters, but the ellipsoid is known
+        given = ["--from-ellipsoid", "international 1924"]
+        utm = ["convert", "--from-utm", "31N", "--from-datum", "European 1950 (MRE)", "--to-datum", "3"]
+        self.assertEqual(self.numbers(*utm, text="500000 5e6"), self.numbers(*utm, *given, text="500000 5e6"))
+
+    def test_contradictions_of_ellipsoid_and_datum_are_said(self):
+        to = ["--to-utm", "16N", "--to-datum", "3"]
+        zone = ["--from-stateplane27", "alabama east"]
+        for arguments, says in [
+            (["--from-utm", "16N", "--from-ellipsoid", "wgs 84", "--from-datum", "2", *to],
+             "ellipsoid (WGS 84) is not that of --from-datum 2 (Clarke 1866)"),
+            ([*zone, "--from-datum", "3", *to], "zone's ellipsoid (Clarke 1866) is not that of --from-datum 3 (WGS 84)"),
+            ([*zone, "--to-utm", "16N"], "different ellipsoids (Clarke 1866, WGS 84)"),
+            ([*zone, "--from-datum", "2", *to], None), (["--from-posc", "26929", "--from-datum", "6326", *to], None),
+            (["--from-posc", "26929", "--to-utm", "16N"], None),
+            (["--from-proj", "mercator", "--from-set", "radius=6378137", "--from-datum", "3", *to], None),
+        ]:
+            status, _, messages = run("convert", *arguments, text="200000 400000")
+            self.assertEqual(status, OK, messages)
+            self.assertIn(says, messages) if says else self.assertEqual(messages, "")
 
 
 class Georef(ToolTest):

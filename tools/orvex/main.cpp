@@ -1,6 +1,7 @@
 // orvex - the command-line host of the library.
 #include <cstdio>
 #include <exception>
+#include <iostream>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,7 @@
 #include "commands/Commands.h"
 #include "commands/Names.h"
 #include "commands/SystemCommands.h"
+#include "tables/Files.h"
 
 namespace {
 
@@ -77,8 +79,11 @@ int Run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  std::cerr.tie(nullptr);  // a message does not push half a table out
   try {
-    return Run(argc, argv);
+    const int status = Run(argc, argv);
+    orvex::tool::FlushStandardOutput();
+    return status;
   } catch (const std::exception& e) {
     std::fflush(stdout);
     std::fprintf(stderr, "orvex: %s\n", e.what());

@@ -4,6 +4,7 @@
 
 #include "Failure.h"
 #include "ProjectPoints.h"
+#include "commands/ByPoint.h"
 #include "commands/Commands.h"
 #include "commands/DatumOptions.h"
 #include "commands/ProjectionOptions.h"
@@ -21,29 +22,65 @@ struct Options {
   TableOptions table;
 };
 
-std::optional<CProjector> MakeProjector(const ProjectionOptions& options) {
-  if (!options.Given()) return std::nullopt;  // longitude and latitude
-  PROJDATA record = MakeRecord(options);
-  if (record.Type == PT_LATLONG) return std::nullopt;
-  return std::optional<CProjector>(std::in_place, &record);
+/// One side: longitude and latitude without projector.
+struct Side {
+  std::optional<CProjector> projector;
+  Figure figure;  ///< of the projection
+};
+
+Side MakeSide(const ProjectionOptions& options, const std::optional<SideDatum>& datum) {
+  if (!options.Given()) return {};
+  PROJDATA record = MakeRecord(options, datum);
+  if (record.Type == PT_LATLONG) return {};
+  return {std::optional<CProjector>(std::in_place, &record), FigureOf(record)};
 }
 
+std::optional<SideDatum> MakeSideDatum(const char* option, const std::string& datum, const std::string& ini) {
+  if (datum.empty()) return std::nullopt;
+  return SideDatum{option + (" " + datum), DatumFigure(datum, ini)};
+}
+
+/// Between two ellipsoids there is always a change of datum, by 200 m in North America.
+void CompareSides(const Side& from, const Side& to) {
+  if (!from.projector || !to.projector || SameFigure(from.figure, to.figure)) return;
+  if (from.figure.flattening == 0 || to.figure.flattening == 0) return;  // a sphere is chosen knowingly
+  Warn("the sides stand on different ellipsoids (" + FigureName(from.figure) + ", " + FigureName(to.figure) +
+       "); without --from-datum and --to-datum positions are not shifted");
+}
+
+/// The conversion; every copy has library handles of its own.
+struct Steps {
+  std::optional<CProjector> from;
+  std::optional<DatumConversion> datums;
+  std::optional<CProjector> to;
+
+  void operator()(std::vector<PROJPOINT>& points) {
+    if (from) ProjectPoints(*from, Direction::Inverse, points);
+    if (datums) datums->Convert(points);
+    if (to) ProjectPoints(*to, Direction::Forward, points);
+  }
+};
+
 int Run(const Options& options) {
-  if (!options.fromSystem.empty() || !options.toSystem.empty()) {
+  if (!options.fromSystem.empty() || !options.toSystem.empty() || IsByPoint(options.from) || IsByPoint(options.to)) {
     return ConvertSystems({options.fromSystem, options.from, options.fromDatum, "from"},
                           {options.toSystem, options.to, options.toDatum, "to"}, options.ini, options.table);
   }
   if (options.fromDatum.empty() != options.toDatum.empty()) throw Failure("name both datums or none");
-  std::optional<CProjector> from = MakeProjector(options.from), to = MakeProjector(options.to);
+  const Side fromSide = MakeSide(options.from, MakeSideDatum("--from-datum", options.fromDatum, options.ini));
+  const Side toSide = MakeSide(options.to, MakeSideDatum("--to-datum", options.toDatum, options.ini));
+  const std::optional<CProjector>&from = fromSide.projector, &to = toSide.projector;
   std::optional<DatumConversion> datums;
-  if (!options.fromDatum.empty()) datums.emplace(options.fromDatum, options.toDatum, options.ini);
+  if (!options.fromDatum.empty()) {
+    datums.emplace(options.fromDatum, options.toDatum, options.ini);
+  } else {
+    CompareSides(fromSide, toSide);
+  }
   if (!from && !to && !datums) throw Failure("nothing to convert: name a projection or two datums");
   return ConvertTable(options.table, from ? Kind::Projected : Kind::Geographic, to ? Kind::Projected : Kind::Geographic,
-                      [&](std::vector<PROJPOINT>& points) {
-                        if (from) ProjectPoints(*from, Direction::Inverse, points);
-                        if (datums) datums->Convert(points);
-                        if (to) ProjectPoints(*to, Direction::Forward, points);
-                      });
+                      ConverterFactory([&] {
+                        return Steps{from, datums, to};
+                      }));
 }
 
 }  // namespace

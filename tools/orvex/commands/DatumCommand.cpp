@@ -23,9 +23,10 @@ struct ConvertOptions {
 
 int Convert(const ConvertOptions& options) {
   if (options.from.empty() || options.to.empty()) throw Failure("datum needs --from and --to (or add, remove, show)");
-  DatumConversion conversion(options.from, options.to, options.ini);
-  return ConvertTable(options.table, Kind::Geographic, Kind::Geographic,
-                      [&](std::vector<PROJPOINT>& points) { conversion.Convert(points); });
+  const DatumConversion conversion(options.from, options.to, options.ini);
+  return ConvertTable(options.table, Kind::Geographic, Kind::Geographic, ConverterFactory([&] {
+                        return [own = conversion](std::vector<PROJPOINT>& points) mutable { own.Convert(points); };
+                      }));
 }
 
 struct StoreOptions {

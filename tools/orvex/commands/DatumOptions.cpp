@@ -28,6 +28,32 @@ std::string Choose(const std::string& text, const std::string& ini, DatumType& d
   return names[index];
 }
 
+/// The datums without parameters, and one of the catalogue that stands on the same ellipsoid.
+DatumType WithParameters(DatumType datum) {
+  switch (datum) {
+    case DT_AUSTRALIAN_GEODETIC_1966_MRE:
+      return DT_AUSTRALIAN_GEODETIC_1966;
+    case DT_AUSTRALIAN_GEODETIC_1984_MRE:
+      return DT_AUSTRALIAN_GEODETIC_1984;
+    case DT_CAMPO_INCHAUSEPE_ARGENTINA_MRE:
+      return DT_CAMPO_INCHAUSEPE_ARGENTINA;
+    case DT_CORREGO_ALEGRE_BRAZIL_MRE:
+      return DT_CORREGO_ALEGRE_BRAZIL;
+    case DT_EUROPEAN_1950_MRE:
+      return DT_EUROPEAN_1950_MEAN;
+    case DT_SOUTH_AMERICAN_1969_MRE:
+      return DT_SOUTH_AMERICAN_1969;
+    case DT_NAD_1927_CONUS_MRE:
+    case DT_NAD_1927_CANADA_MRE:
+    case DT_NAD_1927_CONUS_NADCON:
+    case DT_NAD_1927_PUERTO_RICO_AND_VIRGIN_ISLANDS_NADCON:
+    case DT_NAD_1927_CANADA_NTV2:
+      return DT_NORTH_AMERICAN_DATUM_1927;
+    default:
+      return datum;
+  }
+}
+
 }  // namespace
 
 std::vector<std::string> DatumNames(const std::string& ini) {
@@ -51,6 +77,17 @@ std::size_t FindDatum(const std::string& text, const std::vector<std::string>& n
   const auto index = static_cast<std::size_t>(number);
   if (index < names.size() && (index == 0 || !names[index].empty())) return index;
   throw Failure("no datum has the number or POSC code " + text);
+}
+
+Figure DatumFigure(const std::string& text, const std::string& ini) {
+  DatumType datum{};
+  DATUM2WGS84 params{};
+  Choose(text, ini, datum, params);
+  if (datum != DT_USER_DEFINED && !DatGetDatumParams(WithParameters(datum), &params)) {
+    throw Failure("the ellipsoid of \"" + text + "\" is not known");
+  }
+  if (params.Ellipsoid != ET_USER_DEFINED) return FigureOf(params.Ellipsoid);
+  return {ET_USER_DEFINED, params.MajorRadius, params.Flattening};
 }
 
 DatumConversion::DatumConversion(const std::string& from, const std::string& to, const std::string& ini) {

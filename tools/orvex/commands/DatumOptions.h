@@ -7,9 +7,12 @@
 #include <orvex/datum.h>
 #include <orvex/projection.h>
 
+#include "Figure.h"
+
 namespace orvex::tool {
 
-/// A conversion between two datums given by name, number or POSC code, built in or custom.
+/// A conversion between two datums given by name, number or POSC code, built in or custom. Every copy has a handle of
+/// its own.
 class DatumConversion {
  public:
   /// `ini`: file of custom datums, "" for none. Throws Failure for unknown datums and for destinations that can only be
@@ -26,6 +29,9 @@ std::vector<std::string> DatumNames(const std::string& ini);
 
 /// Whether positions can be converted to the datum. The library also runs its NTv2 datum backwards, by iteration.
 bool CanBeDestination(const std::string& ini, const std::string& name);
+
+/// The ellipsoid that positions of the datum stand on, whatever its method.
+Figure DatumFigure(const std::string& text, const std::string& ini);
 
 /// Place in the list of names of a datum given by name, POSC code or list number; throws Failure when there is none.
 std::size_t FindDatum(const std::string& text, const std::vector<std::string>& names);

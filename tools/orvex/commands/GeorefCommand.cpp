@@ -210,6 +210,23 @@ void WriteWorldFile(Fit& fit, const Options& options) {
   if (!file) throw Failure("cannot write " + options.worldFile);
 }
 
+/// Runs the points of a table through a fit of its own.
+struct Warper {
+  Fit fit;
+  std::vector<GEOREFPOINT> block;
+
+  void operator()(std::vector<PROJPOINT>& points) {
+    block.resize(points.size());
+    std::transform(points.begin(), points.end(), block.begin(), [](const PROJPOINT& p) {
+      return GEOREFPOINT{p.x, p.y};
+    });
+    fit.Forward(block.data(), block.size());
+    std::transform(block.begin(), block.end(), points.begin(), [](const GEOREFPOINT& p) {
+      return PROJPOINT{p.x, p.y};
+    });
+  }
+};
+
 int Run(const Options& options) {
   const Method& method = FindMethod(options.method);
   // A report or a world file alone needs no points; FILE "-" asks for both.
@@ -225,13 +242,7 @@ int Run(const Options& options) {
   }
   if (!points) return kSuccess;
   std::fflush(stdout);
-  std::vector<GEOREFPOINT> block;
-  return ConvertTable(table, Kind::Projected, Kind::Projected, [&](std::vector<PROJPOINT>& pts) {
-    block.resize(pts.size());
-    std::transform(pts.begin(), pts.end(), block.begin(), [](const PROJPOINT& p) { return GEOREFPOINT{p.x, p.y}; });
-    fit.Forward(block.data(), block.size());
-    std::transform(block.begin(), block.end(), pts.begin(), [](const GEOREFPOINT& p) { return PROJPOINT{p.x, p.y}; });
-  });
+  return ConvertTable(table, Kind::Projected, Kind::Projected, ConverterFactory([&] { return Warper{fit, {}}; }));
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include <memory>
 
 #include "ProjectPoints.h"
+#include "commands/ByPoint.h"
 #include "commands/Commands.h"
 #include "commands/ProjectionOptions.h"
 #include "tables/PointTable.h"
@@ -17,10 +18,14 @@ struct Options {
 };
 
 int Run(const Options& options) {
+  if (IsByPoint(options.projection)) return ProjectByPoint(options.projection, options.inverse, options.table);
   PROJDATA record = MakeRecord(options.projection);
-  CProjector projector(&record);
+  const CProjector projector(&record);
   const Direction direction = options.inverse ? Direction::Inverse : Direction::Forward;
-  const auto convert = [&](std::vector<PROJPOINT>& points) { ProjectPoints(projector, direction, points); };
+  const ConverterFactory convert = [&] {
+    return
+        [own = projector, direction](std::vector<PROJPOINT>& points) mutable { ProjectPoints(own, direction, points); };
+  };
   // "Unprojected Lat/Long" stays in degrees on both sides.
   const Kind map = record.Type == PT_LATLONG ? Kind::Geographic : Kind::Projected;
   return options.inverse ? ConvertTable(options.table, map, Kind::Geographic, convert)

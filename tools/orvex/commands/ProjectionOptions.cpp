@@ -91,6 +91,16 @@ void Store(PROJDATA& record, const Parameter& parameter, Value value) {
   ProjSetParam(&record, parameter.id, &value);
 }
 
+std::optional<double> ReadParameterAngle(const Parameter& parameter, const std::string& text) {
+  const std::optional<Angle> angle = ReadAngle(text, Blanks::Allowed);
+  if (!angle) return std::nullopt;
+  const bool isLatitude = parameter.shortName.starts_with("lat"), isLongitude = parameter.shortName.starts_with("lon");
+  if ((isLatitude || isLongitude) && IsOtherAxis(angle->hemisphere, isLatitude)) {
+    throw Failure(parameter.shortName + "=" + text + " has the letter of a " + (isLatitude ? "longitude" : "latitude"));
+  }
+  return angle->degrees;
+}
+
 /// Stores one NAME=VALUE and answers the parameter's id.
 int Set(PROJDATA& record, const std::string& setting) {
   const std::size_t equals = setting.find('=');
@@ -99,7 +109,7 @@ int Set(PROJDATA& record, const std::string& setting) {
   const Parameter& parameter = FindParameter(record.Type, name);
   switch (parameter.type) {
     case PDT_DOUBLE: {
-      const auto value = parameter.unit == "degrees" ? ParseAngle(text) : ParseNumber(text);
+      const auto value = parameter.unit == "degrees" ? ReadParameterAngle(parameter, text) : ParseNumber(text);
       if (!value) throw Failure("cannot read the value of " + setting);
       if (parameter.id == kRadiusId) record.Ellipsoid = ET_USER_DEFINED;
       Store(record, parameter, *value);
@@ -165,18 +175,37 @@ void ChooseProjection(PROJDATA& record, const ProjectionOptions& o) {
   }
 }
 
+void StoreFigure(PROJDATA& record, const Figure& figure) {
+  record.Ellipsoid = figure.type;
+  if (figure.type != ET_USER_DEFINED) return;
+  record.MajorRadius = figure.radius;
+  record.Flattening = figure.flattening;
+}
+
+/// Positions of a datum stand on its ellipsoid; on another one they lie up to hundreds of metres off.
+void CompareFigures(const PROJDATA& record, const SideDatum& datum) {
+  const Figure figure = FigureOf(record);
+  if (figure.flattening == 0 || SameFigure(figure, datum.figure)) return;  // a sphere is chosen knowingly
+  Warn((IsStatePlane(record) ? "the zone's ellipsoid (" : "the projection's ellipsoid (") + FigureName(figure) +
+       ") is not that of " + datum.option + " (" + FigureName(datum.figure) + ")");
+}
+
 }  // namespace
 
 bool ProjectionOptions::Given() const {
-  return !projection.empty() || !utm.empty() || !statePlane27.empty() || !statePlane83.empty() || posc != 0;
+  return !projection.empty() || !utm.empty() || !statePlane27.empty() || !statePlane83.empty() || posc != 0 ||
+         mgrsDigits >= 0;
 }
 
 void AddProjectionOptions(CLI::App& command, ProjectionOptions& options, const std::string& prefix) {
   const std::string dashes = "--" + prefix;
   command.add_option(dashes + "proj", options.projection, "Projection by name, see: orvex list projections");
-  command.add_option(dashes + "utm", options.utm, "UTM zone, for example 33N");
-  command.add_option(dashes + "stateplane27", options.statePlane27, "State plane zone of 1927 by name");
-  command.add_option(dashes + "stateplane83", options.statePlane83, "State plane zone of 1983 by name");
+  command.add_option(dashes + "utm", options.utm, "UTM zone, for example 33N; auto: by point, with a zone column");
+  command.add_flag(
+      dashes + "mgrs{5}", options.mgrsDigits,
+      "MGRS references, by point; --" + prefix + "mgrs=N: N digits for each coordinate (default 5: metres)");
+  command.add_option(dashes + "stateplane27", options.statePlane27, "State plane zone of 1927 by name, or auto");
+  command.add_option(dashes + "stateplane83", options.statePlane83, "State plane zone of 1983 by name, or auto");
   command.add_option(dashes + "posc", options.posc, "State plane zone by POSC (EPSG) number, for example 26939");
   command.add_option(dashes + "set", options.settings, "Parameter as NAME=VALUE, see: orvex list params TYPE")
       ->allow_extra_args(false);
@@ -193,9 +222,9 @@ EllipsoidType ParseEllipsoid(const std::string& text) {
   return static_cast<EllipsoidType>(FindName(EllipsoidNames(), text, "ellipsoid"));
 }
 
-PROJDATA MakeRecord(const ProjectionOptions& options) {
+PROJDATA MakeRecord(const ProjectionOptions& options, const std::optional<SideDatum>& datum) {
   PROJDATA record{};
-  record.Ellipsoid = ET_WGS_84;
+  StoreFigure(record, datum ? datum->figure : FigureOf(ET_WGS_84));
   ChooseProjection(record, options);
   record.bWrapLon = options.wrap;
   if (!options.ellipsoid.empty()) Set(record, "ellipsoid=" + options.ellipsoid);
@@ -204,6 +233,7 @@ PROJDATA MakeRecord(const ProjectionOptions& options) {
   if (flattening && record.Ellipsoid != ET_USER_DEFINED) throw Failure("flattening needs radius set as well");
   if (IsStatePlane(record) && record.Zone == SZ_NONE)
     throw Failure("name the zone, for example --set zone=\"Texas Central\"");
+  if (datum) CompareFigures(record, *datum);
   return record;
 }
 

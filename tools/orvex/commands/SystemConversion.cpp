@@ -1,4 +1,4 @@
-// SystemConversion - orvex convert where at least one side is a registered coordinate system.
+// SystemConversion - orvex convert where a side is a registered coordinate system or has zones by point.
 #include "commands/SystemConversion.h"
 
 #include <cfloat>
@@ -10,6 +10,7 @@
 
 #include "Failure.h"
 #include "ProjectPoints.h"
+#include "commands/ByPoint.h"
 #include "commands/DatumOptions.h"
 #include "systems/FindSystem.h"
 #include "systems/SystemConverter.h"
@@ -36,22 +37,31 @@ class Side {
                       "- options of its projection out");
       }
     } else if (options.projection.Given()) {
-      PROJDATA record = MakeRecord(options.projection);
-      if (record.Type != PT_LATLONG) m_projector.emplace(&record);
+      std::optional<SideDatum> datum;
+      if (!options.datum.empty())
+        datum = SideDatum{"--" + m_name + "-datum " + options.datum, DatumFigure(options.datum, ini)};
+      if (IsByPoint(options.projection)) {
+        m_grid.emplace(options.projection, datum);
+      } else if (PROJDATA record = MakeRecord(options.projection, datum); record.Type != PT_LATLONG) {
+        m_projector.emplace(&record);
+        m_projector->SetAccuracy(PA_EXACT);
+      }
     }
     ChooseDatum(options.datum, ini);
   }
 
   Kind KindOfCoordinates() const {
-    return m_projector || (m_system && m_system->System().IsProjected()) ? Kind::Projected : Kind::Geographic;
+    return HasProjection() || (m_system && m_system->System().IsProjected()) ? Kind::Projected : Kind::Geographic;
   }
 
-  void ToGeographic(std::vector<PROJPOINT>& points) {
+  void ToGeographic(std::vector<PROJPOINT>& points, const std::vector<std::string>& labels) {
+    if (m_grid) m_grid->Inverse(points, labels);
     if (m_system) m_system->ToGeographic(points);
     if (m_projector) ProjectPoints(*m_projector, Direction::Inverse, points);
   }
 
-  void FromGeographic(std::vector<PROJPOINT>& points) {
+  void FromGeographic(std::vector<PROJPOINT>& points, std::vector<std::string>& labels) {
+    if (m_grid) m_grid->Forward(points, labels);
     if (m_system) m_system->FromGeographic(points);
     if (m_projector) ProjectPoints(*m_projector, Direction::Forward, points);
   }
@@ -66,7 +76,8 @@ class Side {
 
   /// Neither a datum nor a system that has one.
   bool HasNoDatum() const { return !m_system && m_datum.empty(); }
-  bool HasProjection() const { return m_projector.has_value(); }
+  bool HasProjection() const { return m_projector || m_grid; }
+  LabelColumn Column() const { return m_grid ? m_grid->Column() : LabelColumn{}; }
   const std::string& Datum() const { return m_datum; }
 
   bool SharesDatum(const Side& other) const {
@@ -129,9 +140,36 @@ class Side {
   std::string m_name;
   std::optional<SystemConverter> m_system;
   std::optional<CProjector> m_projector;
+  std::optional<PointGrid> m_grid;
   std::string m_datum;    // in the catalogue or the INI file
   bool m_chosen = false;  // by the user, not by the system
   double m_meridian = 0;  // that the catalogue's datum counts longitudes from
+};
+
+/// The conversion; every copy has library handles of its own.
+struct Steps {
+  Side source;
+  std::optional<DatumConversion> datums;
+  Side destination;
+
+  void operator()(std::vector<PROJPOINT>& points, std::vector<std::string>& labels) {
+    source.ToGeographic(points, labels);
+    if (datums) {
+      source.CountFromMeridian(points, -1);
+      datums->Convert(points);
+      destination.CountFromMeridian(points, 1);
+    }
+    destination.FromGeographic(points, labels);
+  }
+};
+
+/// The same for tables without labels.
+struct Unlabelled {
+  Steps steps;
+  void operator()(std::vector<PROJPOINT>& points) {
+    std::vector<std::string> none;
+    steps(points, none);
+  }
 };
 
 /// A projection says nothing about its datum, so that a system on the other side has nothing to go by.
@@ -160,16 +198,14 @@ int ConvertSystems(const SideOptions& from, const SideOptions& to, const std::st
   TableOptions options = table;
   options.sourceCode = source.Code();
   options.resultCode = destination.Code();
-  const int status = ConvertTable(options, source.KindOfCoordinates(), destination.KindOfCoordinates(),
-                                  [&](std::vector<PROJPOINT>& points) {
-                                    source.ToGeographic(points);
-                                    if (datums) {
-                                      source.CountFromMeridian(points, -1);
-                                      datums->Convert(points);
-                                      destination.CountFromMeridian(points, 1);
-                                    }
-                                    destination.FromGeographic(points);
-                                  });
+  options.labelIn = source.Column();
+  options.labelOut = destination.Column();
+  const Steps steps{source, datums, destination};
+  const Kind kinds[] = {source.KindOfCoordinates(), destination.KindOfCoordinates()};
+  const bool labelled = options.labelIn.use != Label::None || options.labelOut.use != Label::None;
+  const int status = labelled ? ConvertLabelledTable(options, kinds[0], kinds[1], [&] { return LabelConverter(steps); })
+                              : ConvertTable(options, kinds[0], kinds[1],
+                                             ConverterFactory([&] { return Converter(Unlabelled{steps}); }));
   if (!table.quiet) {
     for (const Side* side : {&source, &destination}) side->Warn();
   }

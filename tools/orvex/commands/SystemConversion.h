@@ -1,4 +1,4 @@
-// SystemConversion - orvex convert where at least one side is a registered coordinate system.
+// SystemConversion - orvex convert where a side is a registered coordinate system or has zones by point.
 #pragma once
 
 #include <string>

@@ -4,9 +4,8 @@
 #include <algorithm>
 #include <cfloat>
 #include <cmath>
-#include <fstream>
+#include <cstdio>
 #include <iostream>
-#include <iterator>
 
 #include <nlohmann/json.hpp>
 
@@ -196,11 +195,11 @@ class Walker {
 };
 
 std::string ReadAll(const std::string& file) {
-  std::ifstream stream;
-  if (file != "-") OpenInput(file, stream);
-  std::istream& in = file == "-" ? std::cin : stream;
-  std::string text{std::istreambuf_iterator<char>(in), {}};
-  if (in.bad()) throw Failure("cannot read the input to its end");
+  const FileHandle input = OpenInput(file);
+  std::string text;
+  char block[1 << 16];
+  for (std::size_t count; (count = std::fread(block, 1, sizeof block, input.get())) > 0;) text.append(block, count);
+  if (std::ferror(input.get()) != 0) throw Failure("cannot read the input to its end");
   return text;
 }
 
@@ -261,21 +260,10 @@ Json WithSystem(const Json& root, int code) {
 
 void RefuseTableOptions(const TableOptions& options) {
   if (options.keep || options.format.dms || !options.delimiter.empty() || !options.xColumn.empty() ||
-      !options.yColumn.empty()) {
-    throw Failure("--keep, --dms, --delimiter, --x and --y belong to tables; the input is GeoJSON");
+      !options.yColumn.empty() || !options.order.empty() || options.decimalComma) {
+    throw Failure(
+        "--keep, --dms, --delimiter, --decimal-comma, --order, --x and --y belong to tables; the input is GeoJSON");
   }
-}
-
-void Write(const std::string& file, const std::string& text) {
-  std::ofstream target;
-  if (file != "-") {
-    target.open(file, std::ios::binary);
-    if (!target) throw Failure("cannot write " + file);
-  }
-  std::ostream& out = file == "-" ? std::cout : target;
-  out.write(text.data(), static_cast<std::streamsize>(text.size()));
-  out.flush();
-  if (!out) throw Failure("cannot write the output");
 }
 
 }  // namespace
@@ -304,7 +292,9 @@ int ConvertGeoJson(const TableOptions& options, Kind from, Kind to, const Conver
   if (count > 0) convert(walker.Points());
   walker.Store(root);
   const bool said = options.resultCode != 0 && options.resultCode != kWgs84;
-  Write(options.output, Dump(said ? WithSystem(root, options.resultCode) : root));
+  OutputFile output(options.output);
+  output.Write(Dump(said ? WithSystem(root, options.resultCode) : root));
+  output.Commit();
   if (walker.Unplottable() == 0) return kSuccess;
   if (!options.quiet) {
     std::cerr << "orvex: points converted: " << count - walker.Unplottable()

@@ -1,6 +1,7 @@
 // SystemConverter - coordinates of a registered system to longitude and latitude on its datum and back.
 #include "systems/SystemConverter.h"
 
+#include <algorithm>
 #include <cfloat>
 #include <cmath>
 #include <numbers>
@@ -39,7 +40,9 @@ double WithinHalfTurn(double longitude) {
 SystemConverter::SystemConverter(const CoordinateSystem& system) : m_system(&system) {
   SystemRecord made = MakeSystemRecord(system);
   m_turn = made.turn;
-  if (system.IsProjected()) m_projector.emplace(&made.record);
+  if (!system.IsProjected()) return;
+  m_projector.emplace(&made.record);
+  m_projector->SetAccuracy(PA_EXACT);
 }
 
 void SystemConverter::ToGeographic(std::vector<PROJPOINT>& points) {
@@ -79,7 +82,8 @@ void SystemConverter::FromGeographic(std::vector<PROJPOINT>& points) {
 
 void SystemConverter::CountOutside(const std::vector<PROJPOINT>& points) {
   const Area& area = m_system->AreaOfUse();
-  for (const PROJPOINT& point : points) m_outside += IsPlottable(point) && !area.Contains(point, kMargin);
+  *m_outside += static_cast<std::size_t>(std::ranges::count_if(
+      points, [&](const PROJPOINT& point) { return IsPlottable(point) && !area.Contains(point, kMargin); }));
 }
 
 }  // namespace orvex::tool

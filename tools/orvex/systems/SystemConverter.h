@@ -1,7 +1,9 @@
 // SystemConverter - coordinates of a registered system to longitude and latitude on its datum and back.
 #pragma once
 
+#include <atomic>
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -13,7 +15,7 @@
 namespace orvex::tool {
 
 /// A system's coordinates have its unit; those of geographic systems count from its prime meridian. On the other side
-/// stand degrees from Greenwich. One object must not be used by two threads at once.
+/// stand degrees from Greenwich. Computed exactly. Every copy has a library handle of its own for a thread of its own.
 class SystemConverter {
  public:
   /// Throws Failure with the reason where the system cannot be represented.
@@ -24,8 +26,8 @@ class SystemConverter {
   void FromGeographic(std::vector<PROJPOINT>& points);
 
   const CoordinateSystem& System() const { return *m_system; }
-  /// How many of the points that went through lay outside the system's area of use and a margin of a degree.
-  std::size_t Outside() const { return m_outside; }
+  /// How many points that went through this object and its copies lay outside the area of use and a margin of a degree.
+  std::size_t Outside() const { return *m_outside; }
 
  private:
   void CountOutside(const std::vector<PROJPOINT>& points);
@@ -33,7 +35,7 @@ class SystemConverter {
   const CoordinateSystem* m_system;
   std::optional<CProjector> m_projector;  // none for geographic systems
   std::optional<Turn> m_turn;
-  std::size_t m_outside = 0;
+  std::shared_ptr<std::atomic<std::size_t>> m_outside = std::make_shared<std::atomic<std::size_t>>();
 };
 
 }  // namespace orvex::tool

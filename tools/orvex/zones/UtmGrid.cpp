@@ -29,7 +29,7 @@ class UtmGrid : public ZoneGrid {
 
   ZoneChoice At(const PROJPOINT& point) const override {
     const int zone = UtmZoneAt(point);
-    return {zone, Label(zone)};
+    return {zone, UtmZoneLabel(zone)};
   }
 
   std::optional<int> Parse(std::string_view label) const override {
@@ -60,15 +60,15 @@ class UtmGrid : public ZoneGrid {
   }
 
  private:
-  static std::string Label(int zone) {
-    if (std::abs(zone) == kUpsNorth) return zone > 0 ? "UPSN" : "UPSS";
-    return std::to_string(std::abs(zone)) + (zone > 0 ? 'N' : 'S');
-  }
-
   PROJDATA m_figure;
 };
 
 }  // namespace
+
+std::string UtmZoneLabel(int zone) {
+  if (std::abs(zone) == kUpsNorth) return zone > 0 ? "UPSN" : "UPSS";
+  return std::to_string(std::abs(zone)) + (zone > 0 ? 'N' : 'S');
+}
 
 int UtmZoneAt(const PROJPOINT& point) {
   if (point.y >= kNorthEnd) return kUpsNorth;

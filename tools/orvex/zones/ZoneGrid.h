@@ -38,6 +38,9 @@ std::unique_ptr<ZoneGrid> MakeStatePlaneGrid(ProjType set);
 /// UTM zones are numbers from 1 to 60, negative ones in the south.
 inline constexpr int kUpsNorth = 61, kUpsSouth = -61;
 
+/// The label of such a number.
+std::string UtmZoneLabel(int zone);
+
 /// Zone of a point by its longitude and latitude in degrees.
 int UtmZoneAt(const PROJPOINT& point);
 

@@ -47,7 +47,9 @@ CProjector& ZonedProjector::Projector(int zone) {
   const auto found = m_projectors.find(zone);
   if (found != m_projectors.end()) return found->second;
   PROJDATA record = m_grid->Record(zone);
-  return m_projectors.emplace(zone, &record).first->second;
+  CProjector& projector = m_projectors.emplace(zone, &record).first->second;
+  projector.SetAccuracy(PA_EXACT);
+  return projector;
 }
 
 }  // namespace orvex::tool

@@ -13,10 +13,10 @@
 
 namespace orvex::tool {
 
-/// One object must not be used by two threads at once.
+/// Computed exactly. Every copy has library handles of its own for a thread of its own.
 class ZonedProjector {
  public:
-  explicit ZonedProjector(std::unique_ptr<ZoneGrid> grid) : m_grid(std::move(grid)) {}
+  explicit ZonedProjector(std::shared_ptr<const ZoneGrid> grid) : m_grid(std::move(grid)) {}
 
   /// Projects every point in its zone; `labels` becomes the zones' labels. Points without zone become DBL_MAX.
   void Forward(std::vector<PROJPOINT>& points, std::vector<std::string>& labels);
@@ -30,7 +30,7 @@ class ZonedProjector {
   void Project(Direction direction, std::vector<PROJPOINT>& points, const Groups& groups);
   CProjector& Projector(int zone);
 
-  std::unique_ptr<ZoneGrid> m_grid;
+  std::shared_ptr<const ZoneGrid> m_grid;
   std::map<int, CProjector> m_projectors;
 };
 
