@@ -53,6 +53,17 @@ std::vector<PROJPOINT> Samples(const Area& area) {
   return points;
 }
 
+/// Some systems of zones say nothing about their area: a zone's width about the central meridian then.
+Area SampledArea(const CoordinateSystem& system) {
+  constexpr int kTransverseMercator = 9807;
+  Area area = system.AreaOfUse();
+  if (area.east - area.west < 360 || system.Projection().method != kTransverseMercator) return area;
+  const double meridian = MakeSystemRecord(system).record.Lon0;
+  area.west = meridian - 3;
+  area.east = meridian + 3;
+  return area;
+}
+
 /// The same points as coordinates of the base: its unit, its prime meridian.
 std::vector<PROJPOINT> OnBase(const std::vector<PROJPOINT>& points, const CoordinateSystem& base) {
   std::vector<PROJPOINT> result = points;
@@ -76,7 +87,7 @@ struct Deviation {
 };
 
 Deviation Compare(const CoordinateSystem& system, const CoordinateSystem& base, PJ* peer) {
-  const std::vector<PROJPOINT> samples = Samples(system.AreaOfUse()), onBase = OnBase(samples, base);
+  const std::vector<PROJPOINT> samples = Samples(SampledArea(system)), onBase = OnBase(samples, base);
   const double unit = system.UnitOfAxes().factor;
   SystemConverter converter(system);
   std::vector<PROJPOINT> ours = samples;

@@ -19,7 +19,7 @@ bool IsAuto(const std::string& text) {
 PROJDATA Figure(const ProjectionOptions& options, const std::optional<SideDatum>& datum) {
   ProjectionOptions any = options;
   any.utm = "31N";
-  any.mgrsDigits = -1;
+  any.mgrs.clear();
   const PROJDATA record = MakeRecord(any, datum);
   PROJDATA figure{};
   figure.Ellipsoid = record.Ellipsoid;
@@ -30,25 +30,30 @@ PROJDATA Figure(const ProjectionOptions& options, const std::optional<SideDatum>
 
 std::shared_ptr<const ZoneGrid> MakeGrid(const ProjectionOptions& options, const std::optional<SideDatum>& datum) {
   const int named = !options.projection.empty() + !options.utm.empty() + !options.statePlane27.empty() +
-                    !options.statePlane83.empty() + (options.posc != 0) + (options.mgrsDigits >= 0);
+                    !options.statePlane83.empty() + (options.posc != 0) + !options.mgrs.empty();
   if (named != 1) throw Failure("name one projection: by name, UTM zone, state plane zone, POSC number or --mgrs");
-  if (options.mgrsDigits > kMostMgrsDigits) {
-    throw Failure("references have at most " + std::to_string(kMostMgrsDigits) + " digits for each coordinate");
-  }
   if (!options.settings.empty()) throw Failure("zones by point take no --set");
-  if (options.mgrsDigits >= 0 || IsAuto(options.utm)) return MakeUtmGrid(Figure(options, datum));
+  if (!options.mgrs.empty() || IsAuto(options.utm)) return MakeUtmGrid(Figure(options, datum));
   if (!options.ellipsoid.empty()) throw Failure("state plane zones have their own ellipsoid; leave --ellipsoid out");
   return MakeStatePlaneGrid(IsAuto(options.statePlane27) ? PT_STATEPLANE27 : PT_STATEPLANE83);
+}
+
+int MgrsDigits(const std::string& text) {
+  if (text.empty()) return -1;
+  const int digits = ParseInteger(text, "digits of MGRS references");
+  if (digits >= 0 && digits <= kMostMgrsDigits) return digits;
+  throw Failure("references have at most " + std::to_string(kMostMgrsDigits) + " digits for each coordinate, not " +
+                text);
 }
 
 }  // namespace
 
 bool IsByPoint(const ProjectionOptions& options) {
-  return options.mgrsDigits >= 0 || IsAuto(options.utm) || IsAuto(options.statePlane27) || IsAuto(options.statePlane83);
+  return !options.mgrs.empty() || IsAuto(options.utm) || IsAuto(options.statePlane27) || IsAuto(options.statePlane83);
 }
 
 PointGrid::PointGrid(const ProjectionOptions& options, const std::optional<SideDatum>& datum)
-    : m_mgrsDigits(options.mgrsDigits), m_projector(MakeGrid(options, datum)) {}
+    : m_mgrsDigits(MgrsDigits(options.mgrs)), m_projector(MakeGrid(options, datum)) {}
 
 LabelColumn PointGrid::Column() const {
   return m_mgrsDigits >= 0 ? LabelColumn{Label::Alone, "mgrs"} : LabelColumn{Label::Beside, "zone"};

@@ -194,7 +194,7 @@ void CompareFigures(const PROJDATA& record, const SideDatum& datum) {
 
 bool ProjectionOptions::Given() const {
   return !projection.empty() || !utm.empty() || !statePlane27.empty() || !statePlane83.empty() || posc != 0 ||
-         mgrsDigits >= 0;
+         !mgrs.empty();
 }
 
 void AddProjectionOptions(CLI::App& command, ProjectionOptions& options, const std::string& prefix) {
@@ -202,7 +202,7 @@ void AddProjectionOptions(CLI::App& command, ProjectionOptions& options, const s
   command.add_option(dashes + "proj", options.projection, "Projection by name, see: orvex list projections");
   command.add_option(dashes + "utm", options.utm, "UTM zone, for example 33N; auto: by point, with a zone column");
   command.add_flag(
-      dashes + "mgrs{5}", options.mgrsDigits,
+      dashes + "mgrs{5}", options.mgrs,
       "MGRS references, by point; --" + prefix + "mgrs=N: N digits for each coordinate (default 5: metres)");
   command.add_option(dashes + "stateplane27", options.statePlane27, "State plane zone of 1927 by name, or auto");
   command.add_option(dashes + "stateplane83", options.statePlane83, "State plane zone of 1983 by name, or auto");

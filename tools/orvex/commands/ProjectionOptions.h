@@ -15,7 +15,7 @@ namespace orvex::tool {
 struct ProjectionOptions {
   std::string projection;             ///< display name
   std::string utm;                    ///< "33N"
-  int mgrsDigits = -1;                ///< digits of references for each coordinate; -1: none are asked for
+  std::string mgrs;                   ///< digits of references for each coordinate; "": none are asked for
   std::string statePlane27;           ///< zone name
   std::string statePlane83;           ///< zone name
   int posc = 0;                       ///< POSC (EPSG) number of a state plane zone
