@@ -49,7 +49,7 @@ class GeoJson(ToolTest):
     def converted(self, *arguments, text=""):
         status, out, messages = run(*arguments, text=text)
         self.assertEqual((status, messages), (OK, ""), arguments)
-        return json.loads(out)
+        return json.loads(out.encode("latin-1"))
 
     def test_every_position_is_converted_and_all_else_kept(self):
         source = self.collection()
