@@ -81,6 +81,31 @@ class Project(ToolTest):
         self.assertEqual(run("project", "--posc", code, text="-99,31")[1],
                          run("project", "--stateplane83", "Texas Central", text="-99,31")[1])
 
+    def test_contradictions(self):
+        tm = ["--proj", "transverse mercator"]
+        for options, says in [
+            ([*tm, "--ellipsoid", "grs 1980 / iugg 1980", "--set", "radius=6371000"], "both choose the ellipsoid"),
+            ([*tm, "--set", "ellipsoid=wgs 84", "--set", "radius=6371000"], "both choose the ellipsoid"),
+            (["--utm", "33N", "--set", "lon0=9"], "--utm 33N has its own lon0"),
+            (["--utm", "33N", "--set", "south=yes"], "--utm 33N has its own south"),
+            (["--utm", "33N", "--set", "k0=1"], "--utm 33N has its own k0"),
+            (["--stateplane83", "texas central", "--set", "zone=texas north"], "has its own zone"),
+            (["--posc", "26939", "--set", "zone=texas north"], "has its own zone"),
+            ([*tm, "--set", "lon0=9", "--set", "Central Longitude=9"], "lon0 is set twice"),
+            ([*tm, "--set", "radius=6e6", "--set", "flattening=0", "--set", "flattening=.003"], "flattening is set twice"),
+            (["--utm", "33N", "--utm", "34N"], "--utm"), (["--utm", "33N", "--posc", "26939"], "name one projection"),
+        ]:
+            self.refused("project", *options, says=says)
+        self.refused("convert", "--to-utm", "33N", "--to-set", "lon0=9", says="--to-utm 33N has its own lon0")
+
+    def test_an_ellipsoid_for_a_projection_of_the_sphere_is_said(self):
+        for options, said in [(["--ellipsoid", "clarke 1866"], True), (["--set", "radius=6371000", "--set", "flattening=.003"], True),
+                              (["--set", "radius=6371000"], False), ([], False)]:
+            status, _, messages = run("project", "--proj", "Mollweide", *options, text="1,2")
+            self.assertEqual(status, OK)
+            self.assertEqual("is a projection of the sphere" in messages, said, messages)
+        self.assertEqual(run("project", "--proj", "Sinusoidal", "--ellipsoid", "clarke 1866", text="1,2")[2], "")
+
     def test_refusals(self):
         for arguments, says in [
             (["project", "--proj", "mercater"], 'did you mean "Mercator"?'),

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <set>
 
 #include <orvex/orvex.h>
 
@@ -15,7 +16,7 @@ namespace orvex::tool {
 
 namespace {
 
-constexpr int kEllipsoidId = 20, kRadiusId = 21, kFlatteningId = 22;
+constexpr int kScaleId = 2, kEllipsoidId = 20, kRadiusId = 21, kFlatteningId = 22;
 
 struct Spelling {
   int id;
@@ -130,6 +131,46 @@ int Set(PROJDATA& record, const std::string& setting) {
   return parameter.id;
 }
 
+/// How the zone was named, when a zone stands for its parameters.
+std::string ZoneOption(const ProjectionOptions& o) {
+  const std::string dashes = "--" + o.prefix;
+  if (!o.utm.empty()) return dashes + "utm " + o.utm;
+  if (!o.statePlane27.empty()) return dashes + "stateplane27 " + o.statePlane27;
+  if (!o.statePlane83.empty()) return dashes + "stateplane83 " + o.statePlane83;
+  return o.posc != 0 ? dashes + "posc " + std::to_string(o.posc) : "";
+}
+
+/// Takes note of what is set, and refuses what contradicts it.
+class Settings {
+ public:
+  explicit Settings(const ProjectionOptions& options) : m_zone(ZoneOption(options)) {
+    m_dashes = "--" + options.prefix;
+    if (!options.ellipsoid.empty()) m_ellipsoid = m_dashes + "ellipsoid";
+  }
+
+  void Add(int id) {
+    const Parameter& parameter = *std::find_if(Parameters().begin(), Parameters().end(),
+                                               [id](const Parameter& known) { return known.id == id; });
+    if (!m_ids.insert(id).second) throw Failure(parameter.shortName + " is set twice");
+    if (id == kEllipsoidId || id == kRadiusId) {
+      const std::string option = m_dashes + "set " + parameter.shortName;
+      if (!m_ellipsoid.empty())
+        throw Failure(m_ellipsoid + " and " + option + " both choose the ellipsoid; leave one out");
+      m_ellipsoid = option;
+    } else if (!m_zone.empty() && id != kScaleId && id != kFlatteningId) {
+      throw Failure(m_zone + " has its own " + parameter.shortName + "; for another one name the projection with " +
+                    m_dashes + "proj");
+    }
+  }
+
+  bool HasFlattening() const { return m_ids.contains(kFlatteningId); }
+  bool HasEllipsoid() const { return !m_ellipsoid.empty(); }
+
+ private:
+  std::string m_dashes, m_zone, m_ellipsoid;  // the latter: by what they were chosen
+  std::set<int> m_ids;
+};
+
 void ChooseUtm(PROJDATA& record, const std::string& text) {
   int zone = 0;
   bool south = false;
@@ -182,6 +223,38 @@ void StoreFigure(PROJDATA& record, const Figure& figure) {
   record.Flattening = figure.flattening;
 }
 
+/// Projections that take the semi-major axis of their ellipsoid for the radius of a sphere.
+bool IsOfTheSphere(ProjType type) {
+  switch (type) {
+    case PT_MILLER:
+    case PT_ORTHOGRAPHIC:
+    case PT_MOLLWEIDE:
+    case PT_EQUICYLINDRICAL:
+    case PT_ROBINSON:
+    case PT_VANDERGRINTEN:
+    case PT_CASSINI:
+    case PT_LAMBERTAZIMUTHAL:
+    case PT_ROBINSONSTERLING:
+    case PT_ECKERT4:
+    case PT_ECKERT6:
+    case PT_EQUICONIC:
+    case PT_GNOMONIC:
+    case PT_AZIMUTHALEQUI:
+      return true;
+    default:
+      return false;
+  }
+}
+
+void WarnOfSphere(const PROJDATA& record) {
+  const Figure figure = FigureOf(record);
+  if (!IsOfTheSphere(record.Type) || figure.flattening == 0) return;
+  char radius[40];
+  std::snprintf(radius, sizeof radius, "%.10g", figure.radius);
+  Warn(ProjectionNames()[static_cast<std::size_t>(record.Type)] + " is a projection of the sphere: of the ellipsoid (" +
+       FigureName(figure) + ") it takes the radius " + radius + " m and not the flattening");
+}
+
 /// Positions of a datum stand on its ellipsoid; on another one they lie up to hundreds of metres off.
 void CompareFigures(const PROJDATA& record, const SideDatum& datum) {
   const Figure figure = FigureOf(record);
@@ -198,6 +271,7 @@ bool ProjectionOptions::Given() const {
 
 void AddProjectionOptions(CLI::App& command, ProjectionOptions& options, const std::string& prefix) {
   const std::string dashes = "--" + prefix;
+  options.prefix = prefix;
   command.add_option(dashes + "proj", options.projection, "Projection by name, see: orvex list projections");
   command.add_option(dashes + "utm", options.utm, "UTM zone, for example 33N");
   command.add_option(dashes + "stateplane27", options.statePlane27, "State plane zone of 1927 by name");
@@ -224,11 +298,14 @@ PROJDATA MakeRecord(const ProjectionOptions& options, const std::optional<SideDa
   ChooseProjection(record, options);
   record.bWrapLon = options.wrap;
   if (!options.ellipsoid.empty()) Set(record, "ellipsoid=" + options.ellipsoid);
-  bool flattening = false;
-  for (const std::string& setting : options.settings) flattening |= Set(record, setting) == kFlatteningId;
-  if (flattening && record.Ellipsoid != ET_USER_DEFINED) throw Failure("flattening needs radius set as well");
+  Settings settings(options);
+  for (const std::string& setting : options.settings) settings.Add(Set(record, setting));
+  if (settings.HasFlattening() && record.Ellipsoid != ET_USER_DEFINED) {
+    throw Failure("flattening needs radius set as well");
+  }
   if (IsStatePlane(record) && record.Zone == SZ_NONE)
     throw Failure("name the zone, for example --set zone=\"Texas Central\"");
+  if (settings.HasEllipsoid()) WarnOfSphere(record);
   if (datum) CompareFigures(record, *datum);
   return record;
 }

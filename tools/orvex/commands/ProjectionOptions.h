@@ -20,6 +20,7 @@ struct ProjectionOptions {
   int posc = 0;                       ///< POSC (EPSG) number of a state plane zone
   std::vector<std::string> settings;  ///< NAME=VALUE
   std::string ellipsoid;              ///< name or POSC number
+  std::string prefix;                 ///< of the options' names: "", "from-" or "to-"
   bool wrap = false;                  ///< wrap longitude differences into +-180 degrees
 
   bool Given() const;
