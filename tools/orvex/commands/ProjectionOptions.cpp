@@ -6,6 +6,7 @@
 #include <set>
 
 #include <orvex/orvex.h>
+#include <shr/exception.h>
 
 #include "Failure.h"
 #include "StatePlane.h"
@@ -255,6 +256,73 @@ void WarnOfSphere(const PROJDATA& record) {
        FigureName(figure) + ") it takes the radius " + radius + " m and not the flattening");
 }
 
+/// The systems of 1927 are in US survey feet in the EPSG registry, those of 1983 that have a number here in metres.
+void WarnOfFeet(const PROJDATA& record, const ProjectionOptions& options) {
+  if (record.Type != PT_STATEPLANE27) return;
+  Warn("the system of the POSC (EPSG) number " + std::to_string(options.posc) +
+       " is in US survey feet, the coordinates here are metres; for feet say --" +
+       (options.prefix.empty() ? "to-unit us-ft (--from-unit with --inverse)" : options.prefix + "unit us-ft") +
+       ", or m to say that metres are meant");
+}
+
+/// Settings that cure a failed check, by the number of its message.
+struct Cure {
+  int message;
+  const char* settings;  ///< each a NAME=VALUE
+};
+
+constexpr Cure kCures[] = {{20231, "scale=1"},
+                           {20232, "k0=0.9996"},
+                           {20233, "x0=500000"},
+                           {20234, "y0=0"},
+                           {20235, "lon0=9"},
+                           {20236, "lon1=-40.6"},
+                           {20237, "lon2=139.8"},
+                           {20238, "lon3=0"},
+                           {20239, "lat0=45"},
+                           {20240, "lat1=33"},
+                           {20241, "lat2=45"},
+                           {20242, "lat3=0"},
+                           {20243, "alpha=30"},
+                           {20244, "lat1=40"},
+                           {20245, "lat1=29.5 lat2=45.5"},
+                           {20246, "alpha=30"},
+                           {20247, "lat1=33 lat2=45"},
+                           {20248, "ellipsoid=7030"},
+                           {20249, "radius=6371000"},
+                           {20250, "flattening=0.00335"},
+                           {20251, "lat0=0"},
+                           {20252, "zone=\"Texas Central\""},
+                           {20253, "lat1=40.6 lon1=-73.8 lat2=35.5 lon2=139.8"},
+                           {20254, "lat1=40.6"},
+                           {20255, "lat2=35.5"},
+                           {20256, "lat1=29.5 lat2=45.5"}};
+
+/// The options of a cure: " --set lat1=33 --set lat2=45".
+std::string CureOptions(const char* settings, const std::string& prefix) {
+  std::string options;
+  bool quoted = false, fresh = true;
+  for (const char* at = settings; *at != '\0'; ++at) {
+    if (fresh) options += " --" + prefix + "set ";
+    if (*at == '"') quoted = !quoted;
+    fresh = *at == ' ' && !quoted;
+    if (!fresh) options += *at;
+  }
+  return options;
+}
+
+/// Makes the projection once, so that a check that fails can be explained.
+void Check(PROJDATA record, const std::string& prefix) {
+  try {
+    const CProjector projector(&record);
+  } catch (const shr::Exception& e) {
+    const auto* const cure = std::find_if(std::begin(kCures), std::end(kCures),
+                                          [&](const Cure& known) { return known.message == e.MessageId(); });
+    if (cure == std::end(kCures)) throw;
+    throw Failure(e.what() + (", for example:" + CureOptions(cure->settings, prefix)));
+  }
+}
+
 /// Positions of a datum stand on its ellipsoid; on another one they lie up to hundreds of metres off.
 void CompareFigures(const PROJDATA& record, const SideDatum& datum) {
   const Figure figure = FigureOf(record);
@@ -283,6 +351,11 @@ void AddProjectionOptions(CLI::App& command, ProjectionOptions& options, const s
   command.add_flag(dashes + "wrap", options.wrap, "Wrap longitude differences into +-180 degrees (world projections)");
 }
 
+void AddStatedOption(CLI::App& command, bool& stated) {
+  command.add_flag("--stated", stated,
+                   "Compute as hosts of the library get it unless they ask for exact computation (docs/accuracy.md)");
+}
+
 EllipsoidType ParseEllipsoid(const std::string& text) {
   if (!text.empty() && text.find_first_not_of("0123456789") == std::string::npos) {
     EllipsoidType type{};
@@ -305,7 +378,9 @@ PROJDATA MakeRecord(const ProjectionOptions& options, const std::optional<SideDa
   }
   if (IsStatePlane(record) && record.Zone == SZ_NONE)
     throw Failure("name the zone, for example --set zone=\"Texas Central\"");
+  Check(record, options.prefix);
   if (settings.HasEllipsoid()) WarnOfSphere(record);
+  if (options.posc != 0 && options.unit.empty()) WarnOfFeet(record, options);
   if (datum) CompareFigures(record, *datum);
   return record;
 }
