@@ -46,7 +46,7 @@ int Run(int argc, char** argv) {
   using namespace orvex::tool;
   CLI::App app{"Converts coordinates: map projections, state plane and UTM zones, datums, georeferencing, maps."};
   app.name("orvex");
-  app.set_version_flag("--version", "orvex " ORVEX_VERSION);
+  app.set_version_flag("-v,--version", "orvex " ORVEX_VERSION);
   app.require_subcommand(1);
   app.failure_message([](const CLI::App* command, const CLI::Error& e) {
     std::string path;
