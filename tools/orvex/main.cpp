@@ -47,7 +47,7 @@ int Run(int argc, char** argv) {
   using namespace orvex::tool;
   CLI::App app{"Converts coordinates: map projections, state plane and UTM zones, datums, georeferencing, maps."};
   app.name("orvex");
-  app.set_version_flag("--version", "orvex " ORVEX_VERSION);
+  app.set_version_flag("-v,--version", "orvex " ORVEX_VERSION);
   app.require_subcommand(1);
   app.failure_message([](const CLI::App* command, const CLI::Error& e) {
     std::string path;
@@ -57,12 +57,12 @@ int Run(int argc, char** argv) {
   app.footer("Exit status: 0, 1 when some points could not be converted, 2 for wrong usage or parameters.");
   int status = kSuccess;
   AddListCommand(app, status);
-  AddShowCommand(app, status);
   AddProjectCommand(app, status);
   AddDatumCommand(app, status);
   AddConvertCommand(app, status);
   AddGeorefCommand(app, status);
   AddMapCommand(app, status);
+  AddShowCommand(app, status);
   try {
     try {
       app.parse(argc, argv);

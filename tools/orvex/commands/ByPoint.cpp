@@ -32,6 +32,7 @@ std::shared_ptr<const ZoneGrid> MakeGrid(const ProjectionOptions& options, const
   const int named = !options.projection.empty() + !options.utm.empty() + !options.statePlane27.empty() +
                     !options.statePlane83.empty() + (options.posc != 0) + !options.mgrs.empty();
   if (named != 1) throw Failure("name one projection: by name, UTM zone, state plane zone, POSC number or --mgrs");
+  if (!options.unit.empty()) throw Failure("zones by point are in metres");
   if (!options.settings.empty()) throw Failure("zones by point take no --set");
   if (!options.mgrs.empty() || IsAuto(options.utm)) return MakeUtmGrid(Figure(options, datum));
   if (!options.ellipsoid.empty()) throw Failure("state plane zones have their own ellipsoid; leave --ellipsoid out");
@@ -52,8 +53,8 @@ bool IsByPoint(const ProjectionOptions& options) {
   return !options.mgrs.empty() || IsAuto(options.utm) || IsAuto(options.statePlane27) || IsAuto(options.statePlane83);
 }
 
-PointGrid::PointGrid(const ProjectionOptions& options, const std::optional<SideDatum>& datum)
-    : m_mgrsDigits(MgrsDigits(options.mgrs)), m_projector(MakeGrid(options, datum)) {}
+PointGrid::PointGrid(const ProjectionOptions& options, const std::optional<SideDatum>& datum, bool stated)
+    : m_mgrsDigits(MgrsDigits(options.mgrs)), m_projector(MakeGrid(options, datum), stated) {}
 
 LabelColumn PointGrid::Column() const {
   return m_mgrsDigits >= 0 ? LabelColumn{Label::Alone, "mgrs"} : LabelColumn{Label::Beside, "zone"};
@@ -85,8 +86,8 @@ void PointGrid::Inverse(std::vector<PROJPOINT>& points, const std::vector<std::s
   m_projector.Inverse(points, zones);
 }
 
-int ProjectByPoint(const ProjectionOptions& options, bool inverse, const TableOptions& table) {
-  const PointGrid grid(options, std::nullopt);
+int ProjectByPoint(const ProjectionOptions& options, bool inverse, bool stated, const TableOptions& table) {
+  const PointGrid grid(options, std::nullopt, stated);
   TableOptions labelled = table;
   (inverse ? labelled.labelIn : labelled.labelOut) = grid.Column();
   const Kind from = inverse ? Kind::Projected : Kind::Geographic, to = inverse ? Kind::Geographic : Kind::Projected;

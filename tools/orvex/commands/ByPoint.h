@@ -18,7 +18,7 @@ bool IsByPoint(const ProjectionOptions& options);
 class PointGrid {
  public:
   /// Throws Failure for options that go with no zone by point.
-  PointGrid(const ProjectionOptions& options, const std::optional<SideDatum>& datum);
+  PointGrid(const ProjectionOptions& options, const std::optional<SideDatum>& datum, bool stated);
 
   /// The column that says the zone, or has the reference.
   LabelColumn Column() const;
@@ -31,6 +31,6 @@ class PointGrid {
 };
 
 /// orvex project with such a projection; answers the exit status.
-int ProjectByPoint(const ProjectionOptions& options, bool inverse, const TableOptions& table);
+int ProjectByPoint(const ProjectionOptions& options, bool inverse, bool stated, const TableOptions& table);
 
 }  // namespace orvex::tool

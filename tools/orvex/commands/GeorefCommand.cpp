@@ -5,7 +5,6 @@
 #include <charconv>
 #include <climits>
 #include <cstdio>
-#include <fstream>
 #include <iostream>
 #include <memory>
 
@@ -202,12 +201,11 @@ void WriteWorldFile(Fit& fit, const Options& options) {
   RefuseSameFile(options.controls, options.worldFile);
   if (!options.table.file.empty()) RefuseSameFile(options.table.file, options.worldFile);
   const std::array<double, 6> c = fit.Coefficients();
-  std::ofstream file(options.worldFile, std::ios::binary);
+  OutputFile file(options.worldFile);
   for (const double value : {c[1], c[4], c[2], c[5], c[0] + (c[1] + c[2]) / 2, c[3] + (c[4] + c[5]) / 2}) {
-    file << Digits(value) << "\n";
+    file.Write(Digits(value) + "\n");
   }
-  file.flush();
-  if (!file) throw Failure("cannot write " + options.worldFile);
+  file.Commit();
 }
 
 /// Runs the points of a table through a fit of its own.

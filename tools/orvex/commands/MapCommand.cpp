@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <fstream>
 #include <memory>
 
 #include "Failure.h"
@@ -12,6 +11,7 @@
 #include "maps/MapPainter.h"
 #include "maps/MapShapes.h"
 #include "maps/MapSvg.h"
+#include "tables/Files.h"
 
 namespace orvex::tool {
 
@@ -90,16 +90,9 @@ Drawing DrawShapes(MapPainter& painter, const std::vector<Shape>& shapes) {
 }
 
 void Write(const std::string& file, const std::string& text) {
-  if (file == "-") {
-    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0) {
-      throw Failure("cannot write to standard output");
-    }
-    return;
-  }
-  std::ofstream out(file, std::ios::binary);
-  out << text;
-  out.close();
-  if (!out) throw Failure("cannot write " + file);
+  OutputFile out(file);
+  out.Write(text);
+  out.Commit();
 }
 
 void CheckOptions(const Options& o) {
@@ -153,7 +146,7 @@ void AddMapCommand(CLI::App& app, int& status) {
   CLI::App* command = app.add_subcommand("map", "Draw the world or your own shapes in a projection as an SVG picture");
   const auto options = std::make_shared<Options>();
   AddProjectionOptions(*command, options->projection);
-  command->add_option("-o,--out", options->out, "File to write, - for standard output")->capture_default_str();
+  command->add_option("-o,--out,--output", options->out, "File to write, - for standard output")->capture_default_str();
   command->add_option("--land", options->land, "File of rings and lines to draw instead of the world's land");
   command->add_option("--overlay", options->overlay, "File of rings and lines to draw over it");
   command->add_option("--bounds", options->bounds, "Part of the globe as W,S,E,N in degrees (default: by projection)");

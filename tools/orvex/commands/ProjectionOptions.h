@@ -21,6 +21,8 @@ struct ProjectionOptions {
   int posc = 0;                       ///< POSC (EPSG) number of a state plane zone
   std::vector<std::string> settings;  ///< NAME=VALUE
   std::string ellipsoid;              ///< name or POSC number
+  std::string prefix;                 ///< of the options' names: "", "from-" or "to-"
+  std::string unit;                   ///< of the map coordinates; "": metres
   bool wrap = false;                  ///< wrap longitude differences into +-180 degrees
 
   bool Given() const;
@@ -28,6 +30,9 @@ struct ProjectionOptions {
 
 /// Adds the options to a command, each name with the prefix ("from-" gives --from-proj).
 void AddProjectionOptions(CLI::App& command, ProjectionOptions& options, const std::string& prefix = "");
+
+/// Adds the flag that asks for stated instead of exact computation.
+void AddStatedOption(CLI::App& command, bool& stated);
 
 /// The datum of a side of a conversion, as far as a projection asks for it.
 struct SideDatum {

@@ -9,7 +9,7 @@
 #include <orvex/orvex.h>
 
 #include "Failure.h"
-#include "ProjectPoints.h"
+#include "MapSide.h"
 #include "commands/ByPoint.h"
 #include "commands/DatumOptions.h"
 #include "systems/FindSystem.h"
@@ -29,25 +29,25 @@ std::optional<DATUM2WGS84> DatumStep(const std::string& ini, const std::string& 
 /// One side of the conversion: its coordinates, and the datum that they are on.
 class Side {
  public:
-  Side(const SideOptions& options, const std::string& ini) : m_name(options.name) {
+  Side(const SideOptions& options, const SystemConversionOptions& conversion) : m_name(options.name) {
     if (!options.system.empty()) {
-      m_system.emplace(FindSystem(options.system));
-      if (options.projection.Given() || !options.projection.settings.empty() || !options.projection.ellipsoid.empty()) {
+      m_system.emplace(FindSystem(options.system), conversion.stated);
+      if (options.projection.Given() || !options.projection.settings.empty() || !options.projection.ellipsoid.empty() ||
+          !options.projection.unit.empty()) {
         throw Failure("--" + m_name + " names a whole coordinate system; leave the other --" + m_name +
                       "- options of its projection out");
       }
     } else if (options.projection.Given()) {
       std::optional<SideDatum> datum;
       if (!options.datum.empty())
-        datum = SideDatum{"--" + m_name + "-datum " + options.datum, DatumFigure(options.datum, ini)};
+        datum = SideDatum{"--" + m_name + "-datum " + options.datum, DatumFigure(options.datum, conversion.ini)};
       if (IsByPoint(options.projection)) {
-        m_grid.emplace(options.projection, datum);
-      } else if (PROJDATA record = MakeRecord(options.projection, datum); record.Type != PT_LATLONG) {
-        m_projector.emplace(&record);
-        m_projector->SetAccuracy(PA_EXACT);
+        m_grid.emplace(options.projection, datum, conversion.stated);
+      } else if (const PROJDATA record = MakeRecord(options.projection, datum); record.Type != PT_LATLONG) {
+        m_projector.emplace(record, options.projection.unit, conversion.stated);
       }
     }
-    ChooseDatum(options.datum, ini);
+    ChooseDatum(options.datum, conversion.ini);
   }
 
   Kind KindOfCoordinates() const {
@@ -57,13 +57,13 @@ class Side {
   void ToGeographic(std::vector<PROJPOINT>& points, const std::vector<std::string>& labels) {
     if (m_grid) m_grid->Inverse(points, labels);
     if (m_system) m_system->ToGeographic(points);
-    if (m_projector) ProjectPoints(*m_projector, Direction::Inverse, points);
+    if (m_projector) m_projector->Unproject(points);
   }
 
   void FromGeographic(std::vector<PROJPOINT>& points, std::vector<std::string>& labels) {
     if (m_grid) m_grid->Forward(points, labels);
     if (m_system) m_system->FromGeographic(points);
-    if (m_projector) ProjectPoints(*m_projector, Direction::Forward, points);
+    if (m_projector) m_projector->Project(points);
   }
 
   /// Between longitudes from Greenwich, as a system gives them, and those that the catalogue's datum counts.
@@ -100,6 +100,7 @@ class Side {
   int Code() const { return m_system ? m_system->System().code : 0; }
 
   void Warn() const {
+    if (m_projector) m_projector->Report();
     if (m_system && m_system->Outside() > 0) {
       std::cerr << "orvex: points outside the area of " << m_system->System().Label() << " ("
                 << m_system->System().AreaOfUse().name << "): " << m_system->Outside() << "\n";
@@ -139,7 +140,7 @@ class Side {
 
   std::string m_name;
   std::optional<SystemConverter> m_system;
-  std::optional<CProjector> m_projector;
+  std::optional<MapSide> m_projector;
   std::optional<PointGrid> m_grid;
   std::string m_datum;    // in the catalogue or the INI file
   bool m_chosen = false;  // by the user, not by the system
@@ -181,8 +182,9 @@ void RequireDatums(const Side& one, const Side& other, const std::string& otherN
 
 }  // namespace
 
-int ConvertSystems(const SideOptions& from, const SideOptions& to, const std::string& ini, const TableOptions& table) {
-  Side source(from, ini), destination(to, ini);
+int ConvertSystems(const SideOptions& from, const SideOptions& to, const SystemConversionOptions& conversion,
+                   const TableOptions& table) {
+  Side source(from, conversion), destination(to, conversion);
   RequireDatums(source, destination, to.name);
   RequireDatums(destination, source, from.name);
   destination.RefuseUnfit(table.format);
@@ -190,7 +192,7 @@ int ConvertSystems(const SideOptions& from, const SideOptions& to, const std::st
   if (!source.SharesDatum(destination)) {
     source.RequireDatum();
     destination.RequireDatum();
-    datums.emplace(source.Datum(), destination.Datum(), ini);
+    datums.emplace(source.Datum(), destination.Datum(), conversion.ini, conversion.stated);
   }
   if (!table.quiet) {
     for (const Side* side : {&source, &destination}) side->SayDeprecated();
@@ -208,6 +210,7 @@ int ConvertSystems(const SideOptions& from, const SideOptions& to, const std::st
                                              ConverterFactory([&] { return Converter(Unlabelled{steps}); }));
   if (!table.quiet) {
     for (const Side* side : {&source, &destination}) side->Warn();
+    if (datums) datums->Report();
   }
   return status;
 }

@@ -16,9 +16,15 @@ struct SideOptions {
   std::string name;          ///< "from" or "to"
 };
 
+struct SystemConversionOptions {
+  const std::string& ini;  ///< file of custom datums, "" for none
+  bool stated;             ///< compute as hosts of the library get it
+};
+
 /// Converts the table. A side without system, projection and datum is longitude and latitude, in degrees from
 /// Greenwich, on the datum of the other one. Answers the exit status; throws Failure where the two sides lie on
 /// different datums of which the catalogue lacks one, and for contradictions.
-int ConvertSystems(const SideOptions& from, const SideOptions& to, const std::string& ini, const TableOptions& table);
+int ConvertSystems(const SideOptions& from, const SideOptions& to, const SystemConversionOptions& options,
+                   const TableOptions& table);
 
 }  // namespace orvex::tool

@@ -37,12 +37,12 @@ double WithinHalfTurn(double longitude) {
 
 }  // namespace
 
-SystemConverter::SystemConverter(const CoordinateSystem& system) : m_system(&system) {
+SystemConverter::SystemConverter(const CoordinateSystem& system, bool stated) : m_system(&system) {
   SystemRecord made = MakeSystemRecord(system);
   m_turn = made.turn;
   if (!system.IsProjected()) return;
   m_projector.emplace(&made.record);
-  m_projector->SetAccuracy(PA_EXACT);
+  m_projector->SetAccuracy(stated ? PA_STATED : PA_EXACT);
 }
 
 void SystemConverter::ToGeographic(std::vector<PROJPOINT>& points) {

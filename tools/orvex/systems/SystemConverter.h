@@ -15,11 +15,12 @@
 namespace orvex::tool {
 
 /// A system's coordinates have its unit; those of geographic systems count from its prime meridian. On the other side
-/// stand degrees from Greenwich. Computed exactly. Every copy has a library handle of its own for a thread of its own.
+/// stand degrees from Greenwich. Computed exactly, unless `stated`. Every copy has a library handle of its own for a
+/// thread of its own.
 class SystemConverter {
  public:
   /// Throws Failure with the reason where the system cannot be represented.
-  explicit SystemConverter(const CoordinateSystem& system);
+  explicit SystemConverter(const CoordinateSystem& system, bool stated = false);
 
   /// In place; points become DBL_MAX where there is no answer.
   void ToGeographic(std::vector<PROJPOINT>& points);

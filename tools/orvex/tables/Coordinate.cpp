@@ -5,8 +5,6 @@
 #include <charconv>
 #include <cmath>
 
-#include <orvex/text.h>
-
 namespace orvex::tool {
 
 namespace {
@@ -114,13 +112,38 @@ class AngleScanner {
   bool m_blanks = false;  // blanks alone kept two numbers apart
 };
 
-/// The angle rounded to its seconds' decimals, so that none is written as 59'60". A hundredth of the last place is
-/// added because the quotient may lie an ulp below a full minute.
-double CarriedToSeconds(double degrees, int decimals) {
-  const double units = std::abs(degrees) * 3600 * std::pow(10.0, decimals);
-  constexpr double kExact = 1e13;  // beyond it doubles cannot tell the hundredths
-  if (!(units < kExact)) return degrees;
-  return std::copysign((std::round(units) + 0.01) / (3600 * std::pow(10.0, decimals)), degrees);
+constexpr int kMostDmsDecimals = 15;
+
+void AppendTwoDigits(std::string& out, int number) {
+  out += static_cast<char>('0' + number / 10);
+  out += static_cast<char>('0' + number % 10);
+}
+
+/// 13d24'36.00"E: minutes and seconds of two digits, seconds that round to sixty carried.
+void AppendSexagesimal(std::string& out, double value, bool isLatitude, int decimals) {
+  const double degrees = std::abs(value), whole = std::floor(degrees), rest = (degrees - whole) * 60;
+  int minutes = static_cast<int>(rest);
+  char text[40];
+  const auto write = [&](double seconds) {
+    return std::to_chars(text, text + sizeof text, seconds, std::chars_format::fixed, decimals).ptr;
+  };
+  const char* end = write((rest - minutes) * 60);
+  if (text[0] == '6' && text[1] == '0') {
+    end = write(0);
+    ++minutes;
+  }
+  const double carried = minutes == 60 ? whole + 1 : whole;
+  if (minutes == 60) minutes = 0;
+  out += std::to_string(static_cast<long long>(carried)) + "d";
+  AppendTwoDigits(out, minutes);
+  out += '\'';
+  const std::string_view seconds(text, static_cast<std::size_t>(end - text));
+  if (std::min(seconds.find('.'), seconds.size()) < 2) out += '0';
+  out += seconds;
+  out += '"';
+  const bool zero = carried == 0 && minutes == 0 && seconds.find_first_not_of("0.") == std::string_view::npos;
+  const bool negative = value < 0 && !zero;
+  out += isLatitude ? (negative ? 'S' : 'N') : (negative ? 'W' : 'E');
 }
 
 }  // namespace
@@ -168,11 +191,7 @@ std::optional<std::string> WithoutDecimalComma(std::string_view text) {
 void AppendCoordinate(std::string& out, double value, Kind kind, bool isLatitude, const Format& format) {
   const bool geographic = kind == Kind::Geographic;
   if (geographic && format.dms) {
-    char text[260];
-    const int decimals = format.decimals < 0 ? 4 : std::min(format.decimals, 15);
-    DegreesToLatLon(text, CarriedToSeconds(value, decimals),
-                    LLF_HEMISPHERE | LLF_ZEROPAD | (isLatitude ? LLF_LATITUDE : 0) | decimals, 'd', '\'', '"');
-    out += text;
+    AppendSexagesimal(out, value, isLatitude, format.decimals < 0 ? 4 : std::min(format.decimals, kMostDmsDecimals));
     return;
   }
   char text[400];  // the largest double has 309 digits

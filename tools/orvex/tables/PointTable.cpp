@@ -193,10 +193,60 @@ std::uint64_t SizeOf(const std::string& file) {
   return error ? 0 : size;
 }
 
+/// One operand is a file, or a pair joined by a comma; more are coordinates.
+void TakeOperands(const std::vector<std::string>& operands, TableOptions& options) {
+  if (operands.size() == 1 && (operands[0].find(',') == std::string::npos || std::filesystem::exists(operands[0]))) {
+    options.file = operands[0];
+  } else {
+    options.coordinates = operands;
+  }
+}
+
+/// The operands with pairs like 13.4,52.5 taken apart.
+std::vector<std::string> SingleCoordinates(const TableOptions& options) {
+  std::vector<std::string> singles;
+  for (const std::string& operand : options.coordinates) {
+    const std::size_t comma = options.decimalComma ? std::string::npos : operand.find(',');
+    singles.push_back(operand.substr(0, comma));
+    if (comma != std::string::npos) singles.push_back(operand.substr(comma + 1));
+  }
+  if (singles.size() % 2 != 0) throw Failure("coordinates come in pairs; to convert a table name one file");
+  return singles;
+}
+
+/// Converts the coordinates of the command line and writes a line for each point.
+int ConvertCoordinates(const TableOptions& options, Kind from, Kind to, const LabelConverter& convert) {
+  if (options.labelIn.use != Label::None) throw Failure("zones and references are read from tables only");
+  const std::vector<std::string> singles = SingleCoordinates(options);
+  const ColumnPlaces places = ChooseColumns(options, from, {"0", "0"}).place;  // two columns without a header
+  const CoordinateReader reader(from, options.decimalComma);
+  std::string text;
+  for (std::size_t i = 0; i < singles.size(); i += 2) {
+    const std::array<std::string, 2> fields{Quoted(singles[i]), Quoted(singles[i + 1])};
+    for (std::size_t axis = 0; axis < 2; ++axis) {
+      double value = 0;
+      const std::string& field = fields[places[axis]];
+      if (!reader.Read(field, axis, value)) throw Failure(reader.Fault(field, axis));
+    }
+    text += fields[0] + " " + fields[1] + "\n";
+  }
+  BlockResult result;
+  BlockConverter(options, from, to, {Splitter(' '), places, 0}, convert)
+      .Convert({text, 0, 1, singles.size() / 2, 0}, result);
+  OutputFile output(options.output);
+  output.Write(result.text);
+  output.Commit();
+  return result.unplottable > 0 ? kSomePointsFailed : kSuccess;
+}
+
 }  // namespace
 
 void AddTableOptions(CLI::App& command, TableOptions& options) {
-  command.add_option("FILE", options.file, "Table to convert: CSV or blank-separated; - or none: standard input");
+  command
+      .add_option_function<std::vector<std::string>>(
+          "FILE", [&options](const std::vector<std::string>& operands) { TakeOperands(operands, options); },
+          "Table to convert: CSV or blank-separated; - or none: standard input. Or coordinates in pairs")
+      ->type_name("[FILE | X Y ...]");
   command.add_option("-o,--output", options.output, "File to write; - or none: standard output");
   command.add_option("--x", options.xColumn, "Column of longitude or x: name or number from 1");
   command.add_option("--y", options.yColumn, "Column of latitude or y: name or number from 1");
@@ -225,6 +275,7 @@ int ConvertLabelledTable(const TableOptions& options, Kind from, Kind to, const 
   if (options.geoJson || IsGeoJsonName(options.file)) {
     throw Failure("zones and references by point belong to tables; the input is GeoJSON");
   }
+  if (!options.coordinates.empty()) return ConvertCoordinates(options, from, to, makeConverter());
   RefuseSameFile(options.file, options.output);
   const FileHandle input = OpenInput(options.file);
   OutputFile output(options.output);

@@ -23,9 +23,10 @@ struct LabelColumn {
 
 /// How the table looks and what becomes of it.
 struct TableOptions {
-  std::string file = "-";        ///< "-": standard input
-  std::string output = "-";      ///< "-": standard output
-  std::string delimiter;         ///< "": by the first line; "," ";" "|" "tab" or "blank"
+  std::string file = "-";                ///< "-": standard input
+  std::vector<std::string> coordinates;  ///< on the command line, instead of a file
+  std::string output = "-";              ///< "-": standard output
+  std::string delimiter;                 ///< "": by the first line; "," ";" "|" "tab" or "blank"
   std::string xColumn, yColumn;  ///< name or number from 1; "": lon/x/easting and lat/y/northing in a header, else 1, 2
   std::string order;             ///< "lat,lon": which of the first two columns is which
   bool decimalComma = false;     ///< numbers have a decimal comma, in and out

@@ -48,7 +48,7 @@ CProjector& ZonedProjector::Projector(int zone) {
   if (found != m_projectors.end()) return found->second;
   PROJDATA record = m_grid->Record(zone);
   CProjector& projector = m_projectors.emplace(zone, &record).first->second;
-  projector.SetAccuracy(PA_EXACT);
+  projector.SetAccuracy(m_stated ? PA_STATED : PA_EXACT);
   return projector;
 }
 

@@ -13,10 +13,11 @@
 
 namespace orvex::tool {
 
-/// Computed exactly. Every copy has library handles of its own for a thread of its own.
+/// `stated`: computed as hosts of the library get it, else exactly. Every copy has library handles of its own for a
+/// thread of its own.
 class ZonedProjector {
  public:
-  explicit ZonedProjector(std::shared_ptr<const ZoneGrid> grid) : m_grid(std::move(grid)) {}
+  ZonedProjector(std::shared_ptr<const ZoneGrid> grid, bool stated) : m_grid(std::move(grid)), m_stated(stated) {}
 
   /// Projects every point in its zone; `labels` becomes the zones' labels. Points without zone become DBL_MAX.
   void Forward(std::vector<PROJPOINT>& points, std::vector<std::string>& labels);
@@ -31,6 +32,7 @@ class ZonedProjector {
   CProjector& Projector(int zone);
 
   std::shared_ptr<const ZoneGrid> m_grid;
+  bool m_stated;
   std::map<int, CProjector> m_projectors;
 };
 
