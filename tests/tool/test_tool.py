@@ -7,6 +7,7 @@ import csv
 import io
 import os
 import re
+import shutil
 import signal
 import struct
 import subprocess
@@ -207,9 +208,29 @@ class CommandLine(ToolTest):
                                (["13.4", "95"], "beyond the pole"), (["N52", "E13"], "--order lat,lon"), (["13.4"], "cannot open 13.4")]:
             self.refused("project", "--utm", "33N", *operands, says=says)
 
+    def test_the_manual_and_the_completions_know_every_option(self):
+        page = run("man")[1].replace("\\", "")
+        completions = {shell: run("completion", shell)[1] for shell in ("bash", "zsh", "fish")}
+        for command in ["project", "convert", "datum", "georef", "map"]:
+            for option in re.findall(r"--[a-z][a-z0-9-]+", run(command, "--help")[1].split("Options:")[1]):
+                self.assertIn(option, page)
+                for shell, script in completions.items():
+                    self.assertIn("-l " + option[2:] if shell == "fish" else option, script, shell)
+        self.refused("completion", "tcsh", says="unknown shell")
+
+    @unittest.skipUnless(shutil.which("bash"), "no bash")
+    def test_the_completion_of_bash(self):
+        script = self.file("completion", run("completion", "bash")[1])
+        for words, offered in [(["orvex", "pro"], {"project"}), (["orvex", "list", "zo"], {"zones"}),
+                               (["orvex", "project", "--utm", "33N", "--stat"], {"--stated", "--stateplane27", "--stateplane83"}),
+                               (["orvex", "datum", "add", "X", "--fl"], {"--flattening"}), (["orvex", "project", "fi"], set())]:
+            ask = 'source "$0"; COMP_WORDS=("$@"); COMP_CWORD=$(($#-1)); _orvex; echo "${COMPREPLY[@]}"'
+            done = subprocess.run(["bash", "-c", ask, script, *words], capture_output=True, encoding="ascii")
+            self.assertEqual((set(done.stdout.split()), done.stderr), (offered, ""), words)
+
     def test_lists_for_other_programs_and_of_some_rows(self):
         for arguments, count in [(["datums"], 253), (["zones"], 142), (["ellipsoids"], 55), (["projections"], 29), (["units"], 23),
-                                 (["zones", "texas central"], 3), (["datums", "6267"], 3), (["datums", "nowhere"], 0)]:
+                                 (["zones", "texas central"], 3), (["datums", "6267"], 4), (["datums", "nowhere"], 0)]:
             status, out, _ = run("list", *arguments, "--csv")
             rows = list(csv.DictReader(io.StringIO(out)))
             self.assertEqual((status, len(rows)), (OK, count), arguments)

@@ -61,6 +61,7 @@ int Run(int argc, char** argv) {
   AddConvertCommand(app, status);
   AddGeorefCommand(app, status);
   AddMapCommand(app, status);
+  AddHelpCommands(app, status);
   try {
     try {
       app.parse(argc, argv);
