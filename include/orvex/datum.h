@@ -357,10 +357,11 @@ ORVEX_API void ORVEX_CALL DatDeleteDatum(void* handle);
 /// Converts n points in place from the source to the destination datum through WGS 84.
 /// Equal built-in datums leave the points as they are, bit for bit. Longitudes come back reduced modulo 360 keeping
 /// their sign, latitudes folded at the poles. A point that cannot be computed becomes DBL_MAX in both fields; where one
-/// field alone holds it on entry it stays, and the other is normalised. False for a null handle or when a step failed.
-/// Throws shr::Exception: 20200 for null points, n below 1 or missing NADCON grids, 20280 and 20281 for a missing or
-/// corrupt NTv2 grid. All that can fail does so before a point is touched, but for memory for a part of a NADCON grid
-/// (20201), which leaves the rest of the points as given. One handle must not be used by two threads at once.
+/// field alone holds it on entry it stays, and the other is normalised; DatSetAccuracy has what is otherwise for
+/// handles that compute exactly. False for a null handle or when a step failed. Throws shr::Exception: 20200 for null
+/// points, n below 1 or missing NADCON grids, 20280 and 20281 for a missing or corrupt NTv2 grid. All that can fail
+/// does so before a point is touched, but for memory for a part of a NADCON grid (20201), which leaves the rest of the
+/// points as given. One handle must not be used by two threads at once.
 ORVEX_API bool ORVEX_CALL DatConvertDatum(void* handle, DATUMPOINT* pts, int n);
 /// Copies the handle's record; false for null pointers.
 ORVEX_API bool ORVEX_CALL DatGetHandleInfo(void* handle, DATUMXFORM* out);

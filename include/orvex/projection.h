@@ -65,6 +65,7 @@ ORVEX_API ProjAccuracy ORVEX_CALL ProjGetAccuracy(void* hProj);
 /// A point at which the formula asserts throws shr::Exception with id 20200: points before it have been converted, it
 /// and those behind it are as they were given. With floating-point traps unmasked, points may be left half converted by
 /// an exception or by false. Where one coordinate alone holds DBL_MAX it stays, and the formula passes the point by.
+/// All of this of handles that compute as stated; ProjSetAccuracy has what is otherwise for those that compute exactly.
 ORVEX_API bool ORVEX_CALL ProjForward(void* hProj, PROJPOINT* pPts, int nPts);
 
 /// Converts points in place: easting/northing in map units to longitude/latitude in degrees. As ProjForward, except

@@ -181,7 +181,11 @@ bool DatConvertDatum(void* handle, DATUMPOINT* pts, int n) {
   DATUMXFORM work = *record;
   Require(IsDatumOrCount(work.SrcDatum) && IsDatumOrCount(work.DestDatum), kLineBadDatum);
   record->bUnplottable = false;
-  if (work.SrcDatum == work.DestDatum && work.SrcDatum != DT_USER_DEFINED) return true;
+  const bool exact = IsExact(handle);
+  if (work.SrcDatum == work.DestDatum && work.SrcDatum != DT_USER_DEFINED) {
+    if (exact) record->bUnplottable = DatumOperationsFor(n).convert(ViewOf(pts), n, {}, {}, exact);
+    return true;
+  }
 
   PrepareStep(work.SrcDatum, DatumRole::Source, work.Step1);
   PrepareStep(work.DestDatum, DatumRole::Destination, work.Step2);
@@ -189,7 +193,6 @@ bool DatConvertDatum(void* handle, DATUMPOINT* pts, int n) {
   if (NeedsGrid(work.Step1) || NeedsGrid(work.Step2)) record->bUnplottable = AnyUnplottable(pts, n);
   LogPrintf("Initiating transform.\n");
   if (LogEnabled()) DumpXform(&work);
-  const bool exact = IsExact(handle);
   PreparedStep first, second;
   if (!first.Prepare(work.SrcDatum, DatumRole::Source, work.Step1, exact)) return false;
   if (!second.Prepare(work.DestDatum, DatumRole::Destination, work.Step2, exact)) return false;

@@ -67,7 +67,27 @@ Plot<T> InverseOblique(const Constants& c, Point<T>& p) {
   return (rho != T(0)) & (direction.along != T(0));
 }
 
-// ---- exactly: the centre comes back, nothing beyond the limiting circle ----
+// ---- exactly: the centre comes back, nothing beyond the limiting circle; the antipode alone is refused, in every
+// aspect ----
+
+template <class T>
+Plot<T> ForwardPolarExact(const Constants& c, Point<T>& p) {
+  const MaskOf<T> plottable = c.pole * p.y > T(-kHalfPi);
+  ForwardPolar(c, p);
+  return plottable;
+}
+
+template <class T>
+Plot<T> ForwardObliqueExact(const Constants& c, Point<T>& p) {
+  constexpr double kAntipode = 1e-30;  // squared sine of the arc between antipodes, by rounding
+  const AzimuthalView<T> view = c.centre.View(p.y, p.x);
+  const T sine2 = Square(view.east) + Square(view.north);
+  const MaskOf<T> far = view.cosC < T(0), plottable = (sine2 > T(kAntipode)) | !far;
+  const T D = Select(far, sine2 / (1 + Abs(view.cosC)), 1 + view.cosC);
+  const T k = c.R * Sqrt(2 / OneUnless<T>(plottable, D));  // 24-2
+  p = {k * view.east, k * view.north};
+  return plottable;
+}
 
 template <class T>
 Plot<T> InverseExact(const Constants& c, Point<T>& p) {
@@ -85,8 +105,8 @@ bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
   const Constants c(*call.work);
   if (call.exact) {
-    if (c.pole != 0) return ForwardExactly(call, kForwardSite, [&c](auto& p) { return ForwardPolar(c, p); });
-    return ForwardExactly(call, kForwardSite, [&c](auto& p) { return ForwardOblique(c, p); });
+    if (c.pole != 0) return ForwardExactly(call, kForwardSite, [&c](auto& p) { return ForwardPolarExact(c, p); });
+    return ForwardExactly(call, kForwardSite, [&c](auto& p) { return ForwardObliqueExact(c, p); });
   }
   if (c.pole != 0) return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardPolar(c, p); });
   return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardOblique(c, p); });

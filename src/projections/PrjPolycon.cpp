@@ -52,8 +52,8 @@ Plot<T> ForwardSphere(const Constants& c, Point<T>& p) {
   return Plottable<T>();
 }
 
-template <class T>
-Plot<T> ForwardEllipsoid(const Constants& c, Point<T>& p) {
+template <class T, class AnyConstants>
+Plot<T> ForwardEllipsoid(const AnyConstants& c, Point<T>& p) {
   const T phi = p.y, dLon = c.meridian.Difference(p.x);
   const auto [sinPhi, cosPhi] = SinCos(phi);
   const MaskOf<T> equator = phi == T(0);
@@ -147,27 +147,23 @@ Plot<T> InverseEllipsoid(const Constants& c, Point<T>& p) {
 
 struct ExactConstants {
   double a, e2;
-  Meridian meridian;
+  CentralMeridian meridian;
+  Meridian arc;
   double M0;
 
   explicit ExactConstants(const PROJDATA& work)
       : a(work.MajorRadius),
         e2(EccentricitySquared(work.Flattening)),
-        meridian(1, work.Flattening),
-        M0(meridian.Length(double(work.Lat0))) {}
-};
+        meridian(work),
+        arc(a, work.Flattening),
+        M0(arc.Length(double(work.Lat0))) {}
 
-template <class T>
-Plot<T> ForwardExact(const ExactConstants& c, Point<T>& p) {
-  const T phi = p.y, dLon = p.x;
-  const auto [sinPhi, cosPhi] = SinCos(phi);
-  const MaskOf<T> equator = phi == T(0);
-  const T radius = cosPhi / Sqrt(1 - c.e2 * (sinPhi * sinPhi)) / OneUnless<T>(!equator, sinPhi);
-  const Point<T> arc = OnCircle(radius, dLon * sinPhi);
-  p.x = c.a * Select(equator, dLon, arc.x);
-  p.y = c.a * Select(equator, T(-c.M0), c.meridian.Length(phi, sinPhi, cosPhi) - c.M0 + arc.y);
-  return Plottable<T>();
-}
+  /// The meridian arc in semi-major axes.
+  template <class T>
+  ORVEX_INLINE T Relative(T phi, T sinPhi, T cosPhi) const {
+    return arc.Length(phi, sinPhi, cosPhi) / a;
+  }
+};
 
 /// The parallels are circles each of which lies within those nearer the equator, so that a point of the northern half
 /// lies on one of them: where (X^2 + (A - M)^2) sin phi - 2 N (A - M) cos phi is 0. It is negative at the equator and
@@ -180,7 +176,7 @@ T ParallelThrough(const ExactConstants& c, T X, T A) {
   while (it.Goes()) {
     const auto [sinPhi, cosPhi] = SinCos(phi);
     const T w = 1 - c.e2 * (sinPhi * sinPhi), N = 1 / Sqrt(w), perCube = N / w;
-    const T rest = A - c.meridian.Length(phi, sinPhi, cosPhi), square = X * X + rest * rest;
+    const T rest = A - c.Relative(phi, sinPhi, cosPhi), square = X * X + rest * rest;
     const T value = square * sinPhi - 2 * N * rest * cosPhi;
     const T slope = square * cosPhi - 2 * rest * (1 - c.e2) * perCube * sinPhi +
                     2 * cosPhi * ((1 - c.e2) * perCube * N - rest * c.e2 * sinPhi * cosPhi * perCube) +
@@ -199,12 +195,12 @@ T ParallelThrough(const ExactConstants& c, T X, T A) {
 
 template <class T>
 Plot<T> InverseExact(const ExactConstants& c, Point<T>& p) {
-  const T X = p.x / c.a, fromEquator = p.y / c.a + c.M0, A = Abs(fromEquator);
+  const T X = p.x / c.a, fromEquator = (p.y + c.M0) / c.a, A = Abs(fromEquator);
   MaskOf<T> plottable = (Abs(X) < T(10)) & (A < T(10));
   const MaskOf<T> curved = plottable & (A > T(0));
   const T phi = ParallelThrough(c, Select(curved, X, T(0)), Select(curved, A, T(1)));
   const auto [sinPhi, cosPhi] = SinCos(phi);
-  const T N = 1 / Sqrt(1 - c.e2 * (sinPhi * sinPhi)), rest = A - c.meridian.Length(phi, sinPhi, cosPhi);
+  const T N = 1 / Sqrt(1 - c.e2 * (sinPhi * sinPhi)), rest = A - c.Relative(phi, sinPhi, cosPhi);
   const T E = Atan2(X * sinPhi, N * cosPhi - rest * sinPhi), perRadian = Select(curved, N * cosPhi, T(1));
   const MaskOf<T> distinct = curved & (sinPhi != T(0));
   const T along = Select(distinct, perRadian * E / OneUnless<T>(distinct, sinPhi), X);
@@ -217,9 +213,10 @@ Plot<T> InverseExact(const ExactConstants& c, Point<T>& p) {
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
   if (call.exact) {
-    return ForwardExactly(call, kForwardSite, [c = ExactConstants(*call.work)](auto& p) { return ForwardExact(c, p); });
+    return ForwardExactly(call, kForwardSite,
+                          [c = Remembered<ExactConstants>(call)](auto& p) { return ForwardEllipsoid(c, p); });
   }
-  const Constants c(*call.work);
+  const Constants c = Remembered<Constants>(call);
   if (call.work->Flattening == 0) return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardSphere(c, p); });
   return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardEllipsoid(c, p); });
 }
@@ -227,9 +224,10 @@ bool Forward(const Conversion& call) {
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
   if (call.exact) {
-    return InverseExactly(call, kInverseSite, [c = ExactConstants(*call.work)](auto& p) { return InverseExact(c, p); });
+    return InverseExactly(call, kInverseSite,
+                          [c = Remembered<ExactConstants>(call)](auto& p) { return InverseExact(c, p); });
   }
-  const Constants c(*call.work);
+  const Constants c = Remembered<Constants>(call);
   if (call.work->Flattening == 0) return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseSphere(c, p); });
   return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseEllipsoid(c, p); });
 }

@@ -29,8 +29,8 @@ Plot<T> ForwardSphere(const Constants& c, Point<T>& p) {
   return Plottable<T>();
 }
 
-template <class T>
-Plot<T> ForwardEllipsoid(const Constants& c, Point<T>& p) {
+template <class T, class AnyConstants>
+Plot<T> ForwardEllipsoid(const AnyConstants& c, Point<T>& p) {
   const auto [sinPhi, cosPhi] = SinCos(p.y);
   const T w2 = 1 - c.e2 * (sinPhi * sinPhi);
   const MaskOf<T> plottable = !(w2 <= T(0));
@@ -61,31 +61,19 @@ Plot<T> InverseEllipsoid(const Constants& c, Point<T>& p) {
 
 struct ExactConstants {
   double a, e2;
-  Meridian meridian;
+  CentralMeridian meridian;
+  Meridian arc;
 
   explicit ExactConstants(const PROJDATA& work)
-      : a(work.MajorRadius), e2(EccentricitySquared(work.Flattening)), meridian(a, work.Flattening) {}
-
-  /// Length of a parallel per radian of longitude, in semi-major axes.
-  template <class T>
-  ORVEX_INLINE T Parallel(T sinPhi, T cosPhi) const {
-    return cosPhi / Sqrt(1 - e2 * (sinPhi * sinPhi));
-  }
+      : a(work.MajorRadius), e2(EccentricitySquared(work.Flattening)), meridian(work), arc(a, work.Flattening) {}
 };
 
 template <class T>
-Plot<T> ForwardExact(const ExactConstants& c, Point<T>& p) {
-  const auto [sinPhi, cosPhi] = SinCos(p.y);
-  p = {c.a * p.x * c.Parallel(sinPhi, cosPhi), c.meridian.Length(p.y, sinPhi, cosPhi)};  // 30-8, 30-9
-  return Plottable<T>();
-}
-
-template <class T>
 Plot<T> InverseExact(const ExactConstants& c, Point<T>& p) {
-  MaskOf<T> plottable = Abs(p.y) <= T(c.meridian.Quarter() + c.a * kRim);
-  const T phi = c.meridian.Latitude(Select(plottable, p.y, T(0)));
+  MaskOf<T> plottable = Abs(p.y) <= T(c.arc.Quarter() + c.a * kRim);
+  const T phi = c.arc.Latitude(Select(plottable, p.y, T(0)));
   const auto [sinPhi, cosPhi] = SinCos(phi);
-  p = {AlongParallel(p.x / c.a, c.Parallel(sinPhi, cosPhi), plottable), phi};
+  p = {AlongParallel(p.x / c.a, cosPhi / Sqrt(1 - c.e2 * (sinPhi * sinPhi)), plottable), phi};
   return plottable;
 }
 
@@ -94,9 +82,10 @@ Plot<T> InverseExact(const ExactConstants& c, Point<T>& p) {
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
   if (call.exact) {
-    return ForwardExactly(call, kForwardSite, [c = ExactConstants(*call.work)](auto& p) { return ForwardExact(c, p); });
+    return ForwardExactly(call, kForwardSite,
+                          [c = Remembered<ExactConstants>(call)](auto& p) { return ForwardEllipsoid(c, p); });
   }
-  const Constants c(*call.work);
+  const Constants c = Remembered<Constants>(call);
   if (call.work->Flattening == 0) return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardSphere(c, p); });
   return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardEllipsoid(c, p); });
 }
@@ -104,9 +93,10 @@ bool Forward(const Conversion& call) {
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
   if (call.exact) {
-    return InverseExactly(call, kInverseSite, [c = ExactConstants(*call.work)](auto& p) { return InverseExact(c, p); });
+    return InverseExactly(call, kInverseSite,
+                          [c = Remembered<ExactConstants>(call)](auto& p) { return InverseExact(c, p); });
   }
-  const Constants c(*call.work);
+  const Constants c = Remembered<Constants>(call);
   if (call.work->Flattening == 0) return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseSphere(c, p); });
   return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseEllipsoid(c, p); });
 }

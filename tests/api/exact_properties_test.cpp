@@ -126,6 +126,31 @@ TEST(ExactProperty, ThereAndBack) {
   });
 }
 
+// Wherever on the plane an inverse answers, the forward leads back there: nothing is made up outside the map. The
+// Stereographic is left out, whose inverse knows the plane and whose forward the hemisphere around the centre.
+TEST(ExactProperty, NoInverseMakesPlacesUp) {
+  Random random;
+  for (const ProjectionForm& form : AllProjections()) {
+    if (form.type == PT_STEREOGRAPHIC) continue;
+    PROJDATA rec{};
+    CProjector projector = ExactProjector(form.MakeRecord());
+    projector.GetInfo(&rec);
+    int answered = 0;
+    for (int i = 0; i < 60; ++i) {
+      const double reach = i < 30 ? 5e6 : 2.2e7;
+      const double x = rec.xOrg + random.Between(-reach, reach), y = rec.yOrg + random.Between(-reach, reach);
+      const PROJPOINT place = Inverse(projector, x, y);
+      if (Unplottable(place)) continue;
+      ++answered;
+      EXPECT_LE(std::fabs(place.y), 90) << form.type << " " << form.form;
+      const PROJPOINT again = Forward(projector, place.x, place.y);
+      EXPECT_LE(std::hypot(again.x - x, again.y - y), 1e-6)
+          << form.type << " " << form.form << " at " << x << ", " << y << " by way of " << place.x << ", " << place.y;
+    }
+    EXPECT_GT(answered, 0) << form.type << " " << form.form;
+  }
+}
+
 // Differences over hundredths of a degree have 1e-9 from the fifth derivative where maps bend most; the stretch of
 // coordinates far from the centre multiplies roundings.
 TEST(ExactProperty, AnglesAndAreasAreKept) {
@@ -160,6 +185,41 @@ TEST(ExactProperty, Symmetry) {
     const PROJPOINT q = Forward(below, place.x, -place.y);
     EXPECT_NEAR(q.x, p.x, tolerance);
     EXPECT_NEAR(q.y, -p.y, tolerance);
+  });
+}
+
+// An earth of another size, in metres or in radii, has the same map: no length decides anything. A power of two, so
+// that nothing is rounded on the way; places at the centre too, micrometres and millimetres from it and from the poles.
+TEST(ExactProperty, TheSizeOfTheEarthIsNothingButAFactor) {
+  constexpr double kFactor = 1.0 / (1 << 23);
+  ForEachPlace(6, [](const Family& family, CProjector& projector, const PROJDATA&, const PROJPOINT& place) {
+    if (family.type == PT_UTM) return;  // whose false origin is in metres
+    PROJDATA small{};
+    projector.GetInfo(&small);
+    const bool byLat1 =
+        family.type == PT_GNOMONIC || family.type == PT_LAMBERTAZIMUTHAL || family.type == PT_AZIMUTHALEQUI;
+    const double lon0 = small.Lon0, lat0 = byLat1 ? small.Lat1 : small.Lat0;
+    small.Ellipsoid = ET_USER_DEFINED;
+    small.MajorRadius = small.MajorRadius * kFactor, small.xOrg = small.xOrg * kFactor;
+    CProjector scaled = ExactProjector(small);
+    const double inward = lat0 > 0 ? -1 : 1;
+    for (const PROJPOINT& at : {place,
+                                PROJPOINT{lon0, lat0},
+                                {lon0 + 1e-6, lat0 + inward * 1e-8},
+                                {lon0 - 3e-11, lat0 + inward * 1e-11},
+                                {lon0 + 12, 90 - 1e-8},
+                                {lon0 - 12, -90 + 3e-11}}) {
+      const PROJPOINT p = Forward(projector, at.x, at.y), q = Forward(scaled, at.x, at.y);
+      if (Unplottable(p)) {
+        EXPECT_TRUE(Unplottable(q)) << at.x - lon0 << ", " << at.y;
+        continue;
+      }
+      EXPECT_EQ(p.x * kFactor, q.x) << at.x - lon0 << ", " << at.y;
+      EXPECT_EQ(p.y * kFactor, q.y) << at.x - lon0 << ", " << at.y;
+      const PROJPOINT a = Inverse(projector, p.x, p.y), b = Inverse(scaled, q.x, q.y);
+      EXPECT_EQ(a.x, b.x) << at.x - lon0 << ", " << at.y;
+      EXPECT_EQ(a.y, b.y) << at.x - lon0 << ", " << at.y;
+    }
   });
 }
 

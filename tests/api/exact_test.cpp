@@ -3,6 +3,8 @@
 #include <cstring>
 #include <random>
 
+#include <orvex/orvex_c.h>
+
 #include "support/Projection.h"
 
 namespace orvex::test {
@@ -212,6 +214,67 @@ TEST(ExactChoice, BadCallsAreAnsweredFalse) {
   DatDeleteDatum(datum);
 }
 
+// An array of n is n arrays of one, whatever stands beside a point; markers pass, what is not finite becomes one.
+TEST(ExactChoice, PointsDoNotTouchEachOther) {
+  const double nan = std::nan(""), infinity = HUGE_VAL;
+  for (const ProjectionForm& form : AllProjections()) {
+    CProjector projector = ExactProjector(form.MakeRecord());
+    for (const bool forward : {true, false}) {
+      const auto convert = [&](PROJPOINT* points, int n) {
+        EXPECT_TRUE(forward ? projector.Forward(points, n) : projector.Inverse(points, n));
+      };
+      std::vector<PROJPOINT> input = Places(form);
+      if (!forward) projector.Forward(input.data(), static_cast<int>(input.size()));  // places of the map
+      input.insert(input.begin() + 1, {{nan, 10}, {10, infinity}, {DBL_MAX, DBL_MAX}, {1e300, -1e300}});
+      input.insert(input.end(), {{DBL_MAX, DBL_MAX}, {-infinity, nan}, {0, 0}, {5, 90}, {-170, -90}});
+      std::vector<PROJPOINT> together = input, single = input;
+      convert(together.data(), static_cast<int>(together.size()));
+      for (PROJPOINT& p : single) convert(&p, 1);
+      EXPECT_EQ(Bits(together), Bits(single)) << form.type << " " << form.form << (forward ? " forward" : " inverse");
+      for (const std::size_t i : {1u, 2u, 3u}) EXPECT_TRUE(Unplottable(together[i])) << form.type << " " << i;
+    }
+  }
+}
+
+TEST(ExactChoice, ThroughThePlainCInterface) {
+  const auto solve = [](int accuracy) {  // latitude back from a place on the map
+    orvex_projection record{};
+    record.type = PT_LAMBERT;
+    record.ellipsoid = ET_WGS_84;
+    record.lat0 = 23, record.lat1 = 33, record.lat2 = 45, record.lon0 = -96;
+    char message[ORVEX_MESSAGE_SIZE];
+    void* handle = nullptr;
+    EXPECT_EQ(orvex_create(&record, &handle, message), ORVEX_OK);
+    EXPECT_EQ(orvex_set_accuracy(handle, accuracy), ORVEX_OK);
+    EXPECT_EQ(orvex_set_accuracy(handle, 2), ORVEX_BAD_ARGUMENT);
+    orvex_point p{1234567, 765432};
+    EXPECT_EQ(orvex_inverse(handle, &p, 1, message), ORVEX_OK);
+    orvex_delete(handle);
+    return double{p.y};
+  };
+  PROJDATA rec = Record(PT_LAMBERT, "Lat0=23;Lat1=33;Lat2=45;Lon0=-96");
+  CProjector stated(&rec), exact = ExactProjector(rec);
+  EXPECT_EQ(solve(PA_STATED), Inverse(stated, 1234567, 765432).y);
+  EXPECT_EQ(solve(PA_EXACT), Inverse(exact, 1234567, 765432).y);
+  EXPECT_EQ(orvex_set_accuracy(nullptr, PA_EXACT), ORVEX_BAD_ARGUMENT);
+
+  orvex_projection none{};
+  none.type = PT_LAMBERT;
+  none.ellipsoid = ET_WGS_84;
+  none.lat1 = -30, none.lat2 = 30;
+  void *cone = nullptr, *datum = nullptr;
+  ASSERT_EQ(orvex_create(&none, &cone, nullptr), ORVEX_OK);
+  EXPECT_EQ(orvex_set_accuracy(cone, PA_EXACT), ORVEX_FAILED);
+  orvex_delete(cone);
+
+  ASSERT_EQ(orvex_datum_create(3, 220, &datum, nullptr), ORVEX_OK);
+  EXPECT_EQ(orvex_datum_set_accuracy(datum, PA_EXACT), ORVEX_OK);
+  EXPECT_EQ(orvex_datum_set_accuracy(datum, -1), ORVEX_BAD_ARGUMENT);
+  EXPECT_EQ(orvex_datum_set_accuracy(nullptr, PA_STATED), ORVEX_BAD_ARGUMENT);
+  EXPECT_EQ(DatGetAccuracy(datum), PA_EXACT);
+  orvex_datum_delete(datum);
+}
+
 // What has no exact form is refused at the choice, and the handle goes on as before.
 TEST(ExactChoice, RecordsWithoutAnExactForm) {
   const struct {
@@ -324,6 +387,33 @@ TEST(ExactDatum, LatitudesBeyondThePolesAreUnplottable) {
       EXPECT_TRUE(transform.HadUnplottables());
       for (const int i : {0, 1, 3}) EXPECT_TRUE(points[i].x == DBL_MAX && points[i].y == DBL_MAX) << from << " " << i;
       EXPECT_NEAR(points[2].y, 85, 0.1) << from;
+    }
+  }
+}
+
+// A step that only changes the ellipsoid has a pole.
+TEST(ExactDatum, PolesOfDatumsThatShareTheAxis) {
+  for (const auto& [from, to] : {std::pair{1, 3}, {3, 1}, {215, 3}, {3, 215}}) {
+    for (const double lat : {90.0, -90.0}) {
+      EXPECT_NEAR(Convert(Xform(from, to), 10, lat).y, lat, 0.01) << from << " " << to;
+    }
+  }
+}
+
+TEST(ExactDatum, FatEllipsoidsThereAndBack) {
+  for (const double f : {0.01, 0.1, 0.3}) {
+    DATUMXFORM there{}, back{};
+    there.DestDatum = back.SrcDatum = DT_WORLD_GEODETIC_SYSTEM_1984;
+    there.Step1.Method = DM_BURSA;
+    there.Step1.MajorRadius = 6378137;
+    there.Step1.Flattening = f;
+    there.Step1.dx = 100;
+    there.Step1.rz = 2;
+    back.Step2 = there.Step1;
+    back.Step2.bInverse = true;
+    for (double lat = -90; lat <= 90; lat += 7.5) {
+      const PROJPOINT moved = Convert(there, 20, lat), again = Convert(back, moved.x, moved.y);
+      EXPECT_LE(ArcDegrees(again, {20, lat}), 1e-11) << f << " " << lat;
     }
   }
 }

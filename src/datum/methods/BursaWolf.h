@@ -92,14 +92,18 @@ ORVEX_INLINE void Shift(const BursaWolf& c, Point<T>& point) {
   point = {RadToDeg(Atan2(to.Y, to.X)), RadToDeg(FirstLatitude(c.oneMinusF, c.e2a, p, to.Z))};
 }
 
-/// Latitude to rounding, radians: Bowring's formula twice more.
+/// Latitude to rounding, radians: Bowring's formula twice more, or as often as a fat ellipsoid asks for.
 template <class T>
 ORVEX_INLINE T ExactLatitude(double a, double f, T p, T Z) {
   const double oneMinusF = 1 - f, e2a = f * (2 - f) * a;
   T phi = FirstLatitude(oneMinusF, e2a, p, Z);
-  for (int pass = 0; pass < 2; ++pass) {
+  Iteration<T> it(f < 0.02 ? 2 : 200);
+  while (it.Goes()) {
     const auto [sine, cosine] = SinCos(phi);
-    phi = Bowring(oneMinusF, e2a, p, Z, OfArctangent(oneMinusF * sine, cosine));
+    const T next = Bowring(oneMinusF, e2a, p, Z, OfArctangent(oneMinusF * sine, cosine));
+    const T change = next - phi;
+    it.Step(phi, next);
+    it.Settle(Abs(change) <= T(2e-16));
   }
   return phi;
 }

@@ -47,12 +47,14 @@ ORVEX_INLINE void Shift(const Molodensky& c, Point<T>& p) {
   p.y = RadToDeg(phi) + dPhi / (kSinArcsecond * kArcsecondsPerDegree);
 }
 
-/// The same, not for the poles, where the formula has no longitude, and for longitude shifts of more than half a turn.
+/// The same, not for the poles, where the formula has no longitude once the axis moves, and for longitude shifts of
+/// more than half a turn.
 template <class T>
 ORVEX_INLINE MaskOf<T> ShiftExactly(const Molodensky& c, Point<T>& p) {
   const Point<T> from = p;
   Shift(c, p);
-  return (Abs(from.y) < T(90)) & (Abs(p.x - from.x - c.pmShift) <= T(180));
+  const MaskOf<T> placed = c.dx == 0 && c.dy == 0 ? Yes<T>() : Abs(from.y) < T(90);
+  return placed & (Abs(p.x - from.x - c.pmShift) <= T(180));
 }
 
 /// The inverse, by fixed-point iteration. Answers where it settles.
