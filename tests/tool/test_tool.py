@@ -645,6 +645,35 @@ class Georef(ToolTest):
         # the position is that of the centre of pixel (0, 0), half a pixel from its corner
         self.near([float(v) for v in self.read("c.wld").split()], (2, 0.25, -0.5, -2, 1000.75, 4999.125), 1e-9, "world")
 
+    def test_controls_with_names_that_are_off_and_from_other_programs(self):
+        rows = [line.split(",") for line in self.AFFINE.splitlines()[1:]]
+        off = ["1", "1", "0", "0"]
+        named = "name,col,row,e,n,on\n" + "".join(
+            ",".join(["P%d" % i, *row, switch]) + "\n" for i, (row, switch) in enumerate([*((r, "yes") for r in rows), (off, "no")]))
+        qgis = "#CRS: any\nmapX,mapY,sourceX,sourceY,enable,dX,dY,residual\n" + "".join(
+            ",".join([e, n, x, y, switch, "0", "0", "0"]) + "\n"
+            for (x, y, e, n), switch in [*((r, "1") for r in rows), (off, "0")])
+        plain = run("georef", "--controls", self.file("p.csv", self.AFFINE), "--method", "tps", text="12,20\n")
+        for name, text in [("n.csv", named), ("q.points", qgis)]:
+            got = run("georef", "--controls", self.file(name, text), "--method", "tps", text="12,20\n")
+            self.assertEqual(got, plain, name)
+        report = run("georef", "--controls", self.file("n.csv"), "--method", "affine", "--report")[1]
+        self.assertEqual(re.findall(r"  (P\d)$", report, re.M), ["P0", "P1", "P2", "P3", "P4"])
+        gcps = run("georef", "--controls", self.file("n.csv"), "--method", "affine", "--gcp")[1].splitlines()
+        self.assertEqual(len(gcps), 5)
+        self.near([float(v) for v in gcps[1].split()[1:]], [float(v) for v in rows[1]], 1e-9, "gcp")
+
+    def test_a_warp_tells_what_each_point_shows_of_the_others(self):
+        # affine data but for one point, which is (0.3, 0.4) off: the others say so, though the warp passes through it
+        lines = self.AFFINE.splitlines()
+        x, y, e, n = (float(v) for v in lines[5].split(","))
+        lines[5] = "%g,%g,%.3f,%.3f" % (x, y, e + 0.3, n + 0.4)
+        out = run("georef", "--controls", self.file("w.csv", "\n".join(lines)), "--method", "tps", "--report")[1]
+        self.assertRegex(out, r"total error \(root mean square\)  0\.0000\n")
+        left_out = dict(re.findall(r"^ +(\d) +([\d.]+)$", out.split("each point by the fit to the others:")[1], re.M))
+        self.assertEqual(len(left_out), 5)
+        self.near([float(left_out["5"])], [0.5], 1e-3, "left out")
+
     def test_helmert_residuals_and_mirror(self):
         # scale and rotation 3 + 4i, shift (10, 20); the last corner of the square is off by (0.4, 0.3), so d = 0.5.
         # With centred corners z the fit takes d * (1/4 + z conj(z4) / 8): of d it leaves 1/2 at the corner itself,
