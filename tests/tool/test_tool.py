@@ -7,6 +7,7 @@ import csv
 import io
 import os
 import re
+import shutil
 import signal
 import struct
 import subprocess
@@ -207,9 +208,29 @@ class CommandLine(ToolTest):
                                (["13.4", "95"], "beyond the pole"), (["N52", "E13"], "--order lat,lon"), (["13.4"], "cannot open 13.4")]:
             self.refused("project", "--utm", "33N", *operands, says=says)
 
+    def test_the_manual_and_the_completions_know_every_option(self):
+        page = run("man")[1].replace("\\", "")
+        completions = {shell: run("completion", shell)[1] for shell in ("bash", "zsh", "fish")}
+        for command in ["project", "convert", "datum", "georef", "map"]:
+            for option in re.findall(r"--[a-z][a-z0-9-]+", run(command, "--help")[1].split("Options:")[1]):
+                self.assertIn(option, page)
+                for shell, script in completions.items():
+                    self.assertIn("-l " + option[2:] if shell == "fish" else option, script, shell)
+        self.refused("completion", "tcsh", says="unknown shell")
+
+    @unittest.skipUnless(shutil.which("bash"), "no bash")
+    def test_the_completion_of_bash(self):
+        script = self.file("completion", run("completion", "bash")[1])
+        for words, offered in [(["orvex", "pro"], {"project"}), (["orvex", "list", "zo"], {"zones"}),
+                               (["orvex", "project", "--utm", "33N", "--stat"], {"--stated", "--stateplane27", "--stateplane83"}),
+                               (["orvex", "datum", "add", "X", "--fl"], {"--flattening"}), (["orvex", "project", "fi"], set())]:
+            ask = 'source "$0"; COMP_WORDS=("$@"); COMP_CWORD=$(($#-1)); _orvex; echo "${COMPREPLY[@]}"'
+            done = subprocess.run(["bash", "-c", ask, script, *words], capture_output=True, encoding="ascii")
+            self.assertEqual((set(done.stdout.split()), done.stderr), (offered, ""), words)
+
     def test_lists_for_other_programs_and_of_some_rows(self):
         for arguments, count in [(["datums"], 253), (["zones"], 142), (["ellipsoids"], 55), (["projections"], 29), (["units"], 23),
-                                 (["zones", "texas central"], 3), (["datums", "6267"], 3), (["datums", "nowhere"], 0)]:
+                                 (["zones", "texas central"], 3), (["datums", "6267"], 4), (["datums", "nowhere"], 0)]:
             status, out, _ = run("list", *arguments, "--csv")
             rows = list(csv.DictReader(io.StringIO(out)))
             self.assertEqual((status, len(rows)), (OK, count), arguments)
@@ -623,6 +644,35 @@ class Georef(ToolTest):
         self.near(coefficients, (1000, 2, -0.5, 5000, 0.25, -2), 1e-9, "coefficients")
         # the position is that of the centre of pixel (0, 0), half a pixel from its corner
         self.near([float(v) for v in self.read("c.wld").split()], (2, 0.25, -0.5, -2, 1000.75, 4999.125), 1e-9, "world")
+
+    def test_controls_with_names_that_are_off_and_from_other_programs(self):
+        rows = [line.split(",") for line in self.AFFINE.splitlines()[1:]]
+        off = ["1", "1", "0", "0"]
+        named = "name,col,row,e,n,on\n" + "".join(
+            ",".join(["P%d" % i, *row, switch]) + "\n" for i, (row, switch) in enumerate([*((r, "yes") for r in rows), (off, "no")]))
+        qgis = "#CRS: any\nmapX,mapY,sourceX,sourceY,enable,dX,dY,residual\n" + "".join(
+            ",".join([e, n, x, y, switch, "0", "0", "0"]) + "\n"
+            for (x, y, e, n), switch in [*((r, "1") for r in rows), (off, "0")])
+        plain = run("georef", "--controls", self.file("p.csv", self.AFFINE), "--method", "tps", text="12,20\n")
+        for name, text in [("n.csv", named), ("q.points", qgis)]:
+            got = run("georef", "--controls", self.file(name, text), "--method", "tps", text="12,20\n")
+            self.assertEqual(got, plain, name)
+        report = run("georef", "--controls", self.file("n.csv"), "--method", "affine", "--report")[1]
+        self.assertEqual(re.findall(r"  (P\d)$", report, re.M), ["P0", "P1", "P2", "P3", "P4"])
+        gcps = run("georef", "--controls", self.file("n.csv"), "--method", "affine", "--gcp")[1].splitlines()
+        self.assertEqual(len(gcps), 5)
+        self.near([float(v) for v in gcps[1].split()[1:]], [float(v) for v in rows[1]], 1e-9, "gcp")
+
+    def test_a_warp_tells_what_each_point_shows_of_the_others(self):
+        # affine data but for one point, which is (0.3, 0.4) off: the others say so, though the warp passes through it
+        lines = self.AFFINE.splitlines()
+        x, y, e, n = (float(v) for v in lines[5].split(","))
+        lines[5] = "%g,%g,%.3f,%.3f" % (x, y, e + 0.3, n + 0.4)
+        out = run("georef", "--controls", self.file("w.csv", "\n".join(lines)), "--method", "tps", "--report")[1]
+        self.assertRegex(out, r"total error \(root mean square\)  0\.0000\n")
+        left_out = dict(re.findall(r"^ +(\d) +([\d.]+)$", out.split("each point by the fit to the others:")[1], re.M))
+        self.assertEqual(len(left_out), 5)
+        self.near([float(left_out["5"])], [0.5], 1e-3, "left out")
 
     def test_helmert_residuals_and_mirror(self):
         # scale and rotation 3 + 4i, shift (10, 20); the last corner of the square is off by (0.4, 0.3), so d = 0.5.

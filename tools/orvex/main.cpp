@@ -63,6 +63,7 @@ int Run(int argc, char** argv) {
   AddGeorefCommand(app, status);
   AddMapCommand(app, status);
   AddShowCommand(app, status);
+  AddHelpCommands(app, status);
   try {
     try {
       app.parse(argc, argv);
