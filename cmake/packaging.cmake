@@ -11,6 +11,12 @@ install(TARGETS orvex_static EXPORT orvex-targets
 if(TARGET orvex_tool)
   set_target_properties(orvex_tool PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
   install(TARGETS orvex_tool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
+  if(NOT CMAKE_CROSSCOMPILING)
+    install(FILES ${ORVEX_TOOL_PAGES}/orvex.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
+    install(FILES ${ORVEX_TOOL_PAGES}/orvex DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT tools)
+    install(FILES ${ORVEX_TOOL_PAGES}/_orvex DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions COMPONENT tools)
+    install(FILES ${ORVEX_TOOL_PAGES}/orvex.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d COMPONENT tools)
+  endif()
 endif()
 install(DIRECTORY include/orvex include/shr DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development
   FILES_MATCHING PATTERN "*.h")

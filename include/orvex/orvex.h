@@ -11,6 +11,7 @@
 #include <orvex/ellipsoid.h>
 #include <orvex/export.h>
 #include <orvex/georef.h>
+#include <orvex/grids.h>
 #include <orvex/projection.h>
 #include <orvex/text.h>
 #include <orvex/zones.h>

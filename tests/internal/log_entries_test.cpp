@@ -109,6 +109,7 @@ const Entry kEntries[] = {
     {"DatSetAccuracy(hDatum=@, accuracy=7)", [] { DatSetAccuracy(nullptr, static_cast<ProjAccuracy>(7)); }},
     {"DatGetAccuracy(hDatum=@)", [] { DatGetAccuracy(nullptr); }},
     {"DatHadUnplottables(hDatum=@)", [] { DatHadUnplottables(nullptr); }},
+    {"DatSetGridDirectory(directory=\"(null)\")", [] { DatSetGridDirectory(nullptr); }},
     {"NDatNumDatums(ini=\"(null)\")", [] { NDatNumDatums(nullptr); }},
     {"NDatEnumDatumName(ini=\"(null)\", name=@, index=3)", [] { NDatEnumDatumName(nullptr, nullptr, 3); }},
     {"NDatExists(ini=\"(null)\", name=\"Tokyo\", index=@)", [] { NDatExists(nullptr, "Tokyo", nullptr); }},

@@ -3,8 +3,13 @@
 
 Usage: test_tool.py PROGRAM [unittest arguments]
 """
+import csv
+import io
 import os
 import re
+import shutil
+import signal
+import struct
 import subprocess
 import sys
 import tempfile
@@ -81,17 +86,44 @@ class Project(ToolTest):
         self.assertEqual(run("project", "--posc", code, text="-99,31")[1],
                          run("project", "--stateplane83", "Texas Central", text="-99,31")[1])
 
+    def test_contradictions(self):
+        tm = ["--proj", "transverse mercator"]
+        for options, says in [
+            ([*tm, "--ellipsoid", "grs 1980 / iugg 1980", "--set", "radius=6371000"], "both choose the ellipsoid"),
+            ([*tm, "--set", "ellipsoid=wgs 84", "--set", "radius=6371000"], "both choose the ellipsoid"),
+            (["--utm", "33N", "--set", "lon0=9"], "--utm 33N has its own lon0"),
+            (["--utm", "33N", "--set", "south=yes"], "--utm 33N has its own south"),
+            (["--utm", "33N", "--set", "k0=1"], "--utm 33N has its own k0"),
+            (["--stateplane83", "texas central", "--set", "zone=texas north"], "has its own zone"),
+            (["--posc", "26939", "--set", "zone=texas north"], "has its own zone"),
+            ([*tm, "--set", "lon0=9", "--set", "Central Longitude=9"], "lon0 is set twice"),
+            ([*tm, "--set", "radius=6e6", "--set", "flattening=0", "--set", "flattening=.003"], "flattening is set twice"),
+            (["--utm", "33N", "--utm", "34N"], "--utm"), (["--utm", "33N", "--posc", "26939"], "name one projection"),
+        ]:
+            self.refused("project", *options, says=says)
+        self.refused("convert", "--to-utm", "33N", "--to-set", "lon0=9", says="--to-utm 33N has its own lon0")
+
+    def test_an_ellipsoid_for_a_projection_of_the_sphere_is_said(self):
+        for options, said in [(["--ellipsoid", "clarke 1866"], True), (["--set", "radius=6371000", "--set", "flattening=.003"], True),
+                              (["--set", "radius=6371000"], False), ([], False)]:
+            status, _, messages = run("project", "--proj", "Mollweide", *options, text="1,2")
+            self.assertEqual(status, OK)
+            self.assertEqual("is a projection of the sphere" in messages, said, messages)
+        self.assertEqual(run("project", "--proj", "Sinusoidal", "--ellipsoid", "clarke 1866", text="1,2")[2], "")
+
     def test_refusals(self):
         for arguments, says in [
             (["project", "--proj", "mercater"], 'did you mean "Mercator"?'),
             (["project", "--stateplane83", "texas centrl"], '"Texas Central"'),
-            (["project", "--proj", "Mercator", "--ellipsoid", "grs80"], '"GRS 1980 / IUGG 1980"'),
+            (["project", "--proj", "Mercator", "--ellipsoid", "iugg"], '"GRS 1980 / IUGG 1980"'),
             (["project", "--proj", "Transverse Mercator", "--set", "lat2=9"],
              "does not use lat2; it uses: ellipsoid, scale, x0, y0, k0, lon0, lat0"),
             (["project", "--proj", "Mercator", "--set", "lonn=9"], '"lon0"'),
             (["project", "--proj", "Mercator", "--set", "lon0=9x"], "cannot read the value of lon0=9x"),
             (["project", "--proj", "Mercator", "--set", "flattening=0.003"], "needs radius"),
-            (["project", "--proj", "Lambert Conformal Conic"], "Standard parallels"),
+            (["project", "--proj", "Lambert Conformal Conic"], "similar for Lambert Conformal Conic projection, for example: "
+             "--set lat1=33 --set lat2=45\n"),
+            (["convert", "--to-proj", "bonne"], "--to-set lat1=40"),
             (["project", "--proj", "State Plane 1983"], "name the zone"),
             (["project", "--utm", "61N"], "is not a UTM zone"), (["project", "--utm", "33X"], "is not a UTM zone"),
             (["project", "--utm", "33N", "--proj", "Mercator"], "name one projection"), (["project"], "name one projection"),
@@ -103,8 +135,253 @@ class Project(ToolTest):
             self.refused(*arguments, says=says)
 
 
+class Exact(ToolTest):
+    def test_longitudes_count_modulo_a_turn(self):
+        for zone, lon, like in [("1N", 179.5, 5.5), ("2N", 190, 10), ("33N", 375, 9), ("60N", -179.5, 12.5)]:
+            got = self.numbers("project", "--utm", zone, text="%r 45" % lon)
+            self.near(got, self.numbers("project", "--utm", "32N", text="%r 45" % like), 1e-4, zone)
+        self.assertNotEqual(run("project", "--utm", "1N", "--stated", text="179.5 45")[1],
+                            run("project", "--utm", "1N", text="179.5 45")[1])
+
+    def test_there_and_back_and_stated_when_asked_for(self):
+        places = "-97.750000000000,30.250000000000\n-99.125000000000,31.875000000000\n"
+        zone = ["--stateplane83", "texas central", "--decimals", "12"]
+        there = run("project", *zone, text=places)[1]
+        self.assertEqual(re.sub(r"\d,|\d$", ",", run("project", *zone, "-i", text=there)[1], flags=re.M),
+                         re.sub(r"\d,|\d$", ",", places, flags=re.M))
+        stated = self.numbers("project", *zone, "-i", "--stated", text=there.splitlines()[0])
+        self.assertGreater(abs(stated[1] - 30.25), 1e-6)  # its inverse stops half a metre early
+        # the way back of a datum is the inverse of the way there
+        to = ["datum", "--from", "tokyo", "--to", "6326", "--decimals", "12"]
+        back = ["datum", "--to", "tokyo", "--from", "6326", "--decimals", "12"]
+        for flags, low, high in [([], 0, 1e-11), (["--stated"], 1e-9, 1e-5)]:
+            shifted = run(*to, *flags, text="139.5,35.5")[1]
+            got = self.numbers(*back, *flags, text=shifted)
+            self.assertTrue(low <= max(abs(got[0] - 139.5), abs(got[1] - 35.5)) <= high, (flags, got))
+        for command in ["project", "convert", "datum"]:
+            self.assertIn("--stated", run(command, "--help")[1])
+
+
+class Units(ToolTest):
+    def test_map_coordinates_in_other_units(self):
+        origin = "%.12f,%.12f\n" % (-(100 + 20 / 60), 29 + 40 / 60)  # of the zone of 1927: two million US survey feet east
+        zone = ["--stateplane27", "Texas Central"]
+        for unit, metres in [("us-ft", 1200 / 3937), ("US survey foot", 1200 / 3937), ("ft", 0.3048), ("km", 1000), ("m", 1),
+                             ("us-mi", 5280 * 1200 / 3937), ("feet", 0.3048)]:
+            got = self.numbers("project", *zone, "--to-unit", unit, text=origin)
+            self.near(got, (2e6 * 1200 / 3937 / metres, 0), 1e-3, unit)
+            text = "%.9f,0" % got[0]
+            self.near(self.numbers("project", *zone, "-i", "--from-unit", unit, text=text), (-100 - 1 / 3, 29 + 2 / 3), 1e-6, unit)
+        got = self.numbers("convert", "--from-utm", "14N", "--from-unit", "km", "--to-utm", "14N", "--to-unit", "ft", text="500 3000")
+        self.near(got, (500e3 / 0.3048, 3e6 / 0.3048), 1e-3, "convert")
+        self.assertIn("us-ft", run("list", "units")[1])
+
+    def test_refusals(self):
+        for arguments, says in [(["project", "--utm", "14N", "--to-unit", "furlong"], "unknown unit"),
+                                (["project", "--utm", "14N", "--from-unit", "ft"], "--to-unit"),
+                                (["project", "--utm", "14N", "-i", "--to-unit", "ft"], "--from-unit"),
+                                (["convert", "--from-utm", "14N", "--to-unit", "ft"], "--to-unit needs a projection")]:
+            self.refused(*arguments, says=says)
+
+    def test_a_number_of_a_foot_system_is_said(self):
+        posc = ["project", "--posc", "32039"]
+        self.assertIn("US survey feet, the coordinates here are metres", run(*posc, text="-100,31")[2])
+        for options in [[*posc, "--to-unit", "us-ft"], [*posc, "--to-unit", "m"], ["project", "--posc", "32139"]]:
+            self.assertEqual(run(*options, text="-98,32")[2], "")
+
+
+class CommandLine(ToolTest):
+    def test_coordinates_are_operands(self):
+        place = "391779.2593 5820072.1592\n"  # Berlin, the same as PROJ
+        for operands in [["13.4050", "52.5200"], ["E13.4050", "N52.52"], ["13 24 18 E", "52 31 12"], ["13.405,52.52"],
+                         ["52.52", "13.405", "--order", "lat,lon"], ["--order", "lat,lon", "52.52,13.405"]]:
+            status, out, messages = run("project", "--utm", "33N", *operands)
+            if "lat,lon" in operands:
+                out = " ".join(reversed(out.split())) + "\n"
+            self.assertEqual((status, out, messages), (OK, place, ""), operands)
+        self.assertEqual(self.numbers("project", "-73.5", "40.5", "-74", "41", "--utm", "18N"),
+                         self.numbers("project", "--utm", "18N", text="-73.5 40.5\n-74 41\n"))
+        self.assertEqual(self.numbers("datum", "--from", "2", "--to", "3", "-95.25", "38.75"),
+                         self.numbers("datum", "--from", "2", "--to", "3", text="-95.25 38.75"))
+        self.assertEqual(run("project", "--proj", "orthographic", "180", "0", "0", "0")[:2], (SOME_FAILED, "* *\n0.0000 0.0000\n"))
+        for operands, says in [(["1", "2", "3"], "in pairs"), (["a.csv", "b.csv"], 'cannot read longitude "a.csv"'),
+                               (["13.4", "95"], "beyond the pole"), (["N52", "E13"], "--order lat,lon"), (["13.4"], "cannot open 13.4")]:
+            self.refused("project", "--utm", "33N", *operands, says=says)
+
+    def test_the_manual_and_the_completions_know_every_option(self):
+        page = run("man")[1].replace("\\", "")
+        completions = {shell: run("completion", shell)[1] for shell in ("bash", "zsh", "fish")}
+        for command in ["project", "convert", "datum", "georef", "map"]:
+            for option in re.findall(r"--[a-z][a-z0-9-]+", run(command, "--help")[1].split("Options:")[1]):
+                self.assertIn(option, page)
+                for shell, script in completions.items():
+                    self.assertIn("-l " + option[2:] if shell == "fish" else option, script, shell)
+        self.refused("completion", "tcsh", says="unknown shell")
+
+    @unittest.skipUnless(shutil.which("bash"), "no bash")
+    def test_the_completion_of_bash(self):
+        script = self.file("completion", run("completion", "bash")[1])
+        for words, offered in [(["orvex", "pro"], {"project"}), (["orvex", "list", "zo"], {"zones"}),
+                               (["orvex", "project", "--utm", "33N", "--stat"], {"--stated", "--stateplane27", "--stateplane83"}),
+                               (["orvex", "datum", "add", "X", "--fl"], {"--flattening"}), (["orvex", "project", "fi"], set())]:
+            ask = 'source "$0"; COMP_WORDS=("$@"); COMP_CWORD=$(($#-1)); _orvex; echo "${COMPREPLY[@]}"'
+            done = subprocess.run(["bash", "-c", ask, script, *words], capture_output=True, encoding="ascii")
+            self.assertEqual((set(done.stdout.split()), done.stderr), (offered, ""), words)
+
+    def test_lists_for_other_programs_and_of_some_rows(self):
+        for arguments, count in [(["datums"], 253), (["zones"], 142), (["ellipsoids"], 55), (["projections"], 29), (["units"], 23),
+                                 (["zones", "texas central"], 3), (["datums", "6267"], 4), (["datums", "nowhere"], 0)]:
+            status, out, _ = run("list", *arguments, "--csv")
+            rows = list(csv.DictReader(io.StringIO(out)))
+            self.assertEqual((status, len(rows)), (OK, count), arguments)
+            lines = run("list", *arguments)[1].splitlines()[1:]
+            self.assertEqual(len(lines), count)
+            self.assertTrue(all(line.endswith("  " + row["name"]) for line, row in zip(lines, rows)), arguments)
+        rows = {row["name"]: row for row in csv.DictReader(io.StringIO(run("list", "ellipsoids", "--csv")[1]))}
+        self.assertEqual(rows["International 1924"]["1/flattening"], "297.0000000")
+        self.assertIn("yes,lon0,number,degrees,Central Longitude", run("list", "params", "tm", "--csv")[1].splitlines())
+
+    def test_names_that_people_type(self):
+        for arguments, others in [
+            (["project", "--proj", "tm", "--set", "lon0=-93"], ["project", "--proj", "Transverse Mercator", "--set", "lon0=-93"]),
+            (["project", "--proj", "LCC", "--set", "lat1=33", "--set", "lat2=45"],
+             ["project", "--proj", "lambert conformal conic", "--set", "lat1=33", "--set", "lat2=45"]),
+            (["project", "--proj", "laea"], ["project", "--proj", "lambert azimuthal equal area"]),
+            (["project", "--utm", "15", "--ellipsoid", "grs80"], ["project", "--utm", "15", "--ellipsoid", "7019"]),
+            (["project", "--stateplane83", "Mississippi West"], ["project", "--posc", "26995"]),
+            (["datum", "--from", "nad27", "--to", "WGS-84"], ["datum", "--from", "2", "--to", "3"]),
+            (["datum", "--from", "ed50", "--to", "nad83"], ["datum", "--from", "5", "--to", "1"]),
+        ]:
+            typed, named = (run(*command, text="-90 33")[:2] for command in (arguments, others))
+            self.assertEqual((typed[0], typed), (OK, named), arguments)
+
+    def test_the_version_has_a_short_name(self):
+        self.assertEqual(run("-v"), run("--version"))
+        self.assertRegex(run("-v")[1], r"^orvex \d")
+
+
+class Areas(ToolTest):
+    def test_points_outside_are_counted(self):
+        tm = ["project", "--proj", "transverse mercator", "--set", "lon0=10"]
+        texas = ["project", "--stateplane83", "texas central"]
+        mre = ["datum", "--from", "NAD 1927 - CONUS (MRE)", "--to", "6326"]
+        for arguments, text, count in [
+            (["project", "--utm", "33N"], "15 52\n21.4 52\n8.6 52", 0), (["project", "--utm", "33N"], "21.6 52", 1),
+            (["project", "--utm", "33N"], "15 52\n30 52\n-100 10\n15 85", 3), (["project", "--utm", "1N"], "179.5 45", 0),
+            (["project", "--utm", "33N", "-i"], "500000 5e6\n1500000 5e6", 1), (texas, "-99 31\n-93 31\n-80 31", 1),
+            ([*texas, "-i"], "700000 3e6\n7e6 3e6", 1), (tm, "40 10\n60 10\n-36 10\n369 5", 2),
+            (["project", "--proj", "mollweide"], "179 80", 0), (mre, "-95 38", 0), (mre, "10 50\n-95 38", 1),
+            (["convert", "--from-utm", "33N", "--to-utm", "31N"], "500000 5e6", 1),
+            (["convert", "--from-utm", "33N", "--to-utm", "32N"], "500000 5e6", 0),
+        ]:
+            _, _, messages = run(*arguments, text=text)
+            told = re.findall(r"^orvex: warning: (\d+) points? lies? outside ", messages, re.M)
+            self.assertEqual(told, [str(count)] if count else [], (arguments, text, messages))
+        self.assertEqual(run("project", "--utm", "33N", "-q", text="30 52"), (OK, run("project", "--utm", "33N", text="30 52")[1], ""))
+        many = "\n".join(["15 52", "30 52"] * 20000)
+        self.assertIn(" 20000 points lie outside", run("project", "--utm", "33N", "--threads", "3", text=many)[2])
+
+
+class Outputs(ToolTest):
+    def test_an_output_stands_there_complete_or_not_at_all(self):
+        self.file("names.csv", "id,p,q\n1,9,0\n")
+        self.file("out.csv", "old\n")
+        self.refused("project", "--utm", "32N", "names.csv", "-o", "out.csv", says="--x and --y")
+        self.refused("map", "--proj", "mollweide", "--land", "names.csv", "-o", "out.csv", says="names.csv")
+        self.assertEqual(self.read("out.csv"), "old\n")
+        for stop in [signal.SIGTERM, signal.SIGKILL]:
+            process = subprocess.Popen([PROGRAM, "project", "--utm", "32N", "-o", "out.csv"], cwd=self.directory, stdin=subprocess.PIPE)
+            process.stdin.write(b"9,0\n" * 300000)
+            process.stdin.flush()
+            process.send_signal(stop)
+            self.assertEqual(process.wait(), -stop)
+            process.stdin.close()
+            self.assertEqual(self.read("out.csv"), "old\n")
+            if stop == signal.SIGTERM:
+                self.assertEqual(sorted(os.listdir(self.directory)), ["names.csv", "out.csv"])
+
+    def test_links_and_rights_of_an_output_stay(self):
+        self.file("out.csv", "old\n")
+        os.chmod(self.file("out.csv"), 0o640)
+        os.symlink("out.csv", self.file("link.csv"))
+        self.assertEqual(run("project", "--utm", "32N", "-o", self.file("link.csv"), text="9,0")[0], OK)
+        self.assertTrue(os.path.islink(self.file("link.csv")))
+        self.assertEqual((self.read("out.csv"), os.stat(self.file("out.csv")).st_mode & 0o777), ("500000.0000,0.0000\n", 0o640))
+        self.refused("project", "--utm", "32N", "-o", "no/x", says="cannot write no/x: No such file or directory", text="9,0")
+        self.refused("project", "--utm", "32N", "no.csv", says="cannot open no.csv: No such file or directory")
+
+    def test_a_full_or_closed_output_is_an_error_in_every_command(self):
+        controls = self.file("c.csv", Georef.AFFINE)
+        for command in [["list", "datums"], ["list", "zones"], ["--help"], ["datum", "show", "2"], ["project", "--utm", "32N"],
+                        ["georef", "--controls", controls, "--method", "affine", "--report"], ["map", "--proj", "mollweide"]]:
+            if os.path.exists("/dev/full"):
+                with open("/dev/full", "w") as full:
+                    done = subprocess.run([PROGRAM, *command], input=b"9,0\n", stdout=full, stderr=subprocess.PIPE)
+                self.assertEqual(done.returncode, USAGE, command)
+                self.assertIn(b"cannot write to standard output: No space left", done.stderr, command)
+            done = subprocess.run(["sh", "-c", 'exec "$@" >&-', "sh", PROGRAM, *command], input=b"9,0\n", stderr=subprocess.PIPE)
+            self.assertEqual(done.returncode, USAGE, command)
+
+
+class Grids(ToolTest):
+    def ntv2(self, path):
+        """A grid of 1 degree over 104..96 W, 48..54 N: all nodes 3.6 seconds north and 7.2 seconds west."""
+        def record(key, value, form):
+            return struct.pack("<8s" + form, key.encode(), value).ljust(16, b"\0")
+        head = [("NUM_OREC", 11, "i"), ("NUM_SREC", 11, "i"), ("NUM_FILE", 1, "i"), ("GS_TYPE", b"SECONDS ", "8s"),
+                ("VERSION", b"NTv2.0  ", "8s"), ("SYSTEM_F", b"NAD27   ", "8s"), ("SYSTEM_T", b"NAD83   ", "8s"),
+                ("MAJOR_F", 6378206.4, "d"), ("MINOR_F", 6356583.8, "d"), ("MAJOR_T", 6378137.0, "d"), ("MINOR_T", 6356752.3, "d")]
+        sub = [("SUB_NAME", b"WHOLE   ", "8s"), ("PARENT", b"NONE    ", "8s"), ("CREATED", b"        ", "8s"),
+               ("UPDATED", b"        ", "8s"), ("S_LAT", 48 * 3600.0, "d"), ("N_LAT", 54 * 3600.0, "d"), ("E_LONG", 96 * 3600.0, "d"),
+               ("W_LONG", 104 * 3600.0, "d"), ("LAT_INC", 3600.0, "d"), ("LONG_INC", 3600.0, "d"), ("GS_COUNT", 63, "i")]
+        with open(path, "wb") as out:
+            for key, value, form in head + sub:
+                out.write(record(key.ljust(8), value, form))
+            out.write(struct.pack("<4f", 3.6, 7.2, 0, 0) * 63 + b"END     " + b"\0" * 8)
+
+    def nadcon(self, las, los):
+        """A pair of files under their published names: 100 to 90 W, 30 to 40 N; 0.36 seconds north, 0.72 west."""
+        for path, seconds in [(las, 0.36), (los, 0.72)]:
+            header = b"NADCON EXTRACTED REGION".ljust(56) + b"NADGRD  " + struct.pack("<3i5f", 23, 21, 1, -100.5, 0.5, 30, 0.5, 0)
+            row = struct.pack("<24f", 0, *[seconds] * 23)
+            with open(path, "wb") as out:
+                out.write(header + row * 21)
+
+    def test_nadcon_files_as_published(self):
+        os.mkdir(self.file("grids"))
+        for names in [("conus.las", "conus.los"), ("CONUS.LAS", "CONUS.LOS")]:
+            self.nadcon(*(self.file("grids/" + name) for name in names))
+            command = ["datum", "--from", "232", "--to", "1", "--grids", self.file("grids")]
+            got = self.numbers(*command, "--", "-95.25", "35.25")
+            self.near(got, (-95.25 - 0.72 / 3600, 35.25 + 0.36 / 3600), 2e-9, names)
+            self.assertIn("1 point lies outside every grid", run(*command, text="-60 35")[2])
+            for name in names:
+                os.remove(self.file("grids/" + name))
+
+    def test_directory_by_option_or_environment(self):
+        os.mkdir(self.file("grids"))
+        self.ntv2(self.file("grids/ntv2_0.gsb"))
+        command = ["datum", "--from", "253", "--to", "6326"]
+        text = "-100.5 50.25\n-80 50\n"
+        expected = (-100.5 - 7.2 / 3600, 50.25 + 3.6 / 3600, -80, 50)
+        for extra, environment in [(["--grids", self.file("grids")], {}), ([], {"ORVEX_GRIDS": self.file("grids")}),
+                                   (["--grids", self.file("grids") + "/"], {"ORVEX_GRIDS": "nowhere"})]:
+            done = subprocess.run([PROGRAM, *command, *extra], input=text, capture_output=True, encoding="ascii",
+                                  env=dict(os.environ, **environment))
+            self.assertEqual(done.returncode, OK, done.stderr)
+            self.near([float(v) for v in done.stdout.split()], expected, 2e-9, environment)
+            self.assertIn("1 point lies outside every grid", done.stderr)
+        back = ["datum", "--to", "253", "--from", "6326", "--grids", self.file("grids")]
+        self.near(self.numbers(*back, "%.12f" % expected[0], "%.12f" % expected[1]), (-100.5, 50.25), 2e-9, "back")
+
+    def test_missing_files_are_named(self):
+        for datum, name in [("232", "conus.las and conus.los"), ("233", "prvi.las"), ("253", "NTV2_0.GSB")]:
+            self.refused("datum", "--from", datum, "--to", "3", "--grids", "nowhere", "-95", "35", says="cannot open " + name)
+            self.refused("convert", "--from-datum", datum, "--to-datum", "3", "-95", "35", says="--grids or ORVEX_GRIDS")
+
+
 class Tables(ToolTest):
-    A, B = "686121.7558,5330438.1305", "500000.0000,0.0000"  # 11.5 48.1 and 9 0 in UTM zone 32
+    A, B = "686121.7558,5330438.1302", "500000.0000,0.0000"  # 11.5 48.1 and 9 0 in UTM zone 32
 
     def test_what_is_no_coordinate_stays_byte_for_byte(self):
         a, b = self.A.split(","), self.B.split(",")
@@ -130,9 +407,83 @@ class Tables(ToolTest):
                          '"11d30\'00.5000""E","48d06\'00.0000""N"\n')
         # seconds that round to sixty carry, west and south have their letters
         for degrees, expected in [("-10.99999999 -0.5", '11d00\'00.00"W 0d30\'00.00"S'),
-                                  ("10.3333333333 59.9999999999", '10d20\'00.00"E 60d00\'00.00"N')]:
+                                  ("10.3333333333 59.9999999999", '10d20\'00.00"E 60d00\'00.00"N'),
+                                   ("-0.0000000001 12.0025", '0d00\'00.00"E 12d00\'09.00"N')]:
             out = run("project", "--proj", "unprojected lat/long", "--dms", "--decimals", "2", text=degrees)[1]
             self.assertEqual(out.strip(), expected)
+        out = run("project", "--proj", "unprojected lat/long", "--dms", "--decimals", "0", text="9.5 -0.99999")[1]
+        self.assertEqual(out, '9d30\'00"E 1d00\'00"S\n')
+
+    def test_angles_as_people_write_them(self):
+        for text in ["E011.5 N48.1", "11:30:00 48:06:00", "11:30E 48:06N", "\"11 30 00\" \"48 06\"", "\"E 11 30\" \"N 48 6 0\"",
+                     "11 30 E,48 06 00 N", "e11d30',n48d6'0\"", "11d30m0s;48d6m0sN", "+11.5\t48:06"]:
+            status, out, messages = run("project", "--utm", "32N", text=text)
+            self.assertEqual((status, messages), (OK, ""), text)
+            self.assertEqual(re.split(r"[,;\s]", out.strip()), self.A.split(","), text)
+        south = [run("project", "--utm", "32N", text=t)[1] for t in ["11.5,-33.5125", "11.5,33d30'45S", "11.5,S33:30:45",
+                                                                     "11.5,33 30 45 s", "11.5,33d30m45\"S"]]
+        self.assertEqual(len(set(south)), 1, south)
+        for bad in ["11:60,48", "11d5.5'3\",48", "E11W,48", "11 30,48", "11:30:20:5,48", "11::30,48", "1e3x,48"]:
+            status, _, messages = run("project", "--utm", "32N", text="9,0\n" + bad)
+            self.assertEqual(status, SOME_FAILED, bad)
+            self.assertIn("standard input:2: cannot read longitude", messages, bad)
+
+    def test_letters_in_the_wrong_column_and_latitudes_beyond_the_pole(self):
+        utm = ["project", "--utm", "32N"]
+        for text in ["48.1N 11.5E\n", "\nN48.1,E11.5\n"]:
+            self.refused(*utm, says="--order lat,lon", text=text)
+            self.assertEqual(len(self.numbers(*utm, "--order", "lat,lon", text=text)), 2)
+        status, out, messages = run(*utm, text="lon,lat\n11.5,48.1\n48.1N,11.5E\n11.5,95\n11.5,-90.1\n")
+        self.assertEqual((status, out), (SOME_FAILED, f"x,y\n{self.A}\n,\n,\n,\n"))
+        self.assertIn('3: longitude "48.1N" has a letter of latitude', messages)
+        self.assertIn('4: latitude "95" lies beyond the pole', messages)
+        self.assertIn("unreadable lines: 3", messages)
+        self.refused("project", "--proj", "mercator", "--set", "lon0=50N", says="letter of a latitude")
+
+    def test_columns_that_a_header_does_not_tell(self):
+        text = "Breite;Laenge\n48.1;11.5\n"
+        utm = ["project", "--utm", "32N"]
+        self.refused(*utm, says="--order lat,lon", text=text)
+        y_first = ";".join(reversed(self.A.split(",")))
+        for options in [["--order", "lat,lon"], ["--x", "2", "--y", "1"], ["--x", "Laenge", "--y", "breite"]]:
+            self.assertEqual(run(*utm, *options, text=text)[:2], (OK, f"y;x\n{y_first}\n"), options)
+        self.assertEqual(run(*utm, "--order", "lat,lon", text="48.1 11.5\n")[1], y_first.replace(";", " ") + "\n")
+        self.refused(*utm, "--order", "lat,lon", says="another order", text="lon,lat\n1,2\n")
+        self.refused(*utm, "--order", "lat,lon", "--x", "1", says="--x and --y")
+        self.refused(*utm, "--order", "latlon", says="--order is")
+
+    def test_decimal_commas_when_asked_for(self):
+        a = [number.replace(".", ",") for number in self.A.split(",")]
+        utm = ["project", "--utm", "32N", "--decimal-comma"]
+        for text, expected in [("lon;lat;z\n11,5;48,1;1,5\n", f"x;y;z\n{a[0]};{a[1]};1,5\n"), ("11,5 48,1", f"{a[0]} {a[1]}\n"),
+                               ("lon\tlat\n\"11,5\"\t48d6,0'\n", f"x\ty\n{a[0]}\t{a[1]}\n")]:
+            self.assertEqual(run(*utm, text=text)[:2], (OK, expected), text)
+        self.assertEqual(run(*utm, "--delimiter", ",", text='"11,5","48,1"')[1], f'"{a[0]}","{a[1]}"\n')
+        # a point may be a comma for thousands there
+        self.assertEqual(run(*utm, text="11.500;48,1")[0], SOME_FAILED)
+        self.assertIn("--decimal-comma", run("project", "--utm", "32N", text="lon;lat\n11,5;48\n")[2])
+
+    def test_threads_change_nothing(self):
+        rows = ["%d,%.6f,%.6f" % (i, 6 + i % 6000 / 1000, i % 80000 / 1000) for i in range(60000)]
+        rows[777] = "777,x,1"
+        rows[40000] = "# a comment"
+        rows[59999] = "59999,1"
+        text = "\xef\xbb\xbf\n# first\nid,lon,lat\n" + "\n".join(rows)
+        results = {run("project", "--utm", "32N", "--threads", n, text=text) for n in ("1", "2", "7")}
+        self.assertEqual(len(results), 1)
+        status, out, messages = results.pop()
+        self.assertEqual(status, SOME_FAILED)
+        lines = out.splitlines()
+        self.assertEqual(lines[:3], ["\xef\xbb\xbf", "# first", "id,x,y"])
+        self.assertEqual([line.split(",")[0] for line in lines[3:]], [row.split(",")[0] for row in rows])
+        self.assertEqual([int(n) for n in re.findall(r"input:(\d+):", messages)], [781, 60003])
+        # each thread has handles of its own, whatever the command
+        commands = [["convert", "--from-datum", "2", "--to-datum", "3", "--to-utm", "32N"], ["datum", "--from", "5", "--to", "3"],
+                    ["georef", "--controls", self.file("c.csv", Georef.AFFINE), "--method", "tps"]]
+        for command in commands:
+            place = ["--x", "2", "--y", "3"]
+            one, four = (run(*command, *place, "--threads", n, text="\n".join(rows[:40000])) for n in ("1", "4"))
+            self.assertEqual(one, four, command)
 
     def test_bad_lines_are_numbered_and_kept(self):
         text = "id,lon,lat\n1,9,0\n\n2,x,0\n3\n4,9,\"0\n5,nan,0\n6,,\n7,1e999,0\n8,9,0"
@@ -153,15 +504,15 @@ class Tables(ToolTest):
 
     def test_a_point_that_ends_the_library_s_call_costs_no_other(self):
         points = ["30,40", "10,90", "50,60"]  # the pole is the centre of a Bonne map of latitude 90: an inconsistency
-        bonne = ["--proj", "Bonne", "--set", "lat1=90"]
+        bonne = ["--stated", "--proj", "Bonne", "--set", "lat1=90"]
         alone = [run("project", *bonne, text=points[i])[1] for i in (0, 2)]
         self.assertTrue(all(re.fullmatch(r"-?\d+\.\d+,-?\d+\.\d+\n", line) for line in alone), alone)
-        for command in [["project", *bonne], ["convert", "--to-proj", "Bonne", "--to-set", "lat1=90"]]:
+        for command in [["project", *bonne], ["convert", "--stated", "--to-proj", "Bonne", "--to-set", "lat1=90"]]:
             status, out, messages = run(*command, text="\n".join(points))
             self.assertEqual((status, out), (SOME_FAILED, f"{alone[0]},\n{alone[1]}"), command)
             self.assertIn("points converted: 2, unplottable: 1,", messages)
         # no point of such a cone comes back, and each says so
-        cone = ["--proj", "Lambert Conformal Conic", "--set", "radius=6371000", "--set", "lat1=30", "--set", "lat2=-30"]
+        cone = ["--stated", "--proj", "Lambert Conformal Conic", "--set", "radius=6371000", "--set", "lat1=30", "--set", "lat2=-30"]
         status, out, messages = run("project", *cone, "-i", text="1e6,2e6\n3e6,4e6\n")
         self.assertEqual((status, out), (SOME_FAILED, ",\n,\n"))
 
@@ -185,7 +536,7 @@ class Tables(ToolTest):
 
     def test_absurd_input(self):
         long = "9" * 3_000_000
-        for text, good in [("", 0), ("\n" * 70000, 0), ("\0,\0\n9,0\n", 1), ("9,0\n" + long + "," + long + "\n9,0", 2),
+        for text, good in [("", 0), ("\n" * 70000, 0), ("\0,\0\n9,0\n", 0), ("9,0\n" + long + "," + long + "\n9,0", 2),
                            ("9,0\n" + "," * 1_000_000 + "\n", 1), ("9,0\n" + '"' * 999_999 + "\n9,0", 2),
                            ("".join(map(chr, range(256))) * 50 + "\n", 0), ("9,0\n1e308,1e308\n-1e-320,4e-324\n", 2)]:
             status, out, _ = run("project", "--utm", "32N", text=text)
@@ -219,7 +570,7 @@ class Datums(ToolTest):
         self.assertTrue(kept.startswith("; mine\n[Other]\nkey=1\n"), kept)
         self.assertNotIn("Site A", kept)
         for arguments, says in [
-            (["remove", "Site A", "--ini", ini], "there is no datum"), (["show", "nad83"], '"North American Datum 1983"'),
+            (["remove", "Site A", "--ini", ini], "there is no datum"), (["show", "american 1983"], '"North American Datum 1983"'),
             (["add", "C", "--ini", ini, "--rx", "1"], "--method bursa"), (["add", "C", "--ini", ini, "--method", "ntv2"], "none, mol"),
             (["add", "C", "--ini", "no/own.ini"], "cannot store"), (["add", "C", "--ini", ini, "--flattening", "1"], "--radius"),
             (["add", "world geodetic system 1984", "--ini", ini], "built-in"), (["--from", "6326"], "--from and --to"),
@@ -238,6 +589,36 @@ class Datums(ToolTest):
         self.assertNotEqual(place, shifted)
         self.refused("convert", says="nothing to convert")
         self.refused("convert", "--to-utm", "1N", "--from-datum", "1", says="both datums")
+
+    def test_a_side_stands_on_the_ellipsoid_of_its_datum(self):
+        self.assertEqual(run("datum", "add", "Site", "--ini", self.file("own.ini"), "--ellipsoid", "clarke 1866", "--dx", "-8",
+                             "--dy", "160", "--dz", "176")[0], OK)
+        # another implementation with the same three shifts gives 4000211.09
+        for datum in ["2", "124", "site"]:
+            got = self.numbers("convert", "--ini", self.file("own.ini"), "--from-utm", "16N", "--from-datum", datum,
+                               "--to-utm", "16N", "--to-datum", "3", text="500000 4000000")
+            self.near(got, (500000.38, 4000211.09), 0.01, datum)
+        # regression equations give no parameters, but the ellipsoid is known
+        given = ["--from-ellipsoid", "international 1924"]
+        utm = ["convert", "--from-utm", "31N", "--from-datum", "European 1950 (MRE)", "--to-datum", "3"]
+        self.assertEqual(self.numbers(*utm, text="500000 5e6"), self.numbers(*utm, *given, text="500000 5e6"))
+
+    def test_contradictions_of_ellipsoid_and_datum_are_said(self):
+        to = ["--to-utm", "16N", "--to-datum", "3"]
+        zone = ["--from-stateplane27", "alabama east"]
+        for arguments, says in [
+            (["--from-utm", "16N", "--from-ellipsoid", "wgs 84", "--from-datum", "2", *to],
+             "ellipsoid (WGS 84) is not that of --from-datum 2 (Clarke 1866)"),
+            ([*zone, "--from-datum", "3", *to], "zone's ellipsoid (Clarke 1866) is not that of --from-datum 3 (WGS 84)"),
+            ([*zone, "--to-utm", "16N"], "different ellipsoids (Clarke 1866, WGS 84)"),
+            ([*zone, "--from-datum", "2", *to], None), (["--from-posc", "26929", "--from-datum", "6326", *to], None),
+            (["--from-posc", "26929", "--to-utm", "16N"], None),
+            (["--from-proj", "mercator", "--from-set", "radius=6378137", "--from-datum", "3", "--to-utm", "31N", "--to-datum",
+              "3"], None),
+        ]:
+            status, _, messages = run("convert", *arguments, text="200000 400000")
+            self.assertEqual(status, OK, messages)
+            self.assertIn(says, messages) if says else self.assertEqual(messages, "")
 
 
 class Georef(ToolTest):
@@ -263,6 +644,35 @@ class Georef(ToolTest):
         self.near(coefficients, (1000, 2, -0.5, 5000, 0.25, -2), 1e-9, "coefficients")
         # the position is that of the centre of pixel (0, 0), half a pixel from its corner
         self.near([float(v) for v in self.read("c.wld").split()], (2, 0.25, -0.5, -2, 1000.75, 4999.125), 1e-9, "world")
+
+    def test_controls_with_names_that_are_off_and_from_other_programs(self):
+        rows = [line.split(",") for line in self.AFFINE.splitlines()[1:]]
+        off = ["1", "1", "0", "0"]
+        named = "name,col,row,e,n,on\n" + "".join(
+            ",".join(["P%d" % i, *row, switch]) + "\n" for i, (row, switch) in enumerate([*((r, "yes") for r in rows), (off, "no")]))
+        qgis = "#CRS: any\nmapX,mapY,sourceX,sourceY,enable,dX,dY,residual\n" + "".join(
+            ",".join([e, n, x, y, switch, "0", "0", "0"]) + "\n"
+            for (x, y, e, n), switch in [*((r, "1") for r in rows), (off, "0")])
+        plain = run("georef", "--controls", self.file("p.csv", self.AFFINE), "--method", "tps", text="12,20\n")
+        for name, text in [("n.csv", named), ("q.points", qgis)]:
+            got = run("georef", "--controls", self.file(name, text), "--method", "tps", text="12,20\n")
+            self.assertEqual(got, plain, name)
+        report = run("georef", "--controls", self.file("n.csv"), "--method", "affine", "--report")[1]
+        self.assertEqual(re.findall(r"  (P\d)$", report, re.M), ["P0", "P1", "P2", "P3", "P4"])
+        gcps = run("georef", "--controls", self.file("n.csv"), "--method", "affine", "--gcp")[1].splitlines()
+        self.assertEqual(len(gcps), 5)
+        self.near([float(v) for v in gcps[1].split()[1:]], [float(v) for v in rows[1]], 1e-9, "gcp")
+
+    def test_a_warp_tells_what_each_point_shows_of_the_others(self):
+        # affine data but for one point, which is (0.3, 0.4) off: the others say so, though the warp passes through it
+        lines = self.AFFINE.splitlines()
+        x, y, e, n = (float(v) for v in lines[5].split(","))
+        lines[5] = "%g,%g,%.3f,%.3f" % (x, y, e + 0.3, n + 0.4)
+        out = run("georef", "--controls", self.file("w.csv", "\n".join(lines)), "--method", "tps", "--report")[1]
+        self.assertRegex(out, r"total error \(root mean square\)  0\.0000\n")
+        left_out = dict(re.findall(r"^ +(\d) +([\d.]+)$", out.split("each point by the fit to the others:")[1], re.M))
+        self.assertEqual(len(left_out), 5)
+        self.near([float(left_out["5"])], [0.5], 1e-3, "left out")
 
     def test_helmert_residuals_and_mirror(self):
         # scale and rotation 3 + 4i, shift (10, 20); the last corner of the square is off by (0.4, 0.3), so d = 0.5.

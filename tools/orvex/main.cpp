@@ -1,6 +1,7 @@
 // orvex - the command-line host of the library.
 #include <cstdio>
 #include <exception>
+#include <iostream>
 #include <string>
 #include <vector>
 
@@ -9,6 +10,8 @@
 #include "Failure.h"
 #include "commands/Commands.h"
 #include "commands/Names.h"
+#include "commands/SystemCommands.h"
+#include "tables/Files.h"
 
 namespace {
 
@@ -44,7 +47,7 @@ int Run(int argc, char** argv) {
   using namespace orvex::tool;
   CLI::App app{"Converts coordinates: map projections, state plane and UTM zones, datums, georeferencing, maps."};
   app.name("orvex");
-  app.set_version_flag("--version", "orvex " ORVEX_VERSION);
+  app.set_version_flag("-v,--version", "orvex " ORVEX_VERSION);
   app.require_subcommand(1);
   app.failure_message([](const CLI::App* command, const CLI::Error& e) {
     std::string path;
@@ -59,6 +62,8 @@ int Run(int argc, char** argv) {
   AddConvertCommand(app, status);
   AddGeorefCommand(app, status);
   AddMapCommand(app, status);
+  AddShowCommand(app, status);
+  AddHelpCommands(app, status);
   try {
     try {
       app.parse(argc, argv);
@@ -75,8 +80,11 @@ int Run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  std::cerr.tie(nullptr);  // a message does not push half a table out
   try {
-    return Run(argc, argv);
+    const int status = Run(argc, argv);
+    orvex::tool::FlushStandardOutput();
+    return status;
   } catch (const std::exception& e) {
     std::fflush(stdout);
     std::fprintf(stderr, "orvex: %s\n", e.what());

@@ -15,9 +15,9 @@
 
 #include "datum/DatumStep.h"
 #include "datum/grids/GridBytes.h"
+#include "datum/grids/GridDirectory.h"
 #include "datum/grids/Nadcon.h"
 #include "datum/grids/NadconShift.h"
-#include "platform/Platform.h"
 #include "support/Errors.h"
 #include "support/Log.h"
 
@@ -86,6 +86,12 @@ class WordFile {
   std::array<std::unique_ptr<Block>, kSlots> m_slots;
 };
 
+// Published files are named conus.las or CONUS.LAS.
+std::string UpperAscii(std::string text) {
+  for (char& c : text) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+  return text;
+}
+
 struct Header {
   std::int32_t columns, rows;
   double xMin, dx, yMin, dy;  // degrees
@@ -142,8 +148,9 @@ class NadconFiles::Files {
 
 NadconFiles::NadconFiles(const char* region) try {
   Trace("----------------NADCON--------------\n");
-  const std::string stem = platform::ExecutableDirectory() + region;
-  const std::string lasPath = stem + ".LAS", losPath = stem + ".LOS";
+  const std::string name = region, upper = UpperAscii(name);
+  const std::string lasPath = FindGridFile({name + ".LAS", name + ".las", upper + ".LAS"});
+  const std::string losPath = FindGridFile({name + ".LOS", name + ".los", upper + ".LOS"});
   m_files = std::make_unique<Files>(lasPath, losPath);
   if (!m_files->las.IsOpen() || !m_files->los.IsOpen()) {
     Trace("Failed opening grid files (%s and %s)\n", lasPath.c_str(), losPath.c_str());

@@ -7,8 +7,8 @@
 #include <string>
 
 #include "datum/DatumStep.h"
+#include "datum/grids/GridDirectory.h"
 #include "datum/grids/Ntv2Grid.h"
-#include "platform/Platform.h"
 
 namespace orvex::detail {
 
@@ -22,12 +22,17 @@ class GridStore {
     const std::lock_guard<std::mutex> lock(m_mutex);
     if (!m_grid) {
       auto loaded = std::make_shared<Ntv2Grid>();
-      const Ntv2Status status = loaded->Load(m_path.empty() ? platform::ExecutableDirectory() + "NTV2_0.GSB" : m_path);
+      const Ntv2Status status = loaded->Load(m_path.empty() ? FindGridFile({"NTV2_0.GSB", "ntv2_0.gsb"}) : m_path);
       if (status != Ntv2Status::Ok) return status;
       m_grid = std::move(loaded);
     }
     grid = m_grid;
     return Ntv2Status::Ok;
+  }
+
+  void Forget() {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_grid.reset();
   }
 
   void SetPath(const char* path) {
@@ -51,6 +56,10 @@ GridStore& Store() {
 
 void SetNtv2Path(const char* path) {
   Store().SetPath(path);
+}
+
+void ForgetNtv2() {
+  Store().Forget();
 }
 
 int LoadNtv2(std::shared_ptr<const Ntv2Grid>& grid) try {

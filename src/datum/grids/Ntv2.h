@@ -22,4 +22,7 @@ int ConvertNtv2(DATUMPOINT* pts, int n, Ntv2Direction direction);
 /// Names the grid file to use instead of the one beside the executable and forgets the loaded grid; null goes back.
 void SetNtv2Path(const char* path);
 
+/// Forgets the loaded grid: the file may have to be looked for elsewhere.
+void ForgetNtv2();
+
 }  // namespace orvex::detail

@@ -12,5 +12,7 @@ void AddDatumCommand(CLI::App& app, int& status);
 void AddConvertCommand(CLI::App& app, int& status);
 void AddGeorefCommand(CLI::App& app, int& status);
 void AddMapCommand(CLI::App& app, int& status);
+/// The manual page and the completions of shells, about all commands that were added.
+void AddHelpCommands(CLI::App& app, int& status);
 
 }  // namespace orvex::tool

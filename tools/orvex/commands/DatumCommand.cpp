@@ -18,14 +18,19 @@ namespace {
 
 struct ConvertOptions {
   std::string from, to, ini;
+  bool stated = false;
   TableOptions table;
 };
 
 int Convert(const ConvertOptions& options) {
   if (options.from.empty() || options.to.empty()) throw Failure("datum needs --from and --to (or add, remove, show)");
-  DatumConversion conversion(options.from, options.to, options.ini);
-  return ConvertTable(options.table, Kind::Geographic, Kind::Geographic,
-                      [&](std::vector<PROJPOINT>& points) { conversion.Convert(points); });
+  const DatumConversion conversion(options.from, options.to, options.ini, options.stated);
+  const int status =
+      ConvertTable(options.table, Kind::Geographic, Kind::Geographic, ConverterFactory([&] {
+                     return [own = conversion](std::vector<PROJPOINT>& points) mutable { own.Convert(points); };
+                   }));
+  if (!options.table.quiet) conversion.Report();
+  return status;
 }
 
 struct StoreOptions {
@@ -122,6 +127,8 @@ void AddDatumCommand(CLI::App& app, int& status) {
   command->add_option("--from", options->from, "Source datum: name, number or POSC code");
   command->add_option("--to", options->to, "Destination datum");
   command->add_option("--ini", options->ini, "INI file with custom datums");
+  AddGridsOption(*command);
+  AddStatedOption(*command, options->stated);
   AddTableOptions(*command, options->table);
 
   const auto store = std::make_shared<StoreOptions>();

@@ -1,6 +1,9 @@
 // DatumOptions - naming a datum on the command line.
 #include "commands/DatumOptions.h"
 
+#include <cstdlib>
+
+#include <orvex/grids.h>
 #include <shr/exception.h>
 
 #include "Failure.h"
@@ -28,6 +31,66 @@ std::string Choose(const std::string& text, const std::string& ini, DatumType& d
   return names[index];
 }
 
+constexpr const char* kNadconSource = "DtmNadcon";
+constexpr int kNoNtv2Grid = 20280;
+
+/// As --grids or the environment names it.
+std::string& GridDirectory() {
+  static std::string directory;
+  return directory;
+}
+
+void UseGrids(const std::string& directory) {
+  GridDirectory() = directory;
+  DatSetGridDirectory(directory.c_str());
+}
+
+/// Names of the grid files of a datum, "" for other datums.
+std::string GridFiles(DatumType datum) {
+  switch (datum) {
+    case DT_NAD_1927_CONUS_NADCON:
+      return "conus.las and conus.los";
+    case DT_NAD_1927_PUERTO_RICO_AND_VIRGIN_ISLANDS_NADCON:
+      return "prvi.las and prvi.los";
+    case DT_NAD_1927_CANADA_NTV2:
+      return "NTV2_0.GSB";
+    default:
+      return "";
+  }
+}
+
+std::string PlacesOfGrids() {
+  const std::string& named = GridDirectory();
+  return (named.empty() ? " beside the program" : " in " + named + " or beside the program") +
+         std::string("; name their directory with --grids or ORVEX_GRIDS");
+}
+
+/// The datums without parameters, and one of the catalogue that stands on the same ellipsoid.
+DatumType WithParameters(DatumType datum) {
+  switch (datum) {
+    case DT_AUSTRALIAN_GEODETIC_1966_MRE:
+      return DT_AUSTRALIAN_GEODETIC_1966;
+    case DT_AUSTRALIAN_GEODETIC_1984_MRE:
+      return DT_AUSTRALIAN_GEODETIC_1984;
+    case DT_CAMPO_INCHAUSEPE_ARGENTINA_MRE:
+      return DT_CAMPO_INCHAUSEPE_ARGENTINA;
+    case DT_CORREGO_ALEGRE_BRAZIL_MRE:
+      return DT_CORREGO_ALEGRE_BRAZIL;
+    case DT_EUROPEAN_1950_MRE:
+      return DT_EUROPEAN_1950_MEAN;
+    case DT_SOUTH_AMERICAN_1969_MRE:
+      return DT_SOUTH_AMERICAN_1969;
+    case DT_NAD_1927_CONUS_MRE:
+    case DT_NAD_1927_CANADA_MRE:
+    case DT_NAD_1927_CONUS_NADCON:
+    case DT_NAD_1927_PUERTO_RICO_AND_VIRGIN_ISLANDS_NADCON:
+    case DT_NAD_1927_CANADA_NTV2:
+      return DT_NORTH_AMERICAN_DATUM_1927;
+    default:
+      return datum;
+  }
+}
+
 }  // namespace
 
 std::vector<std::string> DatumNames(const std::string& ini) {
@@ -53,7 +116,26 @@ std::size_t FindDatum(const std::string& text, const std::vector<std::string>& n
   throw Failure("no datum has the number or POSC code " + text);
 }
 
-DatumConversion::DatumConversion(const std::string& from, const std::string& to, const std::string& ini) {
+void AddGridsOption(CLI::App& command) {
+  command.add_option_function<std::string>(
+      "--grids", UseGrids,
+      "Directory of grid files (NADCON, NTv2), before that of the program; else the environment's ORVEX_GRIDS");
+}
+
+Figure DatumFigure(const std::string& text, const std::string& ini) {
+  DatumType datum{};
+  DATUM2WGS84 params{};
+  Choose(text, ini, datum, params);
+  if (datum != DT_USER_DEFINED && !DatGetDatumParams(WithParameters(datum), &params)) {
+    throw Failure("the ellipsoid of \"" + text + "\" is not known");
+  }
+  if (params.Ellipsoid != ET_USER_DEFINED) return FigureOf(params.Ellipsoid);
+  return {ET_USER_DEFINED, params.MajorRadius, params.Flattening};
+}
+
+DatumConversion::DatumConversion(const std::string& from, const std::string& to, const std::string& ini, bool stated) {
+  const char* const grids = std::getenv("ORVEX_GRIDS");
+  if (GridDirectory().empty() && grids != nullptr) UseGrids(grids);
   DATUMXFORM xform{};
   DatumType source{}, destination{};
   DATUM2WGS84 step1{}, step2{};
@@ -66,17 +148,32 @@ DatumConversion::DatumConversion(const std::string& from, const std::string& to,
   xform.Step1 = step1;
   xform.Step2 = step2;
   m_transform.Create(&xform);
+  if (!stated && !m_transform.SetAccuracy(PA_EXACT)) {
+    Warn("the datums have no exact conversion; computed as with --stated");
+  }
+  if (source == destination && source != DT_USER_DEFINED) return;  // the points stay as they are
+  m_gridFiles = GridFiles(source).empty() ? GridFiles(destination) : GridFiles(source);
+  m_source = WatchDatum(source);
+  m_destination = WatchDatum(destination);
+}
+
+void DatumConversion::Report() const {
+  if (m_source) m_source->Report();
+  if (m_destination) m_destination->Report();
 }
 
 void DatumConversion::Convert(std::vector<PROJPOINT>& points) {
   static_assert(sizeof(DATUMPOINT) == sizeof(PROJPOINT));
   try {
-    if (m_transform.Convert(reinterpret_cast<DATUMPOINT*>(points.data()), static_cast<int>(points.size()))) return;
+    if (m_source) m_source->Watch(points);
+    if (!m_transform.Convert(reinterpret_cast<DATUMPOINT*>(points.data()), static_cast<int>(points.size()))) {
+      throw Failure("the datum conversion failed");
+    }
+    if (m_destination) m_destination->Watch(points);
   } catch (const shr::Exception& e) {
-    if (e.Source() != "DtmNadcon") throw;
-    throw Failure("the NADCON grids (conus.LAS and conus.LOS, prvi.LAS and prvi.LOS) must lie beside the program");
+    if (e.Source() != kNadconSource && e.MessageId() != kNoNtv2Grid) throw;
+    throw Failure("cannot open " + m_gridFiles + PlacesOfGrids());
   }
-  throw Failure("the datum conversion failed");
 }
 
 }  // namespace orvex::tool

@@ -4,10 +4,11 @@
 #include <array>
 #include <charconv>
 #include <climits>
+#include <cmath>
 #include <cstdio>
-#include <fstream>
 #include <iostream>
 #include <memory>
+#include <optional>
 
 #include <orvex/georef.h>
 
@@ -24,7 +25,7 @@ namespace {
 
 struct Options {
   std::string controls, method, worldFile;
-  bool report = false, flipY = false;
+  bool report = false, flipY = false, gcp = false;
   TableOptions table;
 };
 
@@ -91,6 +92,28 @@ class Fit {
     each.resize(m_controls.source.size());
     if (!m_transform.ComputeError(&total, each.data())) throw Failure("the errors cannot be computed");
     return total;
+  }
+
+  /// A warp passes through every control: how well it tells a place it does not know is seen without that place.
+  bool IsWarp() const { return m_method.method >= RM_THINPLATE; }
+
+  /// Distances by which the fit to the others misses each control; nothing where the others do not determine one.
+  std::vector<std::optional<double>> ErrorsLeftOut() {
+    Flipped all(m_controls.source, m_flipY);
+    std::vector<std::optional<double>> errors(all.points.size());
+    for (std::size_t i = 0; i < errors.size(); ++i) {
+      std::vector<GEOREFPOINT> source = all.points, destination = m_controls.destination;
+      source.erase(source.begin() + static_cast<std::ptrdiff_t>(i));
+      destination.erase(destination.begin() + static_cast<std::ptrdiff_t>(i));
+      GEOREF record = Record(source);
+      record.nControls = Count() - 1;
+      record.pDst = destination.data();
+      CGeorefTransform others;
+      GEOREFPOINT image = all.points[i];
+      if (record.nControls < 1 || !others.Create(&record) || !others.Forward(&image, 1)) continue;
+      errors[i] = std::hypot(image.x - m_controls.destination[i].x, image.y - m_controls.destination[i].y);
+    }
+    return errors;
   }
 
   /// True when the transform is a plane map with six coefficients.
@@ -170,6 +193,26 @@ std::string Digits(double value) {
   return {text, std::to_chars(text, text + sizeof text, value, std::chars_format::general, 15).ptr};
 }
 
+/// What warps report: their residuals are 0 at every control, what they miss without it is not.
+void ReportLeftOut(Fit& fit, int decimals, std::FILE* out) {
+  std::fprintf(out, "\neach point by the fit to the others:\n%5s %12s\n", "POINT", "ERROR");
+  double squares = 0;
+  std::size_t count = 0, point = 0;
+  for (const std::optional<double>& error : fit.ErrorsLeftOut()) {
+    ++point;
+    if (!error) {
+      std::fprintf(out, "%5zu %12s\n", point, "-");
+      continue;
+    }
+    std::fprintf(out, "%5zu %12.*f\n", point, decimals, *error);
+    squares += *error * *error;
+    ++count;
+  }
+  if (count > 0) {
+    std::fprintf(out, "root mean square  %.*f\n", decimals, std::sqrt(squares / static_cast<double>(count)));
+  }
+}
+
 void Report(Fit& fit, int decimals, std::FILE* out) {
   const Controls& controls = fit.ControlPoints();
   std::vector<GEOREFPOINT> images = controls.source;
@@ -181,18 +224,30 @@ void Report(Fit& fit, int decimals, std::FILE* out) {
                "ERROR");
   for (std::size_t i = 0; i < errors.size(); ++i) {
     const GEOREFPOINT from = controls.source[i], to = controls.destination[i];
-    std::fprintf(out, "%5zu %15.*f %15.*f %15.*f %15.*f %12.*f %12.*f %12.*f\n", i + 1, decimals, from.x, decimals,
+    std::fprintf(out, "%5zu %15.*f %15.*f %15.*f %15.*f %12.*f %12.*f %12.*f", i + 1, decimals, from.x, decimals,
                  from.y, decimals, to.x, decimals, to.y, decimals, images[i].x - to.x, decimals, images[i].y - to.y,
                  decimals, errors[i]);
+    if (!controls.names.empty()) std::fprintf(out, "  %s", controls.names[i].c_str());
+    std::fputc('\n', out);
   }
   const auto worst = std::max_element(errors.begin(), errors.end());
   std::fprintf(out, "\ntotal error (root mean square)  %.*f\nlargest error                   %.*f at point %td\n",
                decimals, total, decimals, *worst, worst - errors.begin() + 1);
+  if (fit.IsWarp()) ReportLeftOut(fit, decimals, out);
   if (!fit.HasCoefficients()) return;
   const std::array<double, 6> c = fit.Coefficients();
   std::fprintf(out, "\nX = %s + x * %s + y * %s\nY = %s + x * %s + y * %s\n", Digits(c[0]).c_str(),
                Digits(c[1]).c_str(), Digits(c[2]).c_str(), Digits(c[3]).c_str(), Digits(c[4]).c_str(),
                Digits(c[5]).c_str());
+}
+
+/// Control points as the raster tools of GDAL take them: -gcp pixel line easting northing.
+void PrintGcps(const Controls& controls) {
+  for (std::size_t i = 0; i < controls.source.size(); ++i) {
+    const GEOREFPOINT from = controls.source[i], to = controls.destination[i];
+    std::printf("-gcp %s %s %s %s\n", Digits(from.x).c_str(), Digits(from.y).c_str(), Digits(to.x).c_str(),
+                Digits(to.y).c_str());
+  }
 }
 
 /// Six lines: the steps of one column and of one row, and the position of the centre of the upper left pixel, which
@@ -202,18 +257,35 @@ void WriteWorldFile(Fit& fit, const Options& options) {
   RefuseSameFile(options.controls, options.worldFile);
   if (!options.table.file.empty()) RefuseSameFile(options.table.file, options.worldFile);
   const std::array<double, 6> c = fit.Coefficients();
-  std::ofstream file(options.worldFile, std::ios::binary);
+  OutputFile file(options.worldFile);
   for (const double value : {c[1], c[4], c[2], c[5], c[0] + (c[1] + c[2]) / 2, c[3] + (c[4] + c[5]) / 2}) {
-    file << Digits(value) << "\n";
+    file.Write(Digits(value) + "\n");
   }
-  file.flush();
-  if (!file) throw Failure("cannot write " + options.worldFile);
+  file.Commit();
 }
+
+/// Runs the points of a table through a fit of its own.
+struct Warper {
+  Fit fit;
+  std::vector<GEOREFPOINT> block;
+
+  void operator()(std::vector<PROJPOINT>& points) {
+    block.resize(points.size());
+    std::transform(points.begin(), points.end(), block.begin(), [](const PROJPOINT& p) {
+      return GEOREFPOINT{p.x, p.y};
+    });
+    fit.Forward(block.data(), block.size());
+    std::transform(block.begin(), block.end(), points.begin(), [](const GEOREFPOINT& p) {
+      return PROJPOINT{p.x, p.y};
+    });
+  }
+};
 
 int Run(const Options& options) {
   const Method& method = FindMethod(options.method);
   // A report or a world file alone needs no points; FILE "-" asks for both.
-  const bool points = !options.table.file.empty() || (!options.report && options.worldFile.empty());
+  const bool points = !options.table.file.empty() || !options.table.coordinates.empty() ||
+                      (!options.report && !options.gcp && options.worldFile.empty());
   TableOptions table = options.table;
   if (table.file.empty()) table.file = "-";
   if (points && table.file == "-" && options.controls == "-") throw Failure("two inputs cannot be standard input");
@@ -223,15 +295,10 @@ int Run(const Options& options) {
     const int decimals = table.format.decimals < 0 ? 4 : table.format.decimals;
     Report(fit, decimals, points && table.output == "-" ? stderr : stdout);
   }
+  if (options.gcp) PrintGcps(fit.ControlPoints());
   if (!points) return kSuccess;
   std::fflush(stdout);
-  std::vector<GEOREFPOINT> block;
-  return ConvertTable(table, Kind::Projected, Kind::Projected, [&](std::vector<PROJPOINT>& pts) {
-    block.resize(pts.size());
-    std::transform(pts.begin(), pts.end(), block.begin(), [](const PROJPOINT& p) { return GEOREFPOINT{p.x, p.y}; });
-    fit.Forward(block.data(), block.size());
-    std::transform(block.begin(), block.end(), pts.begin(), [](const GEOREFPOINT& p) { return PROJPOINT{p.x, p.y}; });
-  });
+  return ConvertTable(table, Kind::Projected, Kind::Projected, ConverterFactory([&] { return Warper{fit, {}}; }));
 }
 
 }  // namespace
@@ -246,6 +313,7 @@ void AddGeorefCommand(CLI::App& app, int& status) {
                     "Print the residuals at the controls and, for affine and helmert, the coefficients");
   command->add_option("--world-file", options->worldFile,
                       "Write a world file (affine, helmert); pixel (0, 0) of the controls is the raster's corner");
+  command->add_flag("--gcp", options->gcp, "Print the control points as -gcp options of GDAL's raster tools");
   command->add_flag("--flip-y", options->flipY, "Change the sign of source y first: rows count downwards (helmert)");
   options->table.file.clear();
   AddTableOptions(*command, options->table);

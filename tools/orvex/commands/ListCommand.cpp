@@ -1,35 +1,95 @@
 // ListCommand - orvex list: the catalogues as tables.
+#include <algorithm>
 #include <cstdio>
 #include <memory>
+#include <sstream>
 
 #include <orvex/orvex.h>
 
 #include "Failure.h"
+#include "Units.h"
 #include "commands/Commands.h"
 #include "commands/DatumOptions.h"
 #include "commands/Names.h"
 #include "commands/ProjectionOptions.h"
+#include "commands/SystemCommands.h"
+#include "tables/Fields.h"
 
 namespace orvex::tool {
 
 namespace {
 
-/// A code, or a dash for none.
-std::string Code(int code) {
-  return code != 0 ? std::to_string(code) : "-";
+struct Options {
+  std::string filter, ini, projection;
+  bool csv = false;
+};
+
+struct Column {
+  const char* name;
+  int width;  ///< negative: to the left
+};
+
+/// Prints rows as aligned columns or as CSV; of rows without the words that are looked for nothing.
+class Listing {
+ public:
+  Listing(const Options& options, std::vector<Column> columns) : m_csv(options.csv), m_columns(std::move(columns)) {
+    std::istringstream words(Lower(options.filter));
+    for (std::string word; words >> word;) m_words.push_back(word);
+    std::vector<std::string> names;
+    for (const Column& column : m_columns) names.push_back(m_csv ? Lower(column.name) : column.name);
+    Print(names);
+  }
+
+  void Add(const std::vector<std::string>& cells) {
+    std::string row;
+    for (const std::string& cell : cells) row += Lower(cell) + " ";
+    const auto holds = [&](const std::string& word) { return row.find(word) != std::string::npos; };
+    if (std::all_of(m_words.begin(), m_words.end(), holds)) Print(cells);
+  }
+
+ private:
+  void Print(const std::vector<std::string>& cells) const {
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+      const bool last = i + 1 == cells.size();
+      if (m_csv) {
+        const bool quote = cells[i].find_first_of(",\"") != std::string::npos;
+        std::printf("%s%s", quote ? Quoted(cells[i]).c_str() : cells[i].c_str(), last ? "\n" : ",");
+      } else if (last) {
+        std::printf("%s\n", cells[i].c_str());
+      } else {
+        std::printf("%*s  ", m_columns[i].width, cells[i].c_str());
+      }
+    }
+  }
+
+  bool m_csv;
+  std::vector<Column> m_columns;
+  std::vector<std::string> m_words;
+};
+
+/// A code, or a dash for none; nothing in CSV.
+std::string Code(const Options& options, int code) {
+  if (code != 0) return std::to_string(code);
+  return options.csv ? "" : "-";
 }
 
-void ListProjections() {
-  std::printf("%6s  %4s  %s\n", "NUMBER", "MASK", "NAME");
+std::string Number(const char* format, double value) {
+  char text[40];
+  std::snprintf(text, sizeof text, format, value);
+  return text;
+}
+
+void ListProjections(const Options& options) {
+  Listing list(options, {{"NUMBER", 6}, {"MASK", 4}, {"NAME", 0}});
   for (int type = 0; type < ProjNumProjections(); ++type) {
-    char name[80];
-    const unsigned mask = ProjGetProjectionInfo(static_cast<ProjType>(type), name);
-    std::printf("%6d  0x%02X  %s\n", type, mask, name);
+    char name[80], mask[8];
+    std::snprintf(mask, sizeof mask, "0x%02X", ProjGetProjectionInfo(static_cast<ProjType>(type), name) & 0xFF);
+    list.Add({std::to_string(type), mask, name});
   }
 }
 
-void ListEllipsoids() {
-  std::printf("%6s  %6s  %14s  %14s  %s\n", "NUMBER", "POSC", "RADIUS (m)", "1/FLATTENING", "NAME");
+void ListEllipsoids(const Options& options) {
+  Listing list(options, {{"NUMBER", 6}, {"POSC", 6}, {"RADIUS (m)", 14}, {"1/FLATTENING", 14}, {"NAME", 0}});
   for (int i = ET_USER_DEFINED + 1; i <= ET_BESSEL_NGO_1948; ++i) {
     const auto type = static_cast<EllipsoidType>(i);
     char name[80];
@@ -37,14 +97,13 @@ void ListEllipsoids() {
     int posc = 0;
     EllipsoidInfo(type, name, &radius, &flattening);
     EllipsoidToPOSCNumber(type, &posc);
-    char inverse[40] = "sphere";
-    if (flattening != 0) std::snprintf(inverse, sizeof inverse, "%.7f", 1 / flattening);
-    std::printf("%6d  %6s  %14.4f  %14s  %s\n", i, Code(posc).c_str(), radius, inverse, name);
+    list.Add({std::to_string(i), Code(options, posc), Number("%.4f", radius),
+              flattening != 0 ? Number("%.7f", 1 / flattening) : "sphere", name});
   }
 }
 
-void ListZones() {
-  std::printf("%6s  %6s  %6s  %6s  %s\n", "NUMBER", "USGS", "1927", "1983", "NAME");
+void ListZones(const Options& options) {
+  Listing list(options, {{"NUMBER", 6}, {"USGS", 6}, {"1927", 6}, {"1983", 6}, {"NAME", 0}});
   for (int i = 0; i < SZ_NONE; ++i) {
     const auto zone = static_cast<StateZoneType>(i);
     char name[80];
@@ -52,42 +111,47 @@ void ListZones() {
     ProjGetStateZoneInfo(zone, name, &usgs);
     ProjStateZoneToPOSCNumber(PT_STATEPLANE27, zone, &posc27);
     ProjStateZoneToPOSCNumber(PT_STATEPLANE83, zone, &posc83);
-    std::printf("%6d  %6s  %6s  %6s  %s\n", i, Code(usgs).c_str(), Code(posc27).c_str(), Code(posc83).c_str(), name);
+    list.Add({std::to_string(i), Code(options, usgs), Code(options, posc27), Code(options, posc83), name});
   }
 }
 
-void ListDatums(const std::string& ini) {
+void ListDatums(const Options& options) {
   static constexpr const char* kMethods[] = {"none", "NADCON",     "Bursa-Wolf", "Molodensky",
                                              "HARN", "regression", "NTv2"};
-  const char* const file = ini.empty() ? nullptr : ini.c_str();
-  const std::vector<std::string> names = DatumNames(ini);
-  std::printf("%6s  %6s  %-10s  %-10s  %s\n", "NUMBER", "POSC", "METHOD", "REVERSIBLE", "NAME");
+  const char* const file = options.ini.empty() ? nullptr : options.ini.c_str();
+  const std::vector<std::string> names = DatumNames(options.ini);
+  Listing list(options, {{"NUMBER", 6}, {"POSC", 6}, {"METHOD", -10}, {"REVERSIBLE", -10}, {"NAME", 0}});
   for (std::size_t i = 1; i < names.size(); ++i) {
     DatumMethod method{};
     int posc = 0;
     const bool known = NDatGetDatumMethod(file, names[i].c_str(), &method);
     if (i < static_cast<std::size_t>(DatNumDatums())) DatGetDatumPOSCNumber(static_cast<DatumType>(i), &posc);
-    std::printf("%6zu  %6s  %-10s  %-10s  %s\n", i, Code(posc).c_str(), known ? kMethods[method] : "unreadable",
-                CanBeDestination(ini, names[i]) ? "yes" : "no", names[i].c_str());
+    list.Add({std::to_string(i), Code(options, posc), known ? kMethods[method] : "unreadable",
+              CanBeDestination(options.ini, names[i]) ? "yes" : "no", names[i]});
   }
 }
 
+void ListUnits(const Options& options) {
+  Listing list(options, {{"SYMBOL", -10}, {"METRES", 16}, {"NAME", 0}});
+  for (const Unit& unit : Units()) list.Add({unit.symbol, Number("%.12g", unit.metres), unit.name});
+}
+
 /// Names, types and units of the parameters, the used ones marked and in display order first.
-void ListParams(const std::string& projection) {
-  const auto type = static_cast<ProjType>(FindName(ProjectionNames(), projection, "projection"));
+void ListParams(const Options& options) {
+  const auto type = static_cast<ProjType>(FindName(ProjectionNames(), options.projection, "projection"));
   static constexpr const char* kTypes[] = {"number", "yes/no", "projection", "zone", "ellipsoid"};
-  const auto print = [](const Parameter& parameter, const char* used) {
-    std::printf("%-4s  %-10s  %-10s  %-20s  %s\n", used, parameter.shortName.c_str(), kTypes[parameter.type],
-                parameter.unit.empty() ? "-" : parameter.unit.c_str(), parameter.name.c_str());
+  Listing list(options, {{"USED", -4}, {"SHORT", -10}, {"TYPE", -10}, {"UNIT", -20}, {"NAME", 0}});
+  const auto add = [&](const Parameter& parameter, const char* used) {
+    list.Add({used, parameter.shortName, kTypes[parameter.type], parameter.unit.empty() ? "-" : parameter.unit,
+              parameter.name});
   };
-  std::printf("%-4s  %-10s  %-10s  %-20s  %s\n", "USED", "SHORT", "TYPE", "UNIT", "NAME");
   for (int i = 0; i < ProjNumParams(type); ++i) {
     for (const Parameter& parameter : Parameters()) {
-      if (parameter.id == ProjEnumParam(type, i)) print(parameter, "yes");
+      if (parameter.id == ProjEnumParam(type, i)) add(parameter, "yes");
     }
   }
   for (const Parameter& parameter : Parameters()) {
-    if (!ProjUsesParam(type, parameter.id)) print(parameter, "-");
+    if (!ProjUsesParam(type, parameter.id)) add(parameter, "-");
   }
 }
 
@@ -96,23 +160,30 @@ void ListParams(const std::string& projection) {
 void AddListCommand(CLI::App& app, int& status) {
   CLI::App* command = app.add_subcommand("list", "List what the library knows");
   command->require_subcommand(1);
-  const auto add = [&](const char* name, const char* help, void (*run)()) {
-    command->add_subcommand(name, help)->callback([run, &status] {
-      run();
+  const auto options = std::make_shared<Options>();
+  const auto add = [&](const char* name, const char* help, void (*run)(const Options&)) {
+    CLI::App* list = command->add_subcommand(name, help);
+    list->add_flag("--csv", options->csv, "Comma-separated, for other programs");
+    list->callback([run, options, &status] {
+      run(*options);
       status = kSuccess;
     });
+    return list;
   };
-  add("projections", "The projections", ListProjections);
-  add("ellipsoids", "The ellipsoids", ListEllipsoids);
-  add("zones", "The US state plane zones", ListZones);
-
-  const auto text = std::make_shared<std::string>();
-  CLI::App* datums = command->add_subcommand("datums", "The datums");
-  datums->add_option("--ini", *text, "INI file with custom datums");
-  datums->callback([text] { ListDatums(*text); });
-  CLI::App* params = command->add_subcommand("params", "The parameters of a projection");
-  params->add_option("TYPE", *text, "Projection by name")->required();
-  params->callback([text] { ListParams(*text); });
+  const auto addFiltered = [&](const char* name, const char* help, void (*run)(const Options&)) {
+    CLI::App* list = add(name, help, run);
+    list->add_option("TEXT", options->filter, "Only rows that hold these words");
+    return list;
+  };
+  addFiltered("projections", "The projections", ListProjections);
+  addFiltered("ellipsoids", "The ellipsoids", ListEllipsoids);
+  addFiltered("units", "The units of length", ListUnits);
+  addFiltered("zones", "The US state plane zones", ListZones);
+  addFiltered("datums", "The datums", ListDatums)->add_option("--ini", options->ini, "INI file with custom datums");
+  add("params", "The parameters of a projection", ListParams)
+      ->add_option("TYPE", options->projection, "Projection by name")
+      ->required();
+  AddListSystems(*command, status);
 }
 
 }  // namespace orvex::tool

@@ -1,12 +1,11 @@
 // MapCommand - orvex map: the world, or the user's own shapes, drawn in a projection as an SVG picture.
 #include <cstdio>
-#include <fstream>
 #include <memory>
 
-#include "Failure.h"
 #include "commands/Commands.h"
 #include "commands/ProjectionOptions.h"
 #include "maps/MapSheet.h"
+#include "tables/Files.h"
 
 namespace orvex::tool {
 
@@ -20,16 +19,9 @@ struct Options {
 };
 
 void Write(const std::string& file, const std::string& text) {
-  if (file == "-") {
-    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0) {
-      throw Failure("cannot write to standard output");
-    }
-    return;
-  }
-  std::ofstream out(file, std::ios::binary);
-  out << text;
-  out.close();
-  if (!out) throw Failure("cannot write " + file);
+  OutputFile out(file);
+  out.Write(text);
+  out.Commit();
 }
 
 int Run(Options& options) {

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstddef>
 #include <numeric>
+#include <optional>
 
 #include "Failure.h"
 
@@ -51,6 +52,85 @@ std::string Initials(const std::string& text) {
   return initials;
 }
 
+/// Short names that people know from elsewhere; letters and digits alone count.
+struct Alias {
+  std::string_view kind, typed, name;
+};
+
+constexpr Alias kAliases[] = {
+    {"datum", "wgs84", "World Geodetic System 1984"},
+    {"datum", "wgs72", "World Geodetic System 1972"},
+    {"datum", "nad83", "North American Datum 1983"},
+    {"datum", "nad27", "North American Datum 1927"},
+    {"datum", "ed50", "European 1950 - Mean"},
+    {"datum", "sad69", "South American 1969"},
+    {"datum", "agd66", "Australian Geodetic 1966"},
+    {"datum", "agd84", "Australian Geodetic 1984"},
+    {"datum", "pulkovo42", "Pulkovo 1942 - Russia"},
+    {"datum", "ch1903", "Switzerland - CH1903 (Bursa-Wolf)"},
+    {"ellipsoid", "grs80", "GRS 1980 / IUGG 1980"},
+    {"ellipsoid", "grs1980", "GRS 1980 / IUGG 1980"},
+    {"ellipsoid", "clrk66", "Clarke 1866"},
+    {"ellipsoid", "intl", "International 1924"},
+    {"projection", "latlong", "Unprojected Lat/Long"},
+    {"projection", "longlat", "Unprojected Lat/Long"},
+    {"projection", "merc", "Mercator"},
+    {"projection", "aea", "Albers Equal Area Conic"},
+    {"projection", "albers", "Albers Equal Area Conic"},
+    {"projection", "mill", "Miller Cylindrical"},
+    {"projection", "miller", "Miller Cylindrical"},
+    {"projection", "utm", "Universal Transverse Mercator (UTM)"},
+    {"projection", "lcc", "Lambert Conformal Conic"},
+    {"projection", "stere", "Stereographic"},
+    {"projection", "ortho", "Orthographic"},
+    {"projection", "moll", "Mollweide"},
+    {"projection", "poly", "Polyconic"},
+    {"projection", "omerc", "Hotine Oblique Mercator"},
+    {"projection", "eqc", "Equidistant Cylindrical"},
+    {"projection", "platecarree", "Equidistant Cylindrical"},
+    {"projection", "robin", "Robinson"},
+    {"projection", "vandg", "Van Der Grinten"},
+    {"projection", "cass", "Cassini"},
+    {"projection", "tm", "Transverse Mercator"},
+    {"projection", "tmerc", "Transverse Mercator"},
+    {"projection", "gk", "Gauss-Kruger / Gauss Conformal"},
+    {"projection", "gausskruger", "Gauss-Kruger / Gauss Conformal"},
+    {"projection", "sinu", "Sinusoidal"},
+    {"projection", "laea", "Lambert Azimuthal Equal Area"},
+    {"projection", "eck4", "Eckert IV"},
+    {"projection", "eck6", "Eckert VI"},
+    {"projection", "eqdc", "Equidistant Conic"},
+    {"projection", "gnom", "Gnomonic"},
+    {"projection", "aeqd", "Azimuthal Equidistant"},
+    {"zone", "mississippieast", "Missippippi East"},  // as the catalogue spells them
+    {"zone", "mississippiwest", "Missippippi West"},
+};
+
+/// Letters and digits of a text, lower case: "WGS 84" and "wgs-84" are "wgs84".
+std::string Squashed(std::string_view text) {
+  std::string squashed;
+  for (const std::string& word : Words(Lower(text))) squashed += word;
+  return squashed;
+}
+
+std::optional<std::size_t> FindSquashed(const std::vector<std::string>& candidates, std::string_view text,
+                                        std::string_view kind) {
+  const std::string wanted = Squashed(text);
+  if (wanted.empty()) return std::nullopt;
+  std::string_view name;
+  for (const Alias& alias : kAliases) {
+    if (alias.kind == kind && alias.typed == wanted) name = alias.name;
+  }
+  const auto means = [&](const std::string& candidate) {
+    return name.empty() ? Squashed(candidate) == wanted : candidate == name;
+  };
+  const auto found = std::find_if(candidates.begin(), candidates.end(), means);
+  if (found == candidates.end() || std::find_if(found + 1, candidates.end(), means) != candidates.end()) {
+    return std::nullopt;  // none, or more than one
+  }
+  return static_cast<std::size_t>(found - candidates.begin());
+}
+
 /// Up to three candidates that the text may have meant: those that hold its words, else those a few edits away.
 std::vector<std::string> Suggestions(const std::vector<std::string>& candidates, const std::string& wanted) {
   const std::vector<std::string> words = Words(wanted);
@@ -88,6 +168,7 @@ std::size_t FindName(const std::vector<std::string>& candidates, std::string_vie
   for (std::size_t i = 0; i < candidates.size(); ++i) {
     if (Lower(candidates[i]) == wanted) return i;
   }
+  if (const std::optional<std::size_t> found = FindSquashed(candidates, text, kind)) return *found;
   std::string message = "unknown " + std::string(kind) + " \"" + std::string(text) + "\"";
   const std::vector<std::string> names = Suggestions(candidates, wanted);
   for (std::size_t i = 0; i < names.size(); ++i) {

@@ -7,8 +7,9 @@
 
 namespace orvex::tool {
 
-/// Index of the candidate that equals the text without regard to case. Otherwise throws a Failure that says what kind
-/// of thing was looked for and suggests the nearest candidates.
+/// Index of the candidate that equals the text without regard to case, else of the one that an alias of its kind or the
+/// same letters and digits name. Otherwise throws a Failure that says what kind of thing was looked for and suggests
+/// the nearest candidates.
 std::size_t FindName(const std::vector<std::string>& candidates, std::string_view text, std::string_view kind);
 
 std::string Lower(std::string_view text);

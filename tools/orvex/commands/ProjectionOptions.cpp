@@ -3,8 +3,10 @@
 
 #include <algorithm>
 #include <cstring>
+#include <set>
 
 #include <orvex/orvex.h>
+#include <shr/exception.h>
 
 #include "Failure.h"
 #include "StatePlane.h"
@@ -15,7 +17,7 @@ namespace orvex::tool {
 
 namespace {
 
-constexpr int kEllipsoidId = 20, kRadiusId = 21, kFlatteningId = 22;
+constexpr int kScaleId = 2, kEllipsoidId = 20, kRadiusId = 21, kFlatteningId = 22;
 
 struct Spelling {
   int id;
@@ -91,6 +93,16 @@ void Store(PROJDATA& record, const Parameter& parameter, Value value) {
   ProjSetParam(&record, parameter.id, &value);
 }
 
+std::optional<double> ReadParameterAngle(const Parameter& parameter, const std::string& text) {
+  const std::optional<Angle> angle = ReadAngle(text, Blanks::Allowed);
+  if (!angle) return std::nullopt;
+  const bool isLatitude = parameter.shortName.starts_with("lat"), isLongitude = parameter.shortName.starts_with("lon");
+  if ((isLatitude || isLongitude) && IsOtherAxis(angle->hemisphere, isLatitude)) {
+    throw Failure(parameter.shortName + "=" + text + " has the letter of a " + (isLatitude ? "longitude" : "latitude"));
+  }
+  return angle->degrees;
+}
+
 /// Stores one NAME=VALUE and answers the parameter's id.
 int Set(PROJDATA& record, const std::string& setting) {
   const std::size_t equals = setting.find('=');
@@ -99,7 +111,7 @@ int Set(PROJDATA& record, const std::string& setting) {
   const Parameter& parameter = FindParameter(record.Type, name);
   switch (parameter.type) {
     case PDT_DOUBLE: {
-      const auto value = parameter.unit == "degrees" ? ParseAngle(text) : ParseNumber(text);
+      const auto value = parameter.unit == "degrees" ? ReadParameterAngle(parameter, text) : ParseNumber(text);
       if (!value) throw Failure("cannot read the value of " + setting);
       if (parameter.id == kRadiusId) record.Ellipsoid = ET_USER_DEFINED;
       Store(record, parameter, *value);
@@ -119,6 +131,46 @@ int Set(PROJDATA& record, const std::string& setting) {
   }
   return parameter.id;
 }
+
+/// How the zone was named, when a zone stands for its parameters.
+std::string ZoneOption(const ProjectionOptions& o) {
+  const std::string dashes = "--" + o.prefix;
+  if (!o.utm.empty()) return dashes + "utm " + o.utm;
+  if (!o.statePlane27.empty()) return dashes + "stateplane27 " + o.statePlane27;
+  if (!o.statePlane83.empty()) return dashes + "stateplane83 " + o.statePlane83;
+  return o.posc != 0 ? dashes + "posc " + std::to_string(o.posc) : "";
+}
+
+/// Takes note of what is set, and refuses what contradicts it.
+class Settings {
+ public:
+  explicit Settings(const ProjectionOptions& options) : m_zone(ZoneOption(options)) {
+    m_dashes = "--" + options.prefix;
+    if (!options.ellipsoid.empty()) m_ellipsoid = m_dashes + "ellipsoid";
+  }
+
+  void Add(int id) {
+    const Parameter& parameter = *std::find_if(Parameters().begin(), Parameters().end(),
+                                               [id](const Parameter& known) { return known.id == id; });
+    if (!m_ids.insert(id).second) throw Failure(parameter.shortName + " is set twice");
+    if (id == kEllipsoidId || id == kRadiusId) {
+      const std::string option = m_dashes + "set " + parameter.shortName;
+      if (!m_ellipsoid.empty())
+        throw Failure(m_ellipsoid + " and " + option + " both choose the ellipsoid; leave one out");
+      m_ellipsoid = option;
+    } else if (!m_zone.empty() && id != kScaleId && id != kFlatteningId) {
+      throw Failure(m_zone + " has its own " + parameter.shortName + "; for another one name the projection with " +
+                    m_dashes + "proj");
+    }
+  }
+
+  bool HasFlattening() const { return m_ids.contains(kFlatteningId); }
+  bool HasEllipsoid() const { return !m_ellipsoid.empty(); }
+
+ private:
+  std::string m_dashes, m_zone, m_ellipsoid;  // the latter: by what they were chosen
+  std::set<int> m_ids;
+};
 
 void ChooseUtm(PROJDATA& record, const std::string& text) {
   int zone = 0;
@@ -165,23 +217,147 @@ void ChooseProjection(PROJDATA& record, const ProjectionOptions& o) {
   }
 }
 
+void StoreFigure(PROJDATA& record, const Figure& figure) {
+  record.Ellipsoid = figure.type;
+  if (figure.type != ET_USER_DEFINED) return;
+  record.MajorRadius = figure.radius;
+  record.Flattening = figure.flattening;
+}
+
+/// Projections that take the semi-major axis of their ellipsoid for the radius of a sphere.
+bool IsOfTheSphere(ProjType type) {
+  switch (type) {
+    case PT_MILLER:
+    case PT_ORTHOGRAPHIC:
+    case PT_MOLLWEIDE:
+    case PT_EQUICYLINDRICAL:
+    case PT_ROBINSON:
+    case PT_VANDERGRINTEN:
+    case PT_CASSINI:
+    case PT_LAMBERTAZIMUTHAL:
+    case PT_ROBINSONSTERLING:
+    case PT_ECKERT4:
+    case PT_ECKERT6:
+    case PT_EQUICONIC:
+    case PT_GNOMONIC:
+    case PT_AZIMUTHALEQUI:
+      return true;
+    default:
+      return false;
+  }
+}
+
+void WarnOfSphere(const PROJDATA& record) {
+  const Figure figure = FigureOf(record);
+  if (!IsOfTheSphere(record.Type) || figure.flattening == 0) return;
+  char radius[40];
+  std::snprintf(radius, sizeof radius, "%.10g", figure.radius);
+  Warn(ProjectionNames()[static_cast<std::size_t>(record.Type)] + " is a projection of the sphere: of the ellipsoid (" +
+       FigureName(figure) + ") it takes the radius " + radius + " m and not the flattening");
+}
+
+/// The systems of 1927 are in US survey feet in the EPSG registry, those of 1983 that have a number here in metres.
+void WarnOfFeet(const PROJDATA& record, const ProjectionOptions& options) {
+  if (record.Type != PT_STATEPLANE27) return;
+  Warn("the system of the POSC (EPSG) number " + std::to_string(options.posc) +
+       " is in US survey feet, the coordinates here are metres; for feet say --" +
+       (options.prefix.empty() ? "to-unit us-ft (--from-unit with --inverse)" : options.prefix + "unit us-ft") +
+       ", or m to say that metres are meant");
+}
+
+/// Settings that cure a failed check, by the number of its message.
+struct Cure {
+  int message;
+  const char* settings;  ///< each a NAME=VALUE
+};
+
+constexpr Cure kCures[] = {{20231, "scale=1"},
+                           {20232, "k0=0.9996"},
+                           {20233, "x0=500000"},
+                           {20234, "y0=0"},
+                           {20235, "lon0=9"},
+                           {20236, "lon1=-40.6"},
+                           {20237, "lon2=139.8"},
+                           {20238, "lon3=0"},
+                           {20239, "lat0=45"},
+                           {20240, "lat1=33"},
+                           {20241, "lat2=45"},
+                           {20242, "lat3=0"},
+                           {20243, "alpha=30"},
+                           {20244, "lat1=40"},
+                           {20245, "lat1=29.5 lat2=45.5"},
+                           {20246, "alpha=30"},
+                           {20247, "lat1=33 lat2=45"},
+                           {20248, "ellipsoid=7030"},
+                           {20249, "radius=6371000"},
+                           {20250, "flattening=0.00335"},
+                           {20251, "lat0=0"},
+                           {20252, "zone=\"Texas Central\""},
+                           {20253, "lat1=40.6 lon1=-73.8 lat2=35.5 lon2=139.8"},
+                           {20254, "lat1=40.6"},
+                           {20255, "lat2=35.5"},
+                           {20256, "lat1=29.5 lat2=45.5"}};
+
+/// The options of a cure: " --set lat1=33 --set lat2=45".
+std::string CureOptions(const char* settings, const std::string& prefix) {
+  std::string options;
+  bool quoted = false, fresh = true;
+  for (const char* at = settings; *at != '\0'; ++at) {
+    if (fresh) options += " --" + prefix + "set ";
+    if (*at == '"') quoted = !quoted;
+    fresh = *at == ' ' && !quoted;
+    if (!fresh) options += *at;
+  }
+  return options;
+}
+
+/// Makes the projection once, so that a check that fails can be explained.
+void Check(PROJDATA record, const std::string& prefix) {
+  try {
+    const CProjector projector(&record);
+  } catch (const shr::Exception& e) {
+    const auto* const cure = std::find_if(std::begin(kCures), std::end(kCures),
+                                          [&](const Cure& known) { return known.message == e.MessageId(); });
+    if (cure == std::end(kCures)) throw;
+    throw Failure(e.what() + (", for example:" + CureOptions(cure->settings, prefix)));
+  }
+}
+
+/// Positions of a datum stand on its ellipsoid; on another one they lie up to hundreds of metres off.
+void CompareFigures(const PROJDATA& record, const SideDatum& datum) {
+  const Figure figure = FigureOf(record);
+  if (figure.flattening == 0 || SameFigure(figure, datum.figure)) return;  // a sphere is chosen knowingly
+  Warn((IsStatePlane(record) ? "the zone's ellipsoid (" : "the projection's ellipsoid (") + FigureName(figure) +
+       ") is not that of " + datum.option + " (" + FigureName(datum.figure) + ")");
+}
+
 }  // namespace
 
 bool ProjectionOptions::Given() const {
-  return !projection.empty() || !utm.empty() || !statePlane27.empty() || !statePlane83.empty() || posc != 0;
+  return !projection.empty() || !utm.empty() || !statePlane27.empty() || !statePlane83.empty() || posc != 0 ||
+         !mgrs.empty();
 }
 
 void AddProjectionOptions(CLI::App& command, ProjectionOptions& options, const std::string& prefix) {
   const std::string dashes = "--" + prefix;
+  options.prefix = prefix;
   command.add_option(dashes + "proj", options.projection, "Projection by name, see: orvex list projections");
-  command.add_option(dashes + "utm", options.utm, "UTM zone, for example 33N");
-  command.add_option(dashes + "stateplane27", options.statePlane27, "State plane zone of 1927 by name");
-  command.add_option(dashes + "stateplane83", options.statePlane83, "State plane zone of 1983 by name");
+  command.add_option(dashes + "utm", options.utm, "UTM zone, for example 33N; auto: by point, with a zone column");
+  command.add_flag(
+      dashes + "mgrs{5}", options.mgrs,
+      "MGRS references, by point; --" + prefix + "mgrs=N: N digits for each coordinate (default 5: metres)");
+  command.add_option(dashes + "stateplane27", options.statePlane27, "State plane zone of 1927 by name, or auto");
+  command.add_option(dashes + "stateplane83", options.statePlane83, "State plane zone of 1983 by name, or auto");
   command.add_option(dashes + "posc", options.posc, "State plane zone by POSC (EPSG) number, for example 26939");
   command.add_option(dashes + "set", options.settings, "Parameter as NAME=VALUE, see: orvex list params TYPE")
       ->allow_extra_args(false);
   command.add_option(dashes + "ellipsoid", options.ellipsoid, "Ellipsoid by name or POSC number (default WGS 84)");
   command.add_flag(dashes + "wrap", options.wrap, "Wrap longitude differences into +-180 degrees (world projections)");
+}
+
+void AddStatedOption(CLI::App& command, bool& stated) {
+  command.add_flag("--stated", stated,
+                   "Compute as hosts of the library get it unless they ask for exact computation (docs/accuracy.md)");
 }
 
 EllipsoidType ParseEllipsoid(const std::string& text) {
@@ -193,17 +369,23 @@ EllipsoidType ParseEllipsoid(const std::string& text) {
   return static_cast<EllipsoidType>(FindName(EllipsoidNames(), text, "ellipsoid"));
 }
 
-PROJDATA MakeRecord(const ProjectionOptions& options) {
+PROJDATA MakeRecord(const ProjectionOptions& options, const std::optional<SideDatum>& datum) {
   PROJDATA record{};
-  record.Ellipsoid = ET_WGS_84;
+  StoreFigure(record, datum ? datum->figure : FigureOf(ET_WGS_84));
   ChooseProjection(record, options);
   record.bWrapLon = options.wrap;
   if (!options.ellipsoid.empty()) Set(record, "ellipsoid=" + options.ellipsoid);
-  bool flattening = false;
-  for (const std::string& setting : options.settings) flattening |= Set(record, setting) == kFlatteningId;
-  if (flattening && record.Ellipsoid != ET_USER_DEFINED) throw Failure("flattening needs radius set as well");
+  Settings settings(options);
+  for (const std::string& setting : options.settings) settings.Add(Set(record, setting));
+  if (settings.HasFlattening() && record.Ellipsoid != ET_USER_DEFINED) {
+    throw Failure("flattening needs radius set as well");
+  }
   if (IsStatePlane(record) && record.Zone == SZ_NONE)
     throw Failure("name the zone, for example --set zone=\"Texas Central\"");
+  Check(record, options.prefix);
+  if (settings.HasEllipsoid()) WarnOfSphere(record);
+  if (options.posc != 0 && options.unit.empty()) WarnOfFeet(record, options);
+  if (datum) CompareFigures(record, *datum);
   return record;
 }
 

@@ -35,13 +35,27 @@ std::optional<std::size_t> Find(const std::vector<std::string>& columns, std::sp
   return std::nullopt;
 }
 
-bool IsHeader(const TableOptions& options, const std::vector<std::string>& names) {
+bool IsHeader(const TableOptions& options, Kind kind, const std::vector<std::string>& names) {
   const auto named = [&](const std::string& option) {
     return !option.empty() && LooksLikeName(option) &&
            std::find(names.begin(), names.end(), Lower(option)) != names.end();
   };
   return named(options.xColumn) || named(options.yColumn) || (Find(names, kLon) && Find(names, kLat)) ||
-         (Find(names, kX) && Find(names, kY)) || IsHeaderLine(names);
+         (Find(names, kX) && Find(names, kY)) ||
+         (IsHeaderLine(names) && !(kind == Kind::Geographic && HoldsAngle(names)));
+}
+
+/// True when --order puts y (latitude, northing) first; nothing without it.
+std::optional<bool> YFirst(const TableOptions& options) {
+  if (options.order.empty()) return std::nullopt;
+  const std::string order = Lower(options.order);
+  for (const char* xFirst : {"lon,lat", "x,y", "e,n"}) {
+    if (order == xFirst) return false;
+  }
+  for (const char* yFirst : {"lat,lon", "y,x", "n,e"}) {
+    if (order == yFirst) return true;
+  }
+  throw Failure("--order is lon,lat or lat,lon (x,y or y,x), not \"" + options.order + "\"");
 }
 
 std::size_t FromOption(const std::string& option, const std::vector<std::string>& names, bool header) {
@@ -57,25 +71,56 @@ std::size_t FromOption(const std::string& option, const std::vector<std::string>
   return static_cast<std::size_t>(number - 1);
 }
 
+/// The column of the label: by its name, by --x where the label stands alone, else the one behind the coordinates.
+std::size_t LabelPlace(const TableOptions& options, const std::vector<std::string>& names, bool header) {
+  if (options.labelIn.use == Label::Alone && !options.xColumn.empty())
+    return FromOption(options.xColumn, names, header);
+  const auto named = std::find(names.begin(), names.end(), options.labelIn.name);
+  if (named != names.end()) return static_cast<std::size_t>(named - names.begin());
+  if (header) throw Failure("the header has no column \"" + options.labelIn.name + "\"");
+  return options.labelIn.use == Label::Alone ? 0 : 2;
+}
+
+/// A label that stands alone may look like a name, so that only its column's own name makes a header.
+Columns ChooseLabelAlone(const TableOptions& options, const std::vector<std::string>& names) {
+  Columns columns;
+  const std::string& name = LooksLikeName(options.xColumn) ? Lower(options.xColumn) : options.labelIn.name;
+  columns.header = std::find(names.begin(), names.end(), name) != names.end();
+  columns.label = LabelPlace(options, names, columns.header);
+  return columns;
+}
+
 }  // namespace
 
 Columns ChooseColumns(const TableOptions& options, Kind kind, const std::vector<std::string>& names) {
+  if (options.labelIn.use == Label::Alone) return ChooseLabelAlone(options, names);
   Columns columns;
-  columns.header = IsHeader(options, names);
+  columns.header = IsHeader(options, kind, names);
+  const std::optional<bool> yFirst = YFirst(options);
+  if (yFirst && !(options.xColumn.empty() && options.yColumn.empty())) {
+    throw Failure("--order counts the first two columns; --x and --y say otherwise");
+  }
   std::optional<std::size_t> x, y;
   if (columns.header) {
     const bool geographic = kind == Kind::Geographic && (Find(names, kLon) || Find(names, kLat));
     x = Find(names, geographic ? std::span<const std::string_view>(kLon) : kX);
     y = Find(names, geographic ? std::span<const std::string_view>(kLat) : kY);
   }
-  if (!columns.header || names.size() == 2) {
-    if (!x && !y) x = 0, y = 1;
+  if (yFirst && x && y && *yFirst != (*y < *x))
+    throw Failure("the header names the columns in another order than --order");
+  if (!x && !y && (!columns.header || (names.size() == 2 && yFirst))) {
+    x = yFirst.value_or(false) ? 1 : 0;
+    y = 1 - *x;
   }
   if (!options.xColumn.empty()) x = FromOption(options.xColumn, names, columns.header);
   if (!options.yColumn.empty()) y = FromOption(options.yColumn, names, columns.header);
-  if (!x || !y) throw Failure("the header does not tell the coordinate columns; name them with --x and --y");
+  if (!x || !y) {
+    throw Failure(std::string("the header does not tell the coordinate columns; name them with --x and --y") +
+                  (names.size() == 2 ? ", or say --order lon,lat or --order lat,lon" : ""));
+  }
   if (*x == *y) throw Failure("x and y are the same column");
   columns.place = {*x, *y};
+  if (options.labelIn.use == Label::Beside) columns.label = LabelPlace(options, names, columns.header);
   return columns;
 }
 

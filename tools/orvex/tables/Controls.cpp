@@ -1,11 +1,14 @@
 // Controls - the control points of a georeference system, read from a table.
 #include "tables/Controls.h"
 
+#include <algorithm>
 #include <array>
+#include <initializer_list>
 #include <iostream>
 #include <optional>
 
 #include "Failure.h"
+#include "commands/Names.h"
 #include "tables/Coordinate.h"
 #include "tables/Fields.h"
 #include "tables/Files.h"
@@ -22,21 +25,60 @@ struct Row {
   std::string fault;
 };
 
-Row ParseRow(const std::vector<std::string>& fields) {
+/// Which column holds what.
+struct Layout {
+  std::array<std::size_t, kColumns> places{0, 1, 2, 3};  // source x and y, destination x and y
+  std::optional<std::size_t> name, on;
+  std::size_t columns = kColumns;
+
+  /// The first column with one of the names.
+  static std::optional<std::size_t> Find(const std::vector<std::string>& header,
+                                         std::initializer_list<std::string_view> names) {
+    for (std::size_t i = 0; i < header.size(); ++i) {
+      if (std::find(names.begin(), names.end(), Lower(header[i])) != names.end()) return i;
+    }
+    return std::nullopt;
+  }
+
+  explicit Layout(const std::vector<std::string>& header) : columns(header.size()) {
+    on = Find(header, {"on", "enable", "enabled", "use"});
+    const auto mapX = Find(header, {"mapx"}), mapY = Find(header, {"mapy"});
+    const auto sourceX = Find(header, {"sourcex", "pixelx"}), sourceY = Find(header, {"sourcey", "pixely"});
+    if (mapX && mapY && sourceX && sourceY) {
+      places = {*sourceX, *sourceY, *mapX, *mapY};
+      return;
+    }
+    name = Find(header, {"name", "id", "point", "label"});
+    std::size_t next = 0;
+    for (std::size_t i = 0; i < header.size() && next < kColumns; ++i) {
+      if (i != name && i != on) places[next++] = i;
+    }
+    if (header.size() != kColumns + (name ? 1 : 0) + (on ? 1 : 0)) columns = kColumns;  // said for every line
+  }
+  Layout() = default;
+};
+
+Row ParseRow(const Layout& layout, const std::vector<std::string>& fields) {
   Row row;
-  if (fields.size() != kColumns) {
-    row.fault = "has " + std::to_string(fields.size()) + " columns instead of 4";
+  if (fields.size() != layout.columns) {
+    row.fault = "has " + std::to_string(fields.size()) + " columns instead of " + std::to_string(layout.columns);
     return row;
   }
   for (std::size_t i = 0; i < kColumns; ++i) {
-    const std::optional<double> value = ParseAngle(fields[i]);
+    const std::optional<double> value = ParseAngle(fields[layout.places[i]]);
     if (!value) {
-      row.fault = "cannot read column " + std::to_string(i + 1);
+      row.fault = "cannot read column " + std::to_string(layout.places[i] + 1);
       return row;
     }
     row.values[i] = *value;
   }
   return row;
+}
+
+bool IsOff(const Layout& layout, const std::vector<std::string>& fields) {
+  if (!layout.on || *layout.on >= fields.size()) return false;
+  const std::string text = Lower(fields[*layout.on]);
+  return text == "0" || text == "no" || text == "off" || text == "false";
 }
 
 /// The lines of a table as unquoted fields.
@@ -84,13 +126,19 @@ Controls ReadControls(const std::string& file, const std::string& delimiter) {
   Controls controls;
   Reader reader(file, delimiter);
   std::size_t faults = 0;
+  Layout layout;
   for (bool first = true; reader.Next(); first = false) {
-    if (first && reader.closed && IsHeaderLine(reader.fields)) continue;
-    Row row = ParseRow(reader.fields);
+    if (first && reader.closed && IsHeaderLine(reader.fields)) {
+      layout = Layout(reader.fields);
+      continue;
+    }
+    if (reader.closed && IsOff(layout, reader.fields)) continue;
+    Row row = ParseRow(layout, reader.fields);
     if (!reader.closed) row.fault = "a quote is not closed";
     if (row.fault.empty()) {
       controls.source.push_back({row.values[0], row.values[1]});
       controls.destination.push_back({row.values[2], row.values[3]});
+      if (layout.name) controls.names.push_back(reader.fields[*layout.name]);
     } else {
       std::cerr << "orvex: " << reader.Place() << ": " << row.fault << "\n";
       ++faults;

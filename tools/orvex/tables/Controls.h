@@ -10,11 +10,13 @@ namespace orvex::tool {
 
 struct Controls {
   std::vector<GEOREFPOINT> source, destination;
+  std::vector<std::string> names;  ///< of the points; empty when the table has none
 };
 
 /// Reads a table of four columns: source x and y, destination x and y; a header, blank lines and comments ('#') are
-/// passed over. Every bad line is reported on standard error with its number; then the whole file is refused by a
-/// Failure.
+/// passed over. Columns of a header called name (id, point) and on (enable, enabled, use) may come besides, points that
+/// are off (0, no, off, false) are left out. The .points files of QGIS are known by their header. Every bad line is
+/// reported on standard error with its number; then the whole file is refused by a Failure.
 Controls ReadControls(const std::string& file, const std::string& delimiter);
 
 }  // namespace orvex::tool

@@ -5,8 +5,6 @@
 #include <charconv>
 #include <cmath>
 
-#include <orvex/text.h>
-
 namespace orvex::tool {
 
 namespace {
@@ -24,13 +22,128 @@ void ReplaceAll(std::string& text, std::string_view what, char by) {
   }
 }
 
-/// The angle rounded to its seconds' decimals, so that none is written as 59'60". A hundredth of the last place is
-/// added because the quotient may lie an ulp below a full minute.
-double CarriedToSeconds(double degrees, int decimals) {
-  const double units = std::abs(degrees) * 3600 * std::pow(10.0, decimals);
-  constexpr double kExact = 1e13;  // beyond it doubles cannot tell the hundredths
-  if (!(units < kExact)) return degrees;
-  return std::copysign((std::round(units) + 0.01) / (3600 * std::pow(10.0, decimals)), degrees);
+bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+/// Takes an angle's text apart.
+class AngleScanner {
+ public:
+  explicit AngleScanner(std::string_view text) : m_text(text) {}
+
+  std::optional<Angle> Scan(Blanks blanks) {
+    Angle angle;
+    const bool lettered = TakeHemisphere(angle);
+    bool negative = Next() == '-';
+    if (Next() == '-' || Next() == '+') m_text.remove_prefix(1);
+    if (!TakeFields(angle.degrees)) return std::nullopt;
+    SkipBlanks();
+    if (!lettered) TakeHemisphere(angle);
+    SkipBlanks();
+    if (!m_text.empty() || (m_blanks && blanks == Blanks::WithLetterOnly && angle.hemisphere == 0)) return std::nullopt;
+    negative |= angle.hemisphere == 'S' || angle.hemisphere == 'W';  // two signs do not cancel
+    if (negative) angle.degrees = -angle.degrees;
+    return angle;
+  }
+
+ private:
+  char Next() const { return m_text.empty() ? '\0' : m_text.front(); }
+
+  bool SkipBlanks() {
+    const std::size_t blanks = std::min(m_text.find_first_not_of(' '), m_text.size());
+    m_text.remove_prefix(blanks);
+    return blanks > 0;
+  }
+
+  bool TakeHemisphere(Angle& angle) {
+    constexpr std::string_view kLetters = "NSEWnsew", kUpper = "NSEWNSEW";
+    const std::size_t letter = m_text.empty() ? std::string_view::npos : kLetters.find(Next());
+    if (letter == std::string_view::npos) return false;
+    angle.hemisphere = kUpper[letter];
+    m_text.remove_prefix(1);
+    SkipBlanks();
+    return true;
+  }
+
+  /// Up to three numbers; all but the last are whole, all but the first below 60.
+  bool TakeFields(double& degrees) {
+    constexpr double kParts[] = {1, 60, 3600};
+    degrees = 0;
+    for (std::size_t field = 0; field < 3; ++field) {
+      double value = 0;
+      bool whole = false;
+      if (!TakeNumber(value, whole) || (field > 0 && value >= 60)) return false;
+      degrees += value / kParts[field];
+      if (!TakeSeparator(field)) return true;
+      if (!IsDigit(Next()) && Next() != '.') return true;
+      if (!whole) return false;
+    }
+    return true;
+  }
+
+  bool TakeNumber(double& value, bool& whole) {
+    const std::size_t length = std::min(m_text.find_first_not_of("0123456789."), m_text.size());
+    const std::string_view digits = m_text.substr(0, length);
+    whole = digits.find('.') == std::string_view::npos;
+    m_text.remove_prefix(length);
+    const auto [rest, error] = std::from_chars(digits.data(), digits.data() + length, value, std::chars_format::fixed);
+    return error == std::errc{} && rest == digits.data() + length;
+  }
+
+  /// What stands behind a number of the angle; false at its end.
+  bool TakeSeparator(std::size_t field) {
+    constexpr std::string_view kSeparators[] = {"dD:", "'mM:", "\""};
+    if (m_text.empty()) return false;
+    // An s ends the seconds where m ended the minutes; elsewhere it is the south.
+    const bool letterS = field == 2 && ((Next() == 's' && m_minutes == 'm') || (Next() == 'S' && m_minutes == 'M'));
+    if (letterS || kSeparators[field].find(Next()) != std::string_view::npos) {
+      if (field == 1) m_minutes = Next();
+      m_text.remove_prefix(1);
+      SkipBlanks();
+      return true;
+    }
+    if (!SkipBlanks() || !IsDigit(Next())) return false;
+    m_blanks = true;
+    return true;
+  }
+
+  std::string_view m_text;
+  char m_minutes = 0;     // what ended the minutes
+  bool m_blanks = false;  // blanks alone kept two numbers apart
+};
+
+constexpr int kMostDmsDecimals = 15;
+
+void AppendTwoDigits(std::string& out, int number) {
+  out += static_cast<char>('0' + number / 10);
+  out += static_cast<char>('0' + number % 10);
+}
+
+/// 13d24'36.00"E: minutes and seconds of two digits, seconds that round to sixty carried.
+void AppendSexagesimal(std::string& out, double value, bool isLatitude, int decimals) {
+  const double degrees = std::abs(value), whole = std::floor(degrees), rest = (degrees - whole) * 60;
+  int minutes = static_cast<int>(rest);
+  char text[40];
+  const auto write = [&](double seconds) {
+    return std::to_chars(text, text + sizeof text, seconds, std::chars_format::fixed, decimals).ptr;
+  };
+  const char* end = write((rest - minutes) * 60);
+  if (text[0] == '6' && text[1] == '0') {
+    end = write(0);
+    ++minutes;
+  }
+  const double carried = minutes == 60 ? whole + 1 : whole;
+  if (minutes == 60) minutes = 0;
+  out += std::to_string(static_cast<long long>(carried)) + "d";
+  AppendTwoDigits(out, minutes);
+  out += '\'';
+  const std::string_view seconds(text, static_cast<std::size_t>(end - text));
+  if (std::min(seconds.find('.'), seconds.size()) < 2) out += '0';
+  out += seconds;
+  out += '"';
+  const bool zero = carried == 0 && minutes == 0 && seconds.find_first_not_of("0.") == std::string_view::npos;
+  const bool negative = value < 0 && !zero;
+  out += isLatitude ? (negative ? 'S' : 'N') : (negative ? 'W' : 'E');
 }
 
 }  // namespace
@@ -44,28 +157,41 @@ std::optional<double> ParseNumber(std::string_view text) {
   return value;
 }
 
-std::optional<double> ParseAngle(std::string_view text) {
-  if (const auto number = ParseNumber(text)) return number;
+std::optional<Angle> ReadAngle(std::string_view text, Blanks blanks) {
+  if (const auto number = ParseNumber(text)) return Angle{*number, 0};
   constexpr std::size_t kLongestAngle = 100;
   text = Trimmed(text);
-  if (text.empty() || text.size() > kLongestAngle || text.find('\0') != std::string_view::npos) return std::nullopt;
+  if (text.empty() || text.size() > kLongestAngle) return std::nullopt;
   std::string plain(text);
   ReplaceAll(plain, "\xC2\xB0", 'd');       // degree sign
   ReplaceAll(plain, "\xE2\x80\xB2", '\'');  // prime
   ReplaceAll(plain, "\xE2\x80\xB3", '"');   // double prime
-  double degrees = 0;
-  if (!LatLonToDegrees(plain.c_str(), &degrees, 0) || !std::isfinite(degrees)) return std::nullopt;
-  return degrees;
+  return AngleScanner(plain).Scan(blanks);
+}
+
+std::optional<double> ParseAngle(std::string_view text) {
+  const std::optional<Angle> angle = ReadAngle(text, Blanks::Allowed);
+  return angle ? std::optional(angle->degrees) : std::nullopt;
+}
+
+bool IsOtherAxis(char hemisphere, bool isLatitude) {
+  return isLatitude ? hemisphere == 'E' || hemisphere == 'W' : hemisphere == 'N' || hemisphere == 'S';
+}
+
+std::optional<std::string> WithoutDecimalComma(std::string_view text) {
+  std::string plain(text);
+  if (plain.find('.') != std::string::npos) return std::nullopt;
+  const std::size_t comma = plain.find(',');
+  if (comma == std::string::npos) return plain;
+  if (plain.find(',', comma + 1) != std::string::npos) return std::nullopt;
+  plain[comma] = '.';
+  return plain;
 }
 
 void AppendCoordinate(std::string& out, double value, Kind kind, bool isLatitude, const Format& format) {
   const bool geographic = kind == Kind::Geographic;
   if (geographic && format.dms) {
-    char text[260];
-    const int decimals = format.decimals < 0 ? 4 : std::min(format.decimals, 15);
-    DegreesToLatLon(text, CarriedToSeconds(value, decimals),
-                    LLF_HEMISPHERE | LLF_ZEROPAD | (isLatitude ? LLF_LATITUDE : 0) | decimals, 'd', '\'', '"');
-    out += text;
+    AppendSexagesimal(out, value, isLatitude, format.decimals < 0 ? 4 : std::min(format.decimals, kMostDmsDecimals));
     return;
   }
   char text[400];  // the largest double has 309 digits

@@ -19,9 +19,28 @@ struct Format {
 /// A plain number (exponents allowed), whatever the locale; nothing left over, finite.
 std::optional<double> ParseNumber(std::string_view text);
 
-/// An angle: a plain number or any text that LatLonToDegrees reads; the typographic degree, minute and second signs
-/// count too.
+/// An angle as text gives it.
+struct Angle {
+  double degrees = 0;   ///< the hemisphere counted
+  char hemisphere = 0;  ///< 'N', 'S', 'E', 'W', or 0 without a letter
+};
+
+/// What may stand between two numbers of an angle besides signs, letters and colons.
+enum class Blanks { WithLetterOnly, Allowed };
+
+/// An angle: a plain number, or degrees, minutes and seconds apart by d m s, ' ", colons or the typographic signs, with
+/// a sign or a hemisphere letter in front or behind. Blanks alone keep numbers apart where they are allowed, and
+/// anywhere when a letter makes clear that this is one angle. Minutes and seconds are below 60.
+std::optional<Angle> ReadAngle(std::string_view text, Blanks blanks);
+
+/// The degrees alone; blanks are allowed.
 std::optional<double> ParseAngle(std::string_view text);
+
+/// Whether the letter belongs to the other axis.
+bool IsOtherAxis(char hemisphere, bool isLatitude);
+
+/// The text with its decimal comma as a point; nothing when it holds a point already or two commas.
+std::optional<std::string> WithoutDecimalComma(std::string_view text);
 
 /// Appends a coordinate. `isLatitude` picks the hemisphere letters of degree-minute-second text.
 void AppendCoordinate(std::string& out, double value, Kind kind, bool isLatitude, const Format& format);

@@ -4,13 +4,14 @@
 #include <algorithm>
 
 #include "Failure.h"
+#include "tables/Coordinate.h"
 
 namespace orvex::tool {
 
 namespace {
 
 /// The delimiter that occurs most often outside quotes; blanks when there is none.
-char GuessDelimiter(std::string_view line) {
+char GuessDelimiter(std::string_view line, bool decimalComma) {
   constexpr std::string_view kCandidates = ",;\t|";
   std::size_t counts[kCandidates.size()]{};
   bool quoted = false, started = false;  // as in SplitDelimited, for every candidate
@@ -24,8 +25,20 @@ char GuessDelimiter(std::string_view line) {
       started = true;
     }
   }
+  if (decimalComma) counts[0] = 0;
   const auto* const most = std::max_element(std::begin(counts), std::end(counts));
   return *most == 0 ? ' ' : kCandidates[static_cast<std::size_t>(most - counts)];
+}
+
+/// The end of a blank-separated field. Quotes keep blanks together when the closing one ends the field; any other quote
+/// is a sign of seconds or a part of some text.
+std::size_t BlankFieldEnd(std::string_view line, std::size_t begin) {
+  if (line[begin] == '"') {
+    for (std::size_t at = line.find('"', begin + 1); at != std::string_view::npos; at = line.find('"', at + 1)) {
+      if (at + 1 == line.size() || line[at + 1] == ' ' || line[at + 1] == '\t') return at + 1;
+    }
+  }
+  return std::min(line.find_first_of(" \t", begin), line.size());
 }
 
 }  // namespace
@@ -37,7 +50,7 @@ bool Splitter::Split(std::string_view line, std::vector<Field>& fields) const {
 
 bool Splitter::SplitBlanks(std::string_view line, std::vector<Field>& fields) const {
   for (std::size_t begin = line.find_first_not_of(" \t"); begin != std::string_view::npos;) {
-    const std::size_t end = std::min(line.find_first_of(" \t", begin), line.size());
+    const std::size_t end = BlankFieldEnd(line, begin);
     fields.push_back({begin, end});
     begin = line.find_first_not_of(" \t", end);
   }
@@ -82,8 +95,8 @@ std::string Quoted(std::string_view text) {
   return quoted + "\"";
 }
 
-char ChooseDelimiter(const std::string& option, std::string_view line) {
-  if (option.empty()) return GuessDelimiter(line);
+char ChooseDelimiter(const std::string& option, std::string_view line, bool decimalComma) {
+  if (option.empty()) return GuessDelimiter(line, decimalComma);
   if (option == "tab") return '\t';
   if (option == "blank") return ' ';
   if (option.size() == 1 && option != "\"") return option[0];
@@ -103,6 +116,11 @@ bool IsHeaderLine(const std::vector<std::string>& fields) {
     any = true;
   }
   return any;
+}
+
+bool HoldsAngle(const std::vector<std::string>& fields) {
+  return std::any_of(fields.begin(), fields.end(),
+                     [](const std::string& field) { return ParseAngle(field).has_value(); });
 }
 
 bool IsIdle(std::string_view line) {

@@ -17,7 +17,7 @@ inline std::string_view Text(std::string_view line, const Field& field) {
   return line.substr(field.begin, field.end - field.begin);
 }
 
-/// Splits lines by one delimiter. ' ' stands for runs of blanks and tabs; other delimiters honour double quotes.
+/// Splits lines by one delimiter. ' ' stands for runs of blanks and tabs. Double quotes keep a field together.
 class Splitter {
  public:
   explicit Splitter(char delimiter) : m_delimiter(delimiter) {}
@@ -38,14 +38,18 @@ std::string Unquoted(std::string_view field);
 /// The same text within quotes.
 std::string Quoted(std::string_view text);
 
-/// "tab", "blank" or one character; "" asks for a guess by the line. Throws Failure for anything else.
-char ChooseDelimiter(const std::string& option, std::string_view line);
+/// "tab", "blank" or one character; "" asks for a guess by the line, in which a decimal comma delimits nothing. Throws
+/// Failure for anything else.
+char ChooseDelimiter(const std::string& option, std::string_view line, bool decimalComma = false);
 
 /// True for a field that does not start like a number.
 bool LooksLikeName(std::string_view field);
 
 /// True when every field of a first line that holds anything looks like a name.
 bool IsHeaderLine(const std::vector<std::string>& fields);
+
+/// True when a field is an angle, also one with a letter in front like a name: E013.5.
+bool HoldsAngle(const std::vector<std::string>& fields);
 
 /// True for lines that carry nothing: blank ones and comments, which start with '#'.
 bool IsIdle(std::string_view line);

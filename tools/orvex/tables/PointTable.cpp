@@ -3,213 +3,172 @@
 
 #include <algorithm>
 #include <array>
-#include <cfloat>
-#include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
+#include <memory>
+#include <mutex>
 #include <string_view>
+#include <thread>
+#include <utility>
 
 #include "Failure.h"
 #include "commands/Names.h"
+#include "geojson/GeoJson.h"
+#include "tables/BlockConverter.h"
 #include "tables/Columns.h"
-#include "tables/Fields.h"
 #include "tables/Files.h"
+#include "tables/Pipeline.h"
 #include "tables/Progress.h"
 
 namespace orvex::tool {
 
 namespace {
 
-constexpr std::size_t kBlockLines = 8192;
-constexpr std::uint64_t kBlockBytes = 4 << 20;  // long lines make smaller blocks
-constexpr std::uint64_t kMostReports = 100;
-
-/// One line of the block. Without a point it is passed on as it is (blank lines, comments, the header).
-struct Line {
-  std::string text;
-  bool carriageReturn = false;
-  bool isPoint = false;
-  bool readable = false;          // both coordinates were read
-  std::array<Field, 2> fields{};  // x and y; empty fields at the end when the line is too short
-};
-
-/// The start of a text as a message can show it: control characters would disturb a terminal.
-std::string Printable(const std::string& text) {
-  std::string shown = text.substr(0, 40);
-  std::replace_if(
-      shown.begin(), shown.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }, '?');
-  return text.size() > shown.size() ? shown + "..." : shown;
-}
-
-std::optional<double> ParseAs(Kind kind, const std::string& text) {
-  return kind == Kind::Geographic ? ParseAngle(text) : ParseNumber(text);
-}
+constexpr int kMostThreads = 256;
 
 /// The conversion of one table.
 class TableConverter {
  public:
-  TableConverter(const TableOptions& options, Kind from, Kind to, const Converter& convert, std::istream& in,
-                 std::ostream& out)
-      : m_options(options), m_from(from), m_to(to), m_convert(convert), m_in(in), m_out(out) {}
+  TableConverter(const TableOptions& options, Kind from, Kind to, const LabelConverterFactory& makeConverter,
+                 std::FILE* input, OutputFile& output, std::uint64_t totalBytes)
+      : m_options(options),
+        m_from(from),
+        m_to(to),
+        m_makeConverter(makeConverter),
+        m_reader(input),
+        m_output(output),
+        m_progress(totalBytes, !options.quiet, options.output == "-") {}
 
-  int Run(std::uint64_t totalBytes) {
-    m_progress.emplace(totalBytes, !m_options.quiet, m_options.output == "-");
-    std::vector<Line> block;
-    block.reserve(kBlockLines);
-    std::uint64_t blockStart = 0;
-    for (Line line; ReadLine(line);) {
-      block.push_back(std::move(line));
-      line = {};
-      if (block.size() == kBlockLines || m_bytes - blockStart >= kBlockBytes) {
-        Convert(block);
-        m_progress->Update(m_bytes, m_lineNumber);
-        blockStart = m_bytes;
-      }
-    }
-    Convert(block);
-    m_progress.reset();
-    m_out.flush();
-    if (!m_out) throw Failure("cannot write the output");
-    if (m_in.bad()) throw Failure("cannot read the input to its end");
+  int Run() {
+    if (FindLayout()) ConvertBlocks();
+    m_progress.Hide();
+    m_output.Commit();
     Summarise();
     return m_badLines + m_unplottable > 0 ? kSomePointsFailed : kSuccess;
   }
 
  private:
-  bool ReadLine(Line& line) {
-    if (!std::getline(m_in, line.text)) return false;
-    ++m_lineNumber;
-    m_bytes += line.text.size() + 1;
-    if (m_lineNumber == 1 && line.text.starts_with(kByteOrderMark)) {
-      line.text.erase(0, kByteOrderMark.size());
-      m_text = kByteOrderMark;  // stays at the front of the output
+  /// Passes on what stands before the first line with content and takes the layout from it; m_pending then holds the
+  /// first block with points. False for a table without content.
+  bool FindLayout() {
+    for (Block& block = m_pending; m_reader.Read(block);) {
+      if (block.number == 0) TakeByteOrderMark(block.text);
+      std::uint64_t number = block.firstLine;
+      for (std::size_t begin = 0; begin < block.text.size(); ++number) {
+        const std::size_t lineEnd = std::min(block.text.find('\n', begin), block.text.size());
+        if (!IsIdle(WithoutCarriageReturn(std::string_view(block.text).substr(begin, lineEnd - begin)))) {
+          Start(begin, lineEnd, number);
+          return true;
+        }
+        begin = lineEnd + 1;
+      }
+      m_output.Write(block.text);
+      if (block.text.back() != '\n') m_output.Write("\n");
     }
-    line.carriageReturn = TakeCarriageReturn(line.text);
-    if (IsIdle(line.text)) return true;
-    if (!m_started) {
-      Start(line);
-    } else {
-      ReadPoint(line);
-    }
-    return true;
+    return false;
+  }
+
+  /// The mark stays at the front of the output.
+  void TakeByteOrderMark(std::string& text) {
+    if (!text.starts_with(kByteOrderMark)) return;
+    m_output.Write(kByteOrderMark);
+    text.erase(0, kByteOrderMark.size());
+  }
+
+  static std::string_view WithoutCarriageReturn(std::string_view line) {
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    return line;
   }
 
   /// Looks at the first line with content: finds delimiter, columns and whether it is a header.
-  void Start(Line& line) {
-    m_started = true;
-    m_splitter = Splitter(ChooseDelimiter(m_options.delimiter, line.text));
-    if (!m_splitter.Split(line.text, m_fields)) {
-      throw Failure(DisplayName(m_options.file) + ":" + std::to_string(m_lineNumber) + ": a quote is not closed");
-    }
+  void Start(std::size_t begin, std::size_t lineEnd, std::uint64_t number) {
+    const std::string_view text = m_pending.text;
+    const std::string_view line = WithoutCarriageReturn(text.substr(begin, lineEnd - begin));
+    m_place = DisplayName(m_options.file) + ":" + std::to_string(number) + ": ";
+    m_layout.splitter = Splitter(ChooseDelimiter(m_options.delimiter, line, m_options.decimalComma));
+    std::vector<Field> fields;
+    if (!m_layout.splitter.Split(line, fields)) throw Failure(m_place + "a quote is not closed");
     std::vector<std::string> names;
-    for (const Field& field : m_fields) names.push_back(Lower(Unquoted(Text(line.text, field))));
+    for (const Field& field : fields) names.push_back(Lower(Unquoted(Text(line, field))));
     const Columns columns = ChooseColumns(m_options, m_from, names);
-    m_columns = columns.place;
-    if (columns.header) {
-      WriteHeader(line);
-    } else {
-      ReadPoint(line);
+    m_layout.columns = columns.place;
+    m_layout.label = columns.label;
+    if (!columns.header) {
+      RefuseSwappedColumns(line, fields);
+      return;
     }
+    m_output.Write(text.substr(0, begin));
+    WriteHeader(line, fields);
+    m_output.Write(line.size() < lineEnd - begin ? "\r\n" : "\n");
+    m_pending.text.erase(0, lineEnd + 1);
+    m_pending.lines -= number + 1 - m_pending.firstLine;
+    m_pending.firstLine = number + 1;
   }
 
   /// Replaces (or appends) the names of the coordinate columns.
-  void WriteHeader(Line& line) {
+  void WriteHeader(std::string_view line, const std::vector<Field>& fields) {
     const std::array<std::string, 2> names =
         m_to == Kind::Geographic ? std::array<std::string, 2>{"lon", "lat"} : std::array<std::string, 2>{"x", "y"};
-    for (std::size_t axis = 0; axis < 2; ++axis) line.fields[axis] = m_fields[m_columns[axis]];
-    Splice(line, names);
+    std::string header;
+    const bool alone = m_options.labelIn.use == Label::Alone;
+    const Field none{line.size(), line.size()};
+    const FieldPair places = alone ? FieldPair{fields[m_layout.label], none}
+                                   : FieldPair{fields[m_layout.columns[0]], fields[m_layout.columns[1]]};
+    LineSplicer(m_layout.splitter.Delimiter(), m_options)
+        .Append(header, line, places, {names, m_options.labelOut.name});
+    m_output.Write(header);
   }
 
-  void ReadPoint(Line& line) {
-    line.isPoint = true;
-    line.fields = {Field{line.text.size(), line.text.size()}, Field{line.text.size(), line.text.size()}};
-    PROJPOINT point{};
-    if (!m_splitter.Split(line.text, m_fields)) {
-      Report("a quote is not closed");
-    } else if (std::max(m_columns[0], m_columns[1]) >= m_fields.size()) {
-      Report("fewer columns than the coordinates need");
-    } else {
-      std::array<std::optional<double>, 2> values;
-      for (std::size_t axis = 0; axis < 2; ++axis) {
-        line.fields[axis] = m_fields[m_columns[axis]];
-        const std::string text = Unquoted(Text(line.text, line.fields[axis]));
-        values[axis] = ParseAs(m_from, text);
-        if (!values[axis]) Report("cannot read " + AxisName(axis) + " \"" + Printable(text) + "\"");
-      }
-      line.readable = values[0] && values[1];
-      if (line.readable) point = {*values[0], *values[1]};
+  /// A first line whose letters say that the columns are the other way round condemns the whole table.
+  void RefuseSwappedColumns(std::string_view line, const std::vector<Field>& fields) const {
+    if (m_from != Kind::Geographic || m_options.labelIn.use == Label::Alone) return;
+    const CoordinateReader reader(m_from, m_options.decimalComma);
+    for (std::size_t axis = 0; axis < 2; ++axis) {
+      const std::size_t column = m_layout.columns[axis];
+      if (column >= fields.size() || !reader.BelongsElsewhere(Text(line, fields[column]), axis)) return;
     }
-    if (line.readable) {
-      m_points.push_back(point);
-    } else {
-      ++m_badLines;
-    }
+    throw Failure(m_place +
+                  "the letters tell latitude before longitude; say --order lat,lon, or name the columns with "
+                  "--x and --y");
   }
 
-  void Report(const std::string& what) {
-    if (++m_reports > kMostReports) return;
-    m_progress->Hide();
-    std::cerr << "orvex: " << DisplayName(m_options.file) << ":" << m_lineNumber << ": " << what << "\n";
+  void ConvertBlocks() {
+    std::vector<BlockConverter> converters;
+    const int threads = m_reader.AtEnd() ? 1 : Threads();
+    for (int i = 0; i < threads; ++i) {
+      converters.emplace_back(m_options, m_from, m_to, m_layout, m_makeConverter());
+    }
+    bool pending = !m_pending.text.empty();
+    const BlockSource source = [&](Block& block) {
+      if (!std::exchange(pending, false)) return m_reader.Read(block);
+      block = std::move(m_pending);
+      return true;
+    };
+    RunPipeline(source, converters, [this](const Block& block, const BlockResult& result) { Take(block, result); });
   }
 
-  std::string AxisName(std::size_t axis) const {
-    if (m_from == Kind::Geographic) return axis == 0 ? "longitude" : "latitude";
-    return axis == 0 ? "x" : "y";
+  int Threads() const {
+    if (m_options.threads > 0) return m_options.threads;
+    return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, kMostThreads);
   }
 
-  void Convert(std::vector<Line>& block) {
-    if (!m_points.empty()) m_convert(m_points);
-    std::size_t next = 0;
-    for (Line& line : block) {
-      if (line.isPoint) WritePoint(line, next);
-      m_text += line.text;
-      m_text += line.carriageReturn ? "\r\n" : "\n";
+  void Take(const Block& block, const BlockResult& result) {
+    for (const Complaint& complaint : result.complaints) {
+      if (m_complaints + static_cast<std::uint64_t>(&complaint - result.complaints.data()) >= kMostComplaints) break;
+      m_progress.Hide();
+      std::cerr << "orvex: " << DisplayName(m_options.file) << ":" << complaint.line << ": " << complaint.text << "\n";
     }
-    m_out.write(m_text.data(), static_cast<std::streamsize>(m_text.size()));
-    if (!m_out) throw Failure("cannot write the output");
-    m_text.clear();
-    m_points.clear();
-    block.clear();
-  }
-
-  /// A line that was not readable keeps everything when results are appended, else its coordinates become empty.
-  void WritePoint(Line& line, std::size_t& next) {
-    std::array<std::string, 2> results;
-    if (line.readable) {
-      const PROJPOINT point = m_points[next++];
-      if (point.x == DBL_MAX || point.y == DBL_MAX) {
-        ++m_unplottable;
-      } else {
-        ++m_converted;
-        AppendCoordinate(results[0], point.x, m_to, false, m_options.format);
-        AppendCoordinate(results[1], point.y, m_to, true, m_options.format);
-      }
-    }
-    const bool placed = line.fields[0].begin != line.fields[1].begin;
-    if (placed || m_options.keep) Splice(line, results);
-  }
-
-  void Splice(Line& line, std::array<std::string, 2> values) {
-    const char delimiter = m_splitter.Delimiter();
-    for (std::string& value : values) {
-      if (value.empty() && delimiter == ' ') value = "*";  // an empty field would move the columns
-      if (value.find('"') != std::string::npos && delimiter != ' ') value = Quoted(value);
-    }
-    if (m_options.keep) {
-      for (const std::string& value : values) line.text += delimiter + value;
-      return;
-    }
-    const std::size_t later = line.fields[0].begin > line.fields[1].begin ? 0 : 1;  // from the back: places stay valid
-    for (const std::size_t axis : {later, 1 - later}) {
-      const Field& field = line.fields[axis];
-      line.text.replace(field.begin, field.end - field.begin, values[axis]);
-    }
+    m_complaints += result.complaintCount;
+    m_badLines += result.badLines;
+    m_unplottable += result.unplottable;
+    m_converted += result.converted;
+    m_output.Write(result.text);
+    m_progress.Update(block.bytesRead, block.firstLine + block.lines - 1);
   }
 
   void Summarise() const {
-    if (m_reports > kMostReports) {
-      std::cerr << "orvex: " << m_reports - kMostReports << " more such reports\n";
+    if (m_complaints > kMostComplaints) {
+      std::cerr << "orvex: " << m_complaints - kMostComplaints << " more such reports\n";
     }
     if (m_options.quiet || m_badLines + m_unplottable == 0) return;
     std::cerr << "orvex: points converted: " << m_converted << ", unplottable: " << m_unplottable
@@ -218,53 +177,119 @@ class TableConverter {
 
   const TableOptions& m_options;
   const Kind m_from, m_to;
-  const Converter& m_convert;
-  std::istream& m_in;
-  std::ostream& m_out;
-  std::optional<Progress> m_progress;
-  bool m_started = false;
-  Splitter m_splitter{','};
-  std::array<std::size_t, 2> m_columns{};
-  std::vector<Field> m_fields;      // of the line being read
-  std::vector<PROJPOINT> m_points;  // of the readable lines of the block
-  std::string m_text;               // output of the block
-  std::uint64_t m_lineNumber = 0, m_bytes = 0, m_reports = 0, m_badLines = 0, m_unplottable = 0, m_converted = 0;
+  const LabelConverterFactory& m_makeConverter;
+  BlockReader m_reader;
+  OutputFile& m_output;
+  Progress m_progress;
+  Block m_pending;      // with the first points
+  std::string m_place;  // of the first line with content
+  Layout m_layout;
+  std::uint64_t m_complaints = 0, m_badLines = 0, m_unplottable = 0, m_converted = 0;
 };
+
+std::uint64_t SizeOf(const std::string& file) {
+  std::error_code error;
+  const std::uint64_t size = file == "-" ? 0 : std::filesystem::file_size(file, error);
+  return error ? 0 : size;
+}
+
+/// One operand is a file, or a pair joined by a comma; more are coordinates.
+void TakeOperands(const std::vector<std::string>& operands, TableOptions& options) {
+  if (operands.size() == 1 && (operands[0].find(',') == std::string::npos || std::filesystem::exists(operands[0]))) {
+    options.file = operands[0];
+  } else {
+    options.coordinates = operands;
+  }
+}
+
+/// The operands with pairs like 13.4,52.5 taken apart.
+std::vector<std::string> SingleCoordinates(const TableOptions& options) {
+  std::vector<std::string> singles;
+  for (const std::string& operand : options.coordinates) {
+    const std::size_t comma = options.decimalComma ? std::string::npos : operand.find(',');
+    singles.push_back(operand.substr(0, comma));
+    if (comma != std::string::npos) singles.push_back(operand.substr(comma + 1));
+  }
+  if (singles.size() % 2 != 0) throw Failure("coordinates come in pairs; to convert a table name one file");
+  return singles;
+}
+
+/// Converts the coordinates of the command line and writes a line for each point.
+int ConvertCoordinates(const TableOptions& options, Kind from, Kind to, const LabelConverter& convert) {
+  if (options.labelIn.use != Label::None) throw Failure("zones and references are read from tables only");
+  const std::vector<std::string> singles = SingleCoordinates(options);
+  const ColumnPlaces places = ChooseColumns(options, from, {"0", "0"}).place;  // two columns without a header
+  const CoordinateReader reader(from, options.decimalComma);
+  std::string text;
+  for (std::size_t i = 0; i < singles.size(); i += 2) {
+    const std::array<std::string, 2> fields{Quoted(singles[i]), Quoted(singles[i + 1])};
+    for (std::size_t axis = 0; axis < 2; ++axis) {
+      double value = 0;
+      const std::string& field = fields[places[axis]];
+      if (!reader.Read(field, axis, value)) throw Failure(reader.Fault(field, axis));
+    }
+    text += fields[0] + " " + fields[1] + "\n";
+  }
+  BlockResult result;
+  BlockConverter(options, from, to, {Splitter(' '), places, 0}, convert)
+      .Convert({text, 0, 1, singles.size() / 2, 0}, result);
+  OutputFile output(options.output);
+  output.Write(result.text);
+  output.Commit();
+  return result.unplottable > 0 ? kSomePointsFailed : kSuccess;
+}
 
 }  // namespace
 
 void AddTableOptions(CLI::App& command, TableOptions& options) {
-  command.add_option("FILE", options.file, "Table to convert: CSV or blank-separated; - or none: standard input");
+  command
+      .add_option_function<std::vector<std::string>>(
+          "FILE", [&options](const std::vector<std::string>& operands) { TakeOperands(operands, options); },
+          "Table to convert: CSV or blank-separated; - or none: standard input. Or coordinates in pairs")
+      ->type_name("[FILE | X Y ...]");
   command.add_option("-o,--output", options.output, "File to write; - or none: standard output");
   command.add_option("--x", options.xColumn, "Column of longitude or x: name or number from 1");
   command.add_option("--y", options.yColumn, "Column of latitude or y: name or number from 1");
+  command.add_option("--order", options.order, "Order of the first two columns: lon,lat (x,y) or lat,lon (y,x)");
+  command.add_flag("--decimal-comma", options.decimalComma, "Numbers have a decimal comma, in and out");
   command.add_option("--delimiter", options.delimiter, "Column delimiter: one character, tab or blank");
   command.add_option("--decimals", options.format.decimals, "Decimals of the results (9 for degrees, 4 for lengths)")
       ->check(CLI::Range(0, 17));
   command.add_flag("--dms", options.format.dms, "Write degrees as degree-minute-second text");
   command.add_flag("--keep", options.keep, "Keep the input coordinates and append the results");
+  command.add_option("--threads", options.threads, "Threads that convert (default: one for each processor)")
+      ->check(CLI::Range(1, kMostThreads));
+  command.add_flag("--geojson", options.geoJson, "The input is GeoJSON (otherwise told by the name of the file)");
   command.add_flag("-q,--quiet", options.quiet, "No progress and no summary");
 }
 
-int ConvertTable(const TableOptions& options, Kind from, Kind to, const Converter& convert) {
+int ConvertTable(const TableOptions& options, Kind from, Kind to, const ConverterFactory& makeConverter) {
+  if (options.geoJson || IsGeoJsonName(options.file)) return ConvertGeoJson(options, from, to, makeConverter());
+  return ConvertLabelledTable(options, from, to, [&] {
+    return LabelConverter(
+        [convert = makeConverter()](std::vector<PROJPOINT>& points, std::vector<std::string>&) { convert(points); });
+  });
+}
+
+int ConvertLabelledTable(const TableOptions& options, Kind from, Kind to, const LabelConverterFactory& makeConverter) {
+  if (options.geoJson || IsGeoJsonName(options.file)) {
+    throw Failure("zones and references by point belong to tables; the input is GeoJSON");
+  }
+  if (!options.coordinates.empty()) return ConvertCoordinates(options, from, to, makeConverter());
   RefuseSameFile(options.file, options.output);
-  std::ifstream file;
-  std::uint64_t size = 0;
-  if (options.file != "-") {
-    OpenInput(options.file, file);
-    std::error_code ignored;
-    size = std::filesystem::file_size(options.file, ignored);
-    if (ignored) size = 0;
-  }
-  std::ofstream target;
-  if (options.output != "-") {
-    target.open(options.output, std::ios::binary);
-    if (!target) throw Failure("cannot write " + options.output);
-  }
-  std::ios::sync_with_stdio(false);
-  TableConverter converter(options, from, to, convert, options.file == "-" ? std::cin : file,
-                           options.output == "-" ? std::cout : target);
-  return converter.Run(size);
+  const FileHandle input = OpenInput(options.file);
+  OutputFile output(options.output);
+  return TableConverter(options, from, to, makeConverter, input.get(), output, SizeOf(options.file)).Run();
+}
+
+int ConvertTable(const TableOptions& options, Kind from, Kind to, const Converter& convert) {
+  std::mutex mutex;
+  return ConvertTable(options, from, to, ConverterFactory([&] {
+                        return Converter([&](std::vector<PROJPOINT>& points) {
+                          const std::lock_guard<std::mutex> lock(mutex);
+                          convert(points);
+                        });
+                      }));
 }
 
 }  // namespace orvex::tool

@@ -1,6 +1,7 @@
 // Progress - a line on the terminal while long work runs.
 #include "tables/Progress.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #if defined(_WIN32)
@@ -29,7 +30,8 @@ bool IsTerminal(std::FILE* stream) {
 Progress::Progress(std::uint64_t total, bool enabled, bool resultsToStandardOutput)
     : m_total(total),
       m_enabled(enabled && IsTerminal(stderr) && !(resultsToStandardOutput && IsTerminal(stdout))),
-      m_next(std::chrono::steady_clock::now() + kFirst) {}
+      m_start(std::chrono::steady_clock::now()),
+      m_next(m_start + kFirst) {}
 
 Progress::~Progress() {
   Hide();
@@ -47,8 +49,11 @@ void Progress::Update(std::uint64_t bytes, std::uint64_t lines) {
   m_next = now + kEvery;
   m_shown = true;
   std::fprintf(stderr, "\r%llu lines", static_cast<unsigned long long>(lines));
-  if (m_total > 0) {
-    std::fprintf(stderr, ", %.0f %%", 100.0 * static_cast<double>(bytes) / static_cast<double>(m_total));
+  if (m_total > 0 && bytes > 0) {
+    const double done = std::min(1.0, static_cast<double>(bytes) / static_cast<double>(m_total));
+    const double left = std::chrono::duration<double>(now - m_start).count() * (1 - done) / done;
+    const auto seconds = static_cast<long long>(left + 0.5);
+    std::fprintf(stderr, ", %.0f %%, %lld:%02lld left\x1b[K", 100 * done, seconds / 60, seconds % 60);
   }
   std::fflush(stderr);
 }

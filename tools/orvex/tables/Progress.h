@@ -6,8 +6,8 @@
 
 namespace orvex::tool {
 
-/// Shows how far the work has come on standard error, if that is a terminal and the work takes longer than a second.
-/// Not when the results appear on the terminal as well.
+/// Shows how far the work has come and how long it will still take on standard error, if that is a terminal and the
+/// work takes longer than a second. Not when the results appear on the terminal as well.
 class Progress {
  public:
   /// total: amount of input in bytes, 0 when it is not known
@@ -23,7 +23,7 @@ class Progress {
   std::uint64_t m_total;
   bool m_enabled;
   bool m_shown = false;
-  std::chrono::steady_clock::time_point m_next;
+  std::chrono::steady_clock::time_point m_start, m_next;
 };
 
 }  // namespace orvex::tool

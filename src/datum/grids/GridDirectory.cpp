@@ -1,0 +1,76 @@
+// GridDirectory - finds grid files where the host said that they are, else beside the program.
+#include "datum/grids/GridDirectory.h"
+
+#include <cstdio>
+#include <mutex>
+#include <new>
+#include <utility>
+
+#include "datum/grids/Ntv2.h"
+#include "orvex/grids.h"
+#include "platform/Platform.h"
+#include "support/Log.h"
+
+namespace orvex {
+
+namespace detail {
+
+namespace {
+
+/// The directory of the process with its separator, empty for none.
+class Directory {
+ public:
+  void Set(std::string directory) {
+    if (!directory.empty() && directory.back() != '/' && directory.back() != '\\') directory += '/';
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_directory = std::move(directory);
+  }
+
+  std::string Get() {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_directory;
+  }
+
+ private:
+  std::mutex m_mutex;
+  std::string m_directory;
+};
+
+Directory& HostDirectory() {
+  static Directory directory;
+  return directory;
+}
+
+bool IsThere(const std::string& path) {
+  std::FILE* const file = std::fopen(path.c_str(), "rb");
+  if (file != nullptr) std::fclose(file);
+  return file != nullptr;
+}
+
+}  // namespace
+
+std::string FindGridFile(std::initializer_list<std::string> names) {
+  const std::string host = HostDirectory().Get(), program = platform::ExecutableDirectory();
+  if (!host.empty()) {
+    for (const std::string& name : names) {
+      if (IsThere(host + name)) return host + name;
+    }
+  }
+  for (const std::string& name : names) {
+    if (IsThere(program + name)) return program + name;
+  }
+  return program + *names.begin();
+}
+
+}  // namespace detail
+
+bool DatSetGridDirectory(const char* directory) try {
+  detail::LogPrintf("DatSetGridDirectory(directory=\"%s\")\n", detail::LogText(directory));
+  detail::HostDirectory().Set(directory != nullptr ? directory : "");
+  detail::ForgetNtv2();
+  return true;
+} catch (const std::bad_alloc&) {
+  return false;
+}
+
+}  // namespace orvex

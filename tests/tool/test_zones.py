@@ -1,0 +1,139 @@
+#!/usr/bin/env python3
+"""Tests of zones by point: UTM with its exceptions and UPS, references of the military grid, state plane zones.
+
+Usage: test_zones.py PROGRAM [unittest arguments]
+"""
+import os
+import sys
+import unittest
+
+import test_tool
+from test_tool import OK, SOME_FAILED, ToolTest, run
+
+# Latitude, longitude, reference to a metre, zone, easting, northing. Origin: GeoConvert of GeographicLib 2.1, whose zones
+# are those of TM 8358.1. Borders of zones and bands, both hemispheres, all the exceptions, both polar maps.
+PLACES = """
+52.5 13.4      33UUU9139017855 33N 391390.731 5817855.241
+60.4 5.3       32VKN9619101684 32N 296191.547 6701684.475
+56 3           32VJH2604922336 32N 126049.971 6222336.335
+55.9999 3      31UEC0000006068 31N 500000.000 6206068.458
+63.9999 11.9   32VPS4180800229 32N 641808.510 7100229.552
+64 11.9        32WPS4180800240 32N 641808.003 7100240.686
+78.2 15.6      33XWG1369680760 33N 513696.945 8680760.053
+72 8.9         31XGV0320298893 31N 703202.509 7998893.257
+83.9 20.9      33XWP6987520510 33N 569875.902 9320510.735
+84 20.9        ZCA3784777139 UPSN 2237847.107 1377139.996
+72.5 42        38XLF9934747218 38N 399347.587 8047218.534
+-33.85 151.2   56HLH3347153018 56S 333471.815 6253018.169
+-0.0001 -78.5  17MQV7827699988 17S 778276.317 9999988.936
+0 -78.5        17NQA7827600000 17N 778276.317 0.000
+-80 10         32CNS1938418247 32S 519384.803 1118247.585
+-80.01 10      BBY9306794941 UPSS 2193067.731 3094941.513
+-89 0          BAP0000011026 UPSS 2000000.000 2111026.520
+-85 -120       ATK1895922271 UPSS 1518959.788 1722271.304
+89.5 100       ZAH5466809639 UPSN 2054668.890 2009639.600
+87 -45         YXE6443164431 UPSN 1764431.275 1764431.275
+10 179.9       60PZS1795506810 60N 817955.428 1106810.657
+10 -179.9      01PAM8204406810 1N 182044.572 1106810.657
+7.99 -6        30NSP6924884396 30N 169248.088 884396.776
+-8 0.5         31MBM2441714865 31S 224417.395 9114865.002
+"""
+ROWS = [line.split() for line in PLACES.strip().splitlines()]
+
+
+class Zones(ToolTest):
+    def rows(self, *arguments, text, status=OK):
+        got, out, messages = run(*arguments, text=text)
+        self.assertEqual(got, status, messages)
+        return [line.replace(",", " ").split() for line in out.splitlines()]
+
+    def test_utm_and_ups(self):
+        places = "".join("%s,%s\n" % (lon, lat) for lat, lon, *_ in ROWS)
+        there = self.rows("project", "--utm", "auto", "--decimals", "4", text=places)
+        for row, (x, y, zone) in zip(ROWS, there):
+            self.assertEqual(zone, row[3], row)
+            self.near([float(x), float(y)], [float(row[4]), float(row[5])], 0.001, row)
+        back = self.rows("project", "--utm", "auto", "-i", text="".join(",".join(row) + "\n" for row in there))
+        for row, (lon, lat, _) in zip(ROWS, back):
+            self.near([float(lon), float(lat)], [float(row[1]), float(row[0])], 5e-8, row)
+        # a longitude is the same a turn away
+        self.assertEqual(run("project", "--utm", "auto", text="190,10\n"), run("project", "--utm", "auto", text="-170,10\n"))
+
+    def test_references(self):
+        places = "".join("%s,%s\n" % (lon, lat) for lat, lon, *_ in ROWS)
+        self.assertEqual([row[0] for row in self.rows("project", "--mgrs", text=places)], [row[2] for row in ROWS])
+        back = self.rows("project", "--mgrs", "--inverse", text="".join(row[2] + "\n" for row in ROWS))
+        for row, (lon, lat) in zip(ROWS, back):  # the square's centre, at most 0.71 m away
+            self.assertLess(abs(float(lat) - float(row[0])), 0.71 / 110000, row)
+        again = self.rows("project", "--mgrs", text="".join(",".join(row) + "\n" for row in back))
+        for row, (reference,) in zip(ROWS, again):  # a square on the border of a zone may have its centre beyond
+            if "." in row[0] and "." in row[1]:
+                self.assertEqual(reference, row[2])
+        for digits, reference in [("0", "33UUU"), ("2", "33UUU9117"), ("8", "33UUU9139073117855240")]:
+            got = self.rows("project", "--mgrs=" + digits, text="13.4,52.5\n")[0][0]
+            self.assertTrue(got.startswith(reference), (digits, got))
+            self.assertEqual(len(got), 5 + 2 * int(digits))
+        spellings = ["33UUU9139017855", "33uuu9139017855", '"33U UU 91390 17855"', '"33 U UU 91390 17855"']
+        self.assertEqual(len({run("project", "--mgrs", "-i", text=s + ",\n")[1] for s in spellings}), 1)
+
+    def test_references_that_are_none(self):
+        wrong = ["33UUU913901785", "33IUU9139017855", "61UUU9139017855", "33UAU9139017855", "33UUW9139017855", "33NUU9139017855",
+                 "YAA1212", "BIA1212", "CAA1212", "52.5", "x", "33UUU9139x17855"]
+        status, out, messages = run("project", "--mgrs", "-i", text="id,mgrs\n" + "".join("1,%s\n" % w for w in wrong))
+        self.assertEqual((status, set(out.splitlines()[1:])), (SOME_FAILED, {"1,,"}), messages)
+        self.assertIn("unplottable: %d" % len(wrong), messages)
+
+    def test_columns(self):
+        table = "name,lat,lon,note\nA,52.5,13.4,x\nB,,13,y\n"
+        for arguments, expected in [
+                (["--utm", "auto"], "name,y,x,note,zone\nA,5817855.2,391390.7,x,33N\nB,,,y,\n"),
+                (["--utm", "auto", "--keep"], "name,lat,lon,note,x,y,zone\nA,52.5,13.4,x,391390.7,5817855.2,33N\nB,,13,y,,,\n"),
+                (["--mgrs"], "name,mgrs,note\nA,33UUU9139017855,x\nB,,y\n"),
+                (["--mgrs", "--keep"], "name,lat,lon,note,mgrs\nA,52.5,13.4,x,33UUU9139017855\nB,,13,y,\n")]:
+            status, out, _ = run("project", *arguments, "--decimals", "1", "-q", text=table)
+            self.assertEqual((status, out), (SOME_FAILED, expected), arguments)
+        # the coordinates apart, blanks between columns, another name for the column
+        self.assertEqual(run("project", "--mgrs", "--y", "3", "--x", "1", text="13.4 A 52.5 B\n")[1],
+                         "33UUU9139017855 A B\n")
+        self.assertEqual(run("project", "--mgrs", "-i", "--x", "Ref", "--decimals", "3", text="n;Ref\n1;33UUU9139017855\n")[1],
+                         "n;lon;lat\n1;13.400;52.500\n")
+        self.assertEqual(run("project", "--utm", "auto", "-i", "--decimals", "3", text="zone,y,x\n33n,5817855.24,391390.73\n")[1],
+                         "zone,lat,lon\n33n,52.500,13.400\n")
+        self.refused("project", "--utm", "auto", "-i", text="x,y\n1,2\n", says='no column "zone"')
+
+    def test_sides_of_a_conversion(self):
+        self.assertEqual(run("convert", "--from-mgrs", "--from-datum", "6326", "--to", "EPSG:4326", "--decimals", "4",
+                             text="33UUU9139017855\n")[:2], (OK, "13.4000 52.5000\n"))
+        out = run("convert", "--from", "EPSG:32632", "--to-utm", "auto", "--to-datum", "6326", "--decimals", "1",
+                  text="798500.9 5827131.7\n")[1]
+        self.assertTrue(out.endswith(" 33N\n"), out)
+        # the ellipsoid of the zones is that of the side
+        self.assertEqual(run("convert", "--from-utm", "auto", "--from-ellipsoid", "clarke 1866", "--to-utm", "31N",
+                             "--to-ellipsoid", "clarke 1866", "--decimals", "2", text="500000,5000000,31N\n")[1],
+                         "500000.00,5000000.00,31N\n")
+        self.refused("convert", "--from", "32632", "--to-utm", "auto", says="--to-datum")
+
+    def test_state_plane(self):
+        status, out, messages = run("project", "--stateplane83", "auto", "--decimals", "2",
+                                    text="-120.5,45.5\n-99.2,31.2\n-98,31.5\n10,50\n")
+        self.assertEqual(status, SOME_FAILED, messages)
+        rows = [line.split(",") for line in out.splitlines()]
+        named = [row for row in rows if row[0]]
+        for row, place in zip(rows, ("-120.5,45.5", "-99.2,31.2", "-98,31.5")):
+            if not row[0]:
+                self.assertIn(" or ", row[2])
+                continue
+            self.assertEqual(run("project", "--stateplane83", row[2], "--decimals", "2", text=place)[1], ",".join(row[:2]) + "\n")
+        self.assertTrue(named)
+        self.assertEqual(rows[3], ["", "", ""])
+
+    def test_refusals(self):
+        self.refused("project", "--utm", "auto", "--mgrs", says="name one projection")
+        self.refused("project", "--utm", "auto", "--set", "k0=1", says="no --set")
+        self.refused("project", "--mgrs=12", says="at most 11 digits")
+        self.refused("project", "--utm", "auto", "--geojson", text='{"type":"Point","coordinates":[1,2]}', says="belong to tables")
+
+
+if __name__ == "__main__":
+    test_tool.PROGRAM = os.path.abspath(sys.argv.pop(1))
+    unittest.main()
