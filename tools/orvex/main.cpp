@@ -9,6 +9,7 @@
 #include "Failure.h"
 #include "commands/Commands.h"
 #include "commands/Names.h"
+#include "commands/SystemCommands.h"
 
 namespace {
 
@@ -54,6 +55,7 @@ int Run(int argc, char** argv) {
   app.footer("Exit status: 0, 1 when some points could not be converted, 2 for wrong usage or parameters.");
   int status = kSuccess;
   AddListCommand(app, status);
+  AddShowCommand(app, status);
   AddProjectCommand(app, status);
   AddDatumCommand(app, status);
   AddConvertCommand(app, status);

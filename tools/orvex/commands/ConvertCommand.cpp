@@ -7,6 +7,7 @@
 #include "commands/Commands.h"
 #include "commands/DatumOptions.h"
 #include "commands/ProjectionOptions.h"
+#include "commands/SystemConversion.h"
 #include "tables/PointTable.h"
 
 namespace orvex::tool {
@@ -15,6 +16,7 @@ namespace {
 
 struct Options {
   ProjectionOptions from, to;
+  std::string fromSystem, toSystem;
   std::string fromDatum, toDatum, ini;
   TableOptions table;
 };
@@ -27,6 +29,10 @@ std::optional<CProjector> MakeProjector(const ProjectionOptions& options) {
 }
 
 int Run(const Options& options) {
+  if (!options.fromSystem.empty() || !options.toSystem.empty()) {
+    return ConvertSystems({options.fromSystem, options.from, options.fromDatum, "from"},
+                          {options.toSystem, options.to, options.toDatum, "to"}, options.ini, options.table);
+  }
   if (options.fromDatum.empty() != options.toDatum.empty()) throw Failure("name both datums or none");
   std::optional<CProjector> from = MakeProjector(options.from), to = MakeProjector(options.to);
   std::optional<DatumConversion> datums;
@@ -46,6 +52,8 @@ void AddConvertCommand(CLI::App& app, int& status) {
   CLI::App* command = app.add_subcommand(
       "convert", "Convert between projections through datums; a side without projection is in degrees");
   const auto options = std::make_shared<Options>();
+  command->add_option("--from", options->fromSystem, "Source system: EPSG code or name, see: orvex list crs TEXT");
+  command->add_option("--to", options->toSystem, "Destination system");
   AddProjectionOptions(*command, options->from, "from-");
   AddProjectionOptions(*command, options->to, "to-");
   command->add_option("--from-datum", options->fromDatum, "Source datum: name, number or POSC code");

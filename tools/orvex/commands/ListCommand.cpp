@@ -9,6 +9,7 @@
 #include "commands/DatumOptions.h"
 #include "commands/Names.h"
 #include "commands/ProjectionOptions.h"
+#include "commands/SystemCommands.h"
 
 namespace orvex::tool {
 
@@ -113,6 +114,7 @@ void AddListCommand(CLI::App& app, int& status) {
   CLI::App* params = command->add_subcommand("params", "The parameters of a projection");
   params->add_option("TYPE", *text, "Projection by name")->required();
   params->callback([text] { ListParams(*text); });
+  AddListSystems(*command, status);
 }
 
 }  // namespace orvex::tool
