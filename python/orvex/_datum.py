@@ -52,7 +52,7 @@ class Datum:
                 raise OrvexError(f"the entry of the custom datum {stored!r} cannot be read")
         else:
             number = _built_in(name, [] if ini is None else _core.stored_datums(os.fspath(ini)))
-            self._set(_NAMES[number - 1], number, _core.datum_parameters(number))
+            self._set(*Datum.numbered(number)._key())
 
     def _set(self, name: str, number: int, parameters: Optional[_core.DatumParameters]) -> None:
         self._name, self._number, self._parameters = name, number, parameters
@@ -73,6 +73,13 @@ class Datum:
         if ellipsoid is not None:
             parameters["ellipsoid"] = ellipsoid  # type: ignore[assignment]
         return cls(name, method=method, **parameters)
+
+    @classmethod
+    def numbered(cls, number: int) -> "Datum":
+        """The datum of a number in the list."""
+        datum = object.__new__(cls)
+        datum._set(_NAMES[number - 1], number, _core.datum_parameters(number))
+        return datum
 
     @classmethod
     def of(cls, datum: Union["Datum", str, int]) -> "Datum":
@@ -100,7 +107,13 @@ class Datum:
     @property
     def method(self) -> str:
         """How the step to WGS 84 is computed: "Molodensky", "Bursa-Wolf", "regression", "NADCON", "NTv2" or "none"."""
-        return METHODS[_core.datums()[self._number - 1][2] if self._number else self.parameters_or_fail()[0]]
+        return METHODS[self._parameters[0] if self._parameters else _core.datums()[self._number - 1][2]]
+
+    def from_greenwich(self) -> "Datum":
+        """The same datum with longitudes that count from Greenwich."""
+        if not self._parameters or not self._parameters[2]:
+            return self
+        return _restored(self._name, 0, (*self._parameters[:2], 0.0, *self._parameters[3:]))
 
     @property
     def can_be_target(self) -> bool:
@@ -167,6 +180,12 @@ def _stored(ini: str, name: str) -> Optional[str]:
         if squashed(stored) == squashed(name):
             return stored
     return None
+
+
+def _restored(name: str, number: int, parameters: Optional[_core.DatumParameters]) -> Datum:
+    datum = object.__new__(Datum)
+    datum._set(name, number, parameters)
+    return datum
 
 
 def _built_in(name: Union[str, int, None], stored: "list[str]") -> int:

@@ -34,6 +34,9 @@ UNITS: Dict[str, float] = {
 _UNIT_ALIASES = {"metre": "m", "meter": "m", "metres": "m", "meters": "m", "foot": "ft", "feet": "ft", "ftus": "us-ft",
                  "ussurveyfoot": "us-ft", "ussurveyfeet": "us-ft", "kilometre": "km", "kilometer": "km"}
 
+#: Number of the projection that stands for each state plane system.
+STATE_PLANE = {1927: 9, 1983: 10}
+
 PROJECTION_ALIASES = {
     "utm": "Universal Transverse Mercator (UTM)", "lcc": "Lambert Conformal Conic", "tm": "Transverse Mercator",
     "tmerc": "Transverse Mercator", "merc": "Mercator", "aea": "Albers Equal Area Conic",
@@ -41,6 +44,19 @@ PROJECTION_ALIASES = {
     "platecarree": "Equidistant Cylindrical", "gausskruger": "Gauss-Kruger / Gauss Conformal",
     "longlat": "Unprojected Lat/Long", "latlong": "Unprojected Lat/Long",
 }
+
+
+def state_plane_type(year: int) -> int:
+    if year not in STATE_PLANE:
+        raise OrvexError(f"the state plane systems are those of 1927 and 1983, not {year!r}")
+    return STATE_PLANE[year]
+
+
+def unit_of(number_: int) -> str:
+    """What a parameter is measured in."""
+    if number_ in DEGREES:
+        return "degrees"
+    return {FALSE_EASTING: "map units", FALSE_NORTHING: "map units", RADIUS: "metres"}.get(number_, "")
 
 
 def metres_of(unit: Union[str, float]) -> float:

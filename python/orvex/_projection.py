@@ -1,6 +1,6 @@
 """Map projections."""
 
-from typing import Any, Dict, Mapping, Optional, Tuple, Union
+from typing import Any, Dict, List, Optional, Tuple, Union
 
 import numpy as np
 
@@ -11,9 +11,11 @@ from ._names import find_name
 from ._parameters import ELLIPSOID, FALSE_EASTING, FALSE_NORTHING, FLATTENING, LON0, RADIUS, SCALE, SOUTH, ZONE
 
 _LATLONG, _UTM = 0, 4
-_STATE_PLANE = {1927: 9, 1983: 10}
 _CLARKE_1866, _GRS_1980, _WGS_84 = 15, 3, 47
 _NAMES = [row[1] for row in _core.projections()]
+
+
+Plane = Tuple[float, ...]
 
 
 def is_exact(accuracy: str) -> bool:
@@ -49,7 +51,7 @@ class Projection:
     Projections do not change, can be pickled, compared and used as keys, and may be used by several threads at once.
     """
 
-    __slots__ = ("_record", "_metres", "_accuracy", "_datum", "_forward", "_inverse")
+    __slots__ = ("_record", "_metres", "_accuracy", "_datum", "_plane", "_forward", "_inverse")
 
     def __init__(self, name: str, *, ellipsoid: Union[str, int, None] = None, datum: Union[Datum, str, int, None] = None,
                  unit: Union[str, float] = "m", accuracy: str = "exact", wrap: bool = False, **parameters: Any) -> None:
@@ -59,16 +61,25 @@ class Projection:
         if ellipsoid is not None:
             parameters["ellipsoid"] = ellipsoid
         values = _parameters.read(number, _NAMES[number], parameters)
-        if number in _STATE_PLANE.values() and ZONE not in values:
+        if number in _parameters.STATE_PLANE.values() and ZONE not in values:
             raise OrvexError(f'{_NAMES[number]} needs the zone, for example zone="Texas Central"')
         _complete(values, number, datum, metres)
         self._set(_core.Record(number, values, bool(wrap)), metres, accuracy, datum)
 
-    def _set(self, record: _core.Record, metres: float, accuracy: str, datum: Optional[Datum]) -> None:
-        exact = is_exact(accuracy)
-        self._record, self._metres, self._accuracy, self._datum = record, metres, accuracy, datum
-        self._forward = _core.Conversion([record.forward(exact)])
-        self._inverse = _core.Conversion([record.inverse(exact)])
+    def _set(self, record: _core.Record, metres: float, accuracy: str, datum: Optional[Datum],
+             plane: Optional[Plane] = None) -> None:
+        self._record, self._metres, self._accuracy, self._datum, self._plane = record, metres, accuracy, datum, plane
+        self._forward = _core.Conversion(self.recipes(True))
+        self._inverse = _core.Conversion(self.recipes(False))
+
+    def recipes(self, forward: bool) -> List[_core.Recipe]:
+        """The steps of one direction for the compiled part."""
+        exact = is_exact(self._accuracy)
+        if self._plane is None:
+            return [self._record.forward(exact) if forward else self._record.inverse(exact)]
+        if forward:
+            return [self._record.forward(exact), _core.transform_plane(self._plane)]
+        return [_core.transform_plane(_undone(self._plane)), self._record.inverse(exact)]
 
     @classmethod
     def utm(cls, zone: int, south: bool = False, *, ellipsoid: Union[str, int, None] = None,
@@ -92,26 +103,23 @@ class Projection:
         x and y are in metres unless another unit is named: zones of 1927 were published in US survey feet ("us-ft").
         The datum is the system's, NAD 27 or NAD 83, unless another is given.
         """
-        if year not in _STATE_PLANE:
-            raise OrvexError(f"the state plane systems are those of 1927 and 1983, not {year!r}")
+        number = _parameters.state_plane_type(year)
         datum = parameters.pop("datum", f"North American Datum {year}")
-        return cls(_NAMES[_STATE_PLANE[year]], zone=zone, datum=datum, unit=unit, accuracy=accuracy, **parameters)
+        return cls(_NAMES[number], zone=zone, datum=datum, unit=unit, accuracy=accuracy, **parameters)
 
     @classmethod
     def from_crs(cls, system: Union[str, int], *, accuracy: str = "exact") -> "Projection":
         """The projection of a coordinate system by code or name, in the system's unit: ``from_crs("EPSG:32039")``."""
         found = _systems.find(system)
-        if found.projection is None:
+        if found.record is None:
             raise OrvexError(f"{found.name} is geographic: longitude and latitude without a projection")
-        return found.projection.with_accuracy(accuracy)
+        return _restored(found.record, found.unit, accuracy, found.datum, found.plane)
 
     def with_accuracy(self, accuracy: str) -> "Projection":
         """The same projection, computed "exact" or "stated"."""
         if accuracy == self._accuracy:
             return self
-        other = object.__new__(type(self))
-        other._set(self._record, self._metres, accuracy, self._datum)
-        return other
+        return _restored(self._record.to_bytes(), self._metres, accuracy, self._datum, self._plane)
 
     def forward(self, lon: Any, lat: Any = None, *, out: Any = None, errors: str = "nan",
                 threads: Optional[int] = None) -> Any:
@@ -200,7 +208,7 @@ class Projection:
         return self._record.type == _LATLONG
 
     def _key(self) -> Tuple[Any, ...]:
-        return self._record.to_bytes(), self._metres, self._accuracy, self._datum
+        return self._record.to_bytes(), self._metres, self._accuracy, self._datum, self._plane
 
     def __eq__(self, other: object) -> bool:
         return isinstance(other, Projection) and self._key() == other._key()
@@ -225,8 +233,8 @@ def _complete(values: Dict[int, _parameters.Value], projection: int, datum: Opti
         raise OrvexError("flattening needs radius as well")
     if RADIUS in values and ELLIPSOID in values:
         raise OrvexError("give either an ellipsoid or a radius")
-    if projection in _STATE_PLANE.values():
-        values[ELLIPSOID] = _CLARKE_1866 if projection == _STATE_PLANE[1927] else _GRS_1980
+    if projection in _parameters.STATE_PLANE.values():
+        values[ELLIPSOID] = _CLARKE_1866 if projection == _parameters.STATE_PLANE[1927] else _GRS_1980
     elif RADIUS in values:
         values[ELLIPSOID] = 0
     elif ELLIPSOID not in values and datum is not None:
@@ -242,7 +250,15 @@ def _complete(values: Dict[int, _parameters.Value], projection: int, datum: Opti
         raise OrvexError("longitude and latitude are in degrees; they take no unit")
 
 
-def _restored(record: bytes, metres: float, accuracy: str, datum: Optional[Datum]) -> Projection:
+def _undone(plane: Plane) -> Plane:
+    """The plane transform that leads back."""
+    x0, a, b, y0, c, d = plane
+    determinant = a * d - b * c
+    a, b, c, d = d / determinant, -b / determinant, -c / determinant, a / determinant
+    return -(a * x0 + b * y0), a, b, -(c * x0 + d * y0), c, d
+
+
+def _restored(record: bytes, metres: float, accuracy: str, datum: Optional[Datum], plane: Optional[Plane]) -> Projection:
     projection = object.__new__(Projection)
-    projection._set(_core.Record.from_bytes(record), metres, accuracy, datum)
+    projection._set(_core.Record.from_bytes(record), metres, accuracy, datum, plane)
     return projection

@@ -1,15 +1,43 @@
-"""Coordinate systems by code or name."""
+"""Coordinate systems of the registry by code or name."""
 
-from typing import NamedTuple, Optional, Union
+from typing import NamedTuple, Optional, Tuple, Union
 
+from . import _core
 from ._datum import Datum
 from ._errors import OrvexError
 
 
+class Area(NamedTuple):
+    """Where a system is used: bounds in degrees; west is greater than east where it crosses the 180th meridian."""
+
+    name: str
+    west: float
+    south: float
+    east: float
+    north: float
+
+
 class System(NamedTuple):
-    """A coordinate system: a projection in its unit, or none for longitude and latitude; and the datum of both."""
+    """A coordinate system. A projected one has the bytes of its projection, and its unit is metres; in a geographic one
+    the unit is degrees, and longitudes count from the meridian."""
 
     code: int
     name: str
-    projection: "Optional[Projection]"
-    datum: Optional[Datum]
+    record: Optional[bytes]
+    plane: Optional[Tuple[float, ...]]  #: what is done to the map's coordinates after the projection
+    unit: float
+    meridian: float
+    frame: int  #: equal for systems on the same datum, whatever their prime meridian
+    datum_name: str
+    datum: Optional[Datum]  #: with longitudes from Greenwich; None when the catalogue lacks it
+    area: Area
+    deprecated: bool
+
+
+def find(system: Union[str, int]) -> System:
+    """A system by code (32039, "EPSG:32039") or name ("NAD27 / Texas Central")."""
+    if isinstance(system, bool) or not isinstance(system, (str, int)):
+        raise OrvexError(f"a coordinate system goes by its code or name, not by {system!r}")
+    *head, datum_name, catalogue, area, deprecated = _core.find_system(str(system))
+    datum = Datum.numbered(catalogue).from_greenwich() if catalogue else None
+    return System(*head, datum_name, datum, Area(*area), deprecated)

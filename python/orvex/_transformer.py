@@ -11,37 +11,71 @@ SystemLike = Union[Projection, Datum, str, int]
 
 
 class _Side(NamedTuple):
-    """What one side comes down to; without a projection it is longitude and latitude."""
+    """What one side comes down to. Without a projection it is longitude and latitude."""
 
+    name: str
     projection: Optional[Projection]
     datum: Optional[Datum]
-    name: str
+    #: Of a registered system: its datum there, where datums that the catalogue lacks are told apart as well.
+    frame: Optional[int] = None
+    frame_name: str = ""
+    degrees: float = 1.0  #: of one unit of a geographic system
+    meridian: float = 0.0  #: that a geographic system counts from, degrees
+
+    def to_degrees(self) -> List[_core.Recipe]:
+        if self.projection:
+            return self.projection.recipes(False)
+        return [_core.count_angles(self.degrees, self.meridian, True)] if self._counts_its_own_way else []
+
+    def from_degrees(self) -> List[_core.Recipe]:
+        if self.projection:
+            return self.projection.recipes(True)
+        return [_core.count_angles(self.degrees, self.meridian, False)] if self._counts_its_own_way else []
+
+    @property
+    def _counts_its_own_way(self) -> bool:
+        return self.degrees != 1 or self.meridian != 0
+
+    def says_datum(self) -> bool:
+        return self.datum is not None or self.frame is not None
+
+    def same_datum(self, other: "_Side") -> bool:
+        if self.frame is not None and other.frame is not None:
+            return self.frame == other.frame
+        return self.datum is not None and other.datum is not None and self.datum.same_as(other.datum)
+
+    def datum_or_fail(self) -> Datum:
+        if self.datum is None:
+            raise OrvexError(f"the catalogue of datums lacks {self.frame_name!r}, the datum of {self.name}: it cannot be "
+                             "changed for another one")
+        return self.datum
 
 
 def _side(system: SystemLike, accuracy: Optional[str]) -> _Side:
     if isinstance(system, Projection):
         projection = system.with_accuracy(accuracy or system.accuracy)
-        return _Side(None if system.geographic else projection, system.datum, system.name)
+        return _Side(system.name, None if system.geographic else projection, system.datum)
     if isinstance(system, Datum):
-        return _Side(None, system, system.name)
+        return _Side(system.name, None, system)
     if isinstance(system, (str, int)) and not isinstance(system, bool):
         return _named(system, accuracy)
     raise OrvexError(f"a coordinate system is a code, a name, a Projection or a Datum, not {system!r}")
 
 
 def _named(system: Union[str, int], accuracy: Optional[str]) -> _Side:
+    """A registered system, else a datum of the catalogue, of that name."""
     try:
         found = _systems.find(system)
     except OrvexError as unknown:
-        if isinstance(system, int) or system.upper().startswith("EPSG:"):
-            raise
         try:
             datum = Datum(system)
         except OrvexError:
             raise unknown from None
-        return _Side(None, datum, datum.name)
-    projection = found.projection and found.projection.with_accuracy(accuracy or "exact")
-    return _Side(projection, found.datum, found.name)
+        return _side(datum, accuracy)
+    if found.record is None:
+        return _Side(found.name, None, found.datum, found.frame, found.datum_name, found.unit, found.meridian)
+    projection = Projection.from_crs(system, accuracy=accuracy or "exact")
+    return _Side(found.name, projection, found.datum, found.frame, found.datum_name)
 
 
 class Transformer:
@@ -115,14 +149,13 @@ class Transformer:
 
 
 def _recipes(from_: _Side, to: _Side, exact: bool) -> List[_core.Recipe]:
-    recipes = []
-    if from_.projection:
-        recipes.append(from_.projection._record.inverse(is_exact(from_.projection.accuracy)))
-    if from_.datum and to.datum and not from_.datum.same_as(to.datum):
-        recipes.append(_datum.recipe(from_.datum, to.datum, exact))
-    if to.projection:
-        recipes.append(to.projection._record.forward(is_exact(to.projection.accuracy)))
-    return recipes
+    return from_.to_degrees() + _datum_recipes(from_, to, exact) + to.from_degrees()
+
+
+def _datum_recipes(from_: _Side, to: _Side, exact: bool) -> List[_core.Recipe]:
+    if not (from_.says_datum() and to.says_datum()) or from_.same_datum(to):
+        return []
+    return [_datum.recipe(from_.datum_or_fail(), to.datum_or_fail(), exact)]
 
 
 def _restored(from_: _Side, to: _Side, accuracy: Optional[str]) -> Transformer:

@@ -50,6 +50,14 @@ class MethodInfo(NamedTuple):
     least_controls: int
 
 
+class SystemInfo(NamedTuple):
+    code: int
+    name: str
+    projected: bool
+    area: str
+    deprecated: bool
+
+
 def _table(kind: Type[Any], rows: List[Any], frame: bool) -> Any:
     if not frame:
         return rows
@@ -85,7 +93,6 @@ def zones(year: Optional[int] = None, frame: bool = False) -> Any:
     rows = [ZoneInfo(number, name, usgs or None, posc27, posc83)
             for number, name, usgs, posc27, posc83 in _core.zones()]
     if year is not None:
-        _parameters.state_plane_type(year)
         rows = [row for row in rows if _core.zone_exists(_parameters.state_plane_type(year), row.number)]
     return _table(ZoneInfo, rows, frame)
 
@@ -105,3 +112,8 @@ def methods(frame: bool = False) -> Any:
     """Ways to fit a :class:`orvex.Georef`: a list of MethodInfo."""
     rows = [MethodInfo(short, name, least) for short, (name, least) in _georef.methods().items()]
     return _table(MethodInfo, rows, frame)
+
+
+def systems(text: str = "", frame: bool = False) -> Any:
+    """Registered coordinate systems whose code, name or area holds every word of a text: a list of SystemInfo."""
+    return _table(SystemInfo, [SystemInfo(*row) for row in _core.search_systems(text)], frame)

@@ -79,6 +79,14 @@ std::vector<ZoneRow> Zones() {
   return rows;
 }
 
+bool ZoneExists(int type, int zone) {
+  PROJDATA record{};
+  record.Type = static_cast<ProjType>(type);
+  record.Zone = zone;
+  ProjGetStateZoneParams(&record);
+  return record.Zone == zone;
+}
+
 std::vector<ParameterRow> Parameters() {
   std::vector<ParameterRow> rows;
   for (int id = 1; id <= kLastParameter; ++id) {
@@ -149,13 +157,14 @@ bool StoreDatum(const std::string& ini, const std::string& name, const DatumPara
 double ParseAngle(const std::string& text) {
   double degrees = 0;
   const bool whole = text.find('\0') == std::string::npos && LatLonToDegrees(text.c_str(), &degrees, 0);
-  if (!whole || !std::isfinite(degrees)) throw Failure("\"" + text + "\" is not an angle");
+  if (!whole || !std::isfinite(degrees)) throw tool::Failure("\"" + text + "\" is not an angle");
   return degrees;
 }
 
 std::string FormatAngle(double degrees, int format, char degree, char minute, char second) {
   char text[kNameSize];
-  if (!DegreesToLatLon(text, degrees, format, degree, minute, second)) throw Failure("two ways to write the sign");
+  if (!DegreesToLatLon(text, degrees, format, degree, minute, second))
+    throw tool::Failure("two ways to write the sign");
   return text;
 }
 

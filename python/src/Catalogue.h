@@ -33,6 +33,9 @@ std::vector<ParameterRow> Parameters();
 std::vector<int> UsedParameters(int projection);
 std::vector<std::string> GeorefMethods();
 
+/// Whether a state plane system, given by its projection type, has a zone.
+bool ZoneExists(int type, int zone);
+
 /// Of a built-in datum; none for datums of grids and regression equations.
 std::optional<DatumParameters> ParametersOf(int datum);
 /// `inverse`: the step leads from WGS 84 to the datum.

@@ -28,7 +28,7 @@ Stored Load(PROJDATA& record, int id) {
 
 ProjDataType TypeOf(int id) {
   ProjDataType type{};
-  if (!ProjParamInfo(id, nullptr, &type, nullptr, nullptr)) throw Failure("there is no such parameter");
+  if (!ProjParamInfo(id, nullptr, &type, nullptr, nullptr)) throw tool::Failure("there is no such parameter");
   return type;
 }
 
@@ -75,7 +75,8 @@ struct Collector {
 
   std::vector<Chain> Finish(bool done) {
     if (outOfMemory) throw std::bad_alloc();
-    if (!done) throw Failure("a shape has a coordinate that is not a finite number, or a part of fewer than 2 points");
+    if (!done)
+      throw tool::Failure("a shape has a coordinate that is not a finite number, or a part of fewer than 2 points");
     return std::move(pieces);
   }
 };
@@ -98,12 +99,21 @@ Record::Record(int type, const std::map<int, Value>& values, bool wrap) {
   m_data.Type = static_cast<ProjType>(type);
   m_data.bWrapLon = wrap;
   for (const auto& [id, value] : values) Set(m_data, id, value);
+  Complete();
+}
+
+Record::Record(const PROJDATA& data) : m_data(data) {
+  Complete();
+}
+
+/// The library fills in the ellipsoid's figure, UTM's origin and the factors that are 1 when they are not given.
+void Record::Complete() {
   ProjCheckParams(&m_data, nullptr, true);
   Projector(m_data).GetInfo(&m_data);
 }
 
 Record::Record(const std::string& bytes) {
-  if (bytes.size() != sizeof m_data) throw Failure("these are not the bytes of a projection");
+  if (bytes.size() != sizeof m_data) throw tool::Failure("these are not the bytes of a projection");
   std::memcpy(&m_data, bytes.data(), sizeof m_data);
   ProjCheckParams(&m_data, nullptr, true);
 }

@@ -18,6 +18,8 @@ class Record {
  public:
   /// `values` by the ids of the parameter catalogue. Throws shr::Exception for what the library refuses.
   Record(int type, const std::map<int, Value>& values, bool wrap);
+  /// Throws shr::Exception for what the library refuses.
+  explicit Record(const PROJDATA& data);
   /// From what Bytes gave.
   explicit Record(const std::string& bytes);
 
@@ -36,6 +38,8 @@ class Record {
   std::vector<Chain> ClipRings(const std::vector<Chain>& rings) const;
 
  private:
+  void Complete();
+
   PROJDATA m_data{};
 };
 

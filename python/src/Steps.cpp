@@ -1,6 +1,9 @@
 // Steps - what a conversion consists of.
 #include "Steps.h"
 
+#include <cfloat>
+#include <cmath>
+#include <tuple>
 #include <utility>
 
 #include <shr/exception.h>
@@ -18,7 +21,7 @@ class ProjectionStep : public Step {
   ProjectionStep(PROJDATA record, Direction direction, bool exact) : m_direction(direction), m_projector(&record) {
 #ifndef ORVEX_NO_ACCURACY
     if (!m_projector.SetAccuracy(exact ? PA_EXACT : PA_STATED)) {
-      throw Failure("these parameters cannot be computed exactly; accuracy=\"stated\" takes them");
+      throw tool::Failure("these parameters cannot be computed exactly; accuracy=\"stated\" takes them");
     }
 #endif
   }
@@ -33,7 +36,7 @@ class ProjectionStep : public Step {
       if (e.MessageId() == kInconsistency) throw PointRefused{};
       throw;
     }
-    if (!done) throw Failure("the projection failed");
+    if (!done) throw tool::Failure("the projection failed");
   }
 
  private:
@@ -46,7 +49,7 @@ class DatumStep : public Step {
   DatumStep(const DATUMXFORM& xform, bool exact) : m_transform(&xform) {
 #ifndef ORVEX_NO_ACCURACY
     if (!m_transform.SetAccuracy(exact ? PA_EXACT : PA_STATED)) {
-      throw Failure("this change of datum cannot be computed exactly; accuracy=\"stated\" takes it");
+      throw tool::Failure("this change of datum cannot be computed exactly; accuracy=\"stated\" takes it");
     }
 #endif
   }
@@ -57,25 +60,45 @@ class DatumStep : public Step {
       if (m_transform.Convert(reinterpret_cast<DATUMPOINT*>(points.data()), static_cast<int>(points.size()))) return;
     } catch (const shr::Exception& e) {
       if (e.Source() != "DtmNadcon") throw;
-      throw Failure("the NADCON grids (conus.LAS and conus.LOS, prvi.LAS and prvi.LOS) cannot be read");
+      throw tool::Failure("the NADCON grids (conus.LAS and conus.LOS, prvi.LAS and prvi.LOS) cannot be read");
     }
-    throw Failure("the datum conversion failed");
+    throw tool::Failure("the datum conversion failed");
   }
 
  private:
   CDatumTransform m_transform;
 };
 
+/// A formula of this package for the points that are not marked.
+template <class Formula>
+class FormulaStep : public Step {
+ public:
+  explicit FormulaStep(Formula formula) : m_formula(formula) {}
+
+  void Convert(std::span<PROJPOINT> points) override {
+    for (PROJPOINT& p : points) {
+      if (p.x != DBL_MAX && p.y != DBL_MAX) p = m_formula(p);
+    }
+  }
+
+ private:
+  Formula m_formula;
+};
+
+double WithinHalfTurn(double longitude) {
+  return std::abs(longitude) <= 180 ? longitude : std::remainder(longitude, 360);
+}
+
 class GeorefStep : public Step {
  public:
   explicit GeorefStep(const GEOREF& record) {
-    if (!m_transform.Create(&record)) throw Failure("the control points do not determine the transform");
+    if (!m_transform.Create(&record)) throw tool::Failure("the control points do not determine the transform");
   }
 
   void Convert(std::span<PROJPOINT> points) override {
     static_assert(sizeof(GEOREFPOINT) == sizeof(PROJPOINT));
     auto* const first = reinterpret_cast<GEOREFPOINT*>(points.data());
-    if (!m_transform.Forward(first, static_cast<int>(points.size()))) throw Failure("the transform failed");
+    if (!m_transform.Forward(first, static_cast<int>(points.size()))) throw tool::Failure("the transform failed");
   }
 
  private:
@@ -95,6 +118,11 @@ class RecipeOf : public Recipe {
  private:
   std::tuple<Parts...> m_parts;
 };
+
+template <class Formula>
+std::shared_ptr<Recipe> Apply(Formula formula) {
+  return std::make_shared<RecipeOf<FormulaStep<Formula>, Formula>>(formula);
+}
 
 class GeorefRecipe : public Recipe {
  public:
@@ -124,6 +152,17 @@ std::shared_ptr<Recipe> Project(const PROJDATA& record, Direction direction, boo
 
 std::shared_ptr<Recipe> ChangeDatum(const DATUMXFORM& xform, bool exact) {
   return std::make_shared<RecipeOf<DatumStep, DATUMXFORM, bool>>(xform, exact);
+}
+
+std::shared_ptr<Recipe> TransformPlane(const std::array<double, 6>& c) {
+  return Apply([c](PROJPOINT p) { return PROJPOINT{c[0] + c[1] * p.x + c[2] * p.y, c[3] + c[4] * p.x + c[5] * p.y}; });
+}
+
+std::shared_ptr<Recipe> CountAngles(double unit, double meridian, Direction direction) {
+  if (direction == Direction::Forward) {
+    return Apply([=](PROJPOINT p) { return PROJPOINT{WithinHalfTurn(p.x * unit + meridian), p.y * unit}; });
+  }
+  return Apply([=](PROJPOINT p) { return PROJPOINT{WithinHalfTurn(p.x - meridian) / unit, p.y / unit}; });
 }
 
 std::shared_ptr<Recipe> Georeference(TransformMethod method, std::vector<GEOREFPOINT> source,

@@ -2,6 +2,7 @@
 // the library and belongs to one thread at a time.
 #pragma once
 
+#include <array>
 #include <memory>
 #include <span>
 #include <vector>
@@ -25,7 +26,7 @@ class Step {
 class Recipe {
  public:
   virtual ~Recipe() = default;
-  /// Throws shr::Exception or Failure when the library refuses the parameters.
+  /// Throws shr::Exception or tool::Failure when the library refuses the parameters.
   virtual std::unique_ptr<Step> Make() const = 0;
 };
 
@@ -33,6 +34,10 @@ enum class Direction { Forward, Inverse };
 
 std::shared_ptr<Recipe> Project(const PROJDATA& record, Direction direction, bool exact);
 std::shared_ptr<Recipe> ChangeDatum(const DATUMXFORM& xform, bool exact);
+/// x' = c[0] + c[1] x + c[2] y, y' = c[3] + c[4] x + c[5] y.
+std::shared_ptr<Recipe> TransformPlane(const std::array<double, 6>& coefficients);
+/// Degrees from units of an angle and a prime meridian (degrees east of Greenwich), or the other way.
+std::shared_ptr<Recipe> CountAngles(double unit, double meridian, Direction direction);
 std::shared_ptr<Recipe> Georeference(TransformMethod method, std::vector<GEOREFPOINT> source,
                                      std::vector<GEOREFPOINT> destination);
 

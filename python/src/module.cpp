@@ -12,6 +12,7 @@
 #include "Conversion.h"
 #include "Failure.h"
 #include "Record.h"
+#include "Systems.h"
 
 namespace py = pybind11;
 
@@ -34,7 +35,7 @@ void Translate(std::exception_ptr failure) {
     std::rethrow_exception(failure);
   } catch (const shr::Exception& e) {
     Raise(e.what(), e.MessageId());
-  } catch (const Failure& e) {
+  } catch (const tool::Failure& e) {
     Raise(e.what(), kBadParameter);
   }
 }
@@ -44,20 +45,20 @@ void Translate(std::exception_ptr failure) {
 Column ColumnOf(const py::array& array, bool written) {
   const bool aligned = (array.flags() & py::detail::npy_api::NPY_ARRAY_ALIGNED_) != 0;
   if (!py::isinstance<py::array_t<double>>(array) || array.ndim() != 1 || !aligned || (written && !array.writeable())) {
-    throw Failure("an aligned array of native doubles with one dimension is needed");
+    throw tool::Failure("an aligned array of native doubles with one dimension is needed");
   }
   auto* const first = static_cast<double*>(const_cast<void*>(array.data()));
   return {first, array.strides(0) / static_cast<py::ssize_t>(sizeof(double))};
 }
 
 Points PointsOf(const py::array& x, const py::array& y, bool written) {
-  if (x.size() != y.size()) throw Failure("x and y differ in length");
+  if (x.size() != y.size()) throw tool::Failure("x and y differ in length");
   return {ColumnOf(x, written), ColumnOf(y, written), static_cast<std::size_t>(x.size())};
 }
 
 Chain ChainOf(const py::array& array) {
   const auto points = py::array_t<double, py::array::c_style | py::array::forcecast>::ensure(array);
-  if (!points || points.ndim() != 2 || points.shape(1) != 2) throw Failure("an array of shape (n, 2) is needed");
+  if (!points || points.ndim() != 2 || points.shape(1) != 2) throw tool::Failure("an array of shape (n, 2) is needed");
   Chain chain(static_cast<std::size_t>(points.shape(0)));
   for (std::size_t i = 0; i < chain.size(); ++i) {
     const auto row = static_cast<py::ssize_t>(i);
@@ -86,7 +87,7 @@ auto Unlocked(Work work) {
 std::size_t Convert(Conversion& self, const py::array& x, const py::array& y, const py::array& outX,
                     const py::array& outY, int threads) {
   const Points from = PointsOf(x, y, false), to = PointsOf(outX, outY, true);
-  if (from.size != to.size || threads < 1) throw Failure("the arrays do not fit together");
+  if (from.size != to.size || threads < 1) throw tool::Failure("the arrays do not fit together");
   return Unlocked([&] { return self.Convert(from, to, threads); });
 }
 
@@ -114,7 +115,7 @@ std::vector<GEOREFPOINT> ControlsOf(const py::array& array) {
 
 py::array_t<bool> Contains(const Record& record, const py::array_t<double, py::array::c_style>& lon,
                            const py::array_t<double, py::array::c_style>& lat) {
-  if (lon.size() != lat.size()) throw Failure("the arrays do not fit together");
+  if (lon.size() != lat.size()) throw tool::Failure("the arrays do not fit together");
   py::array_t<bool> inside(lon.size());
   record.Contains(lon.data(), lat.data(), inside.mutable_data(), static_cast<std::size_t>(lon.size()));
   return inside;
@@ -129,6 +130,24 @@ std::vector<py::array_t<double>> ClipRings(const Record& record, const std::vect
 std::vector<py::array_t<double>> ClipLine(const Record& record, const py::array& array) {
   const Chain line = ChainOf(array);
   return ArraysOf(Unlocked([&] { return record.ClipLine(line); }));
+}
+
+// ---- coordinate systems, as tuples in the order of their structures ----
+
+py::tuple SystemOf(const std::string& text) {
+  const System s = FindSystem(text);
+  const py::object record = s.record.empty() ? py::object(py::none()) : py::object(py::bytes(s.record));
+  return py::make_tuple(s.code, s.name, record, s.plane, s.unit, s.meridian, s.frame, s.datum, s.catalogue,
+                        py::make_tuple(s.area.name, s.area.west, s.area.south, s.area.east, s.area.north),
+                        s.deprecated);
+}
+
+std::vector<py::tuple> SystemRows(const std::string& text) {
+  std::vector<py::tuple> rows;
+  for (const SystemRow& row : SearchSystems(text)) {
+    rows.push_back(py::make_tuple(row.code, row.name, row.projected, row.area, row.deprecated));
+  }
+  return rows;
 }
 
 void DefineConversions(py::module_& m) {
@@ -156,10 +175,17 @@ void DefineConversions(py::module_& m) {
       .def("clip_rings", ClipRings, py::arg("rings"));
   m.def("change_datum", DatumRecipe, py::arg("from_"), py::arg("to"), py::arg("step1"), py::arg("step2"),
         py::arg("exact"));
+  m.def("transform_plane", TransformPlane, py::arg("coefficients"));
+  m.def(
+      "count_angles",
+      [](double unit, double meridian, bool toDegrees) {
+        return CountAngles(unit, meridian, toDegrees ? Direction::Forward : Direction::Inverse);
+      },
+      py::arg("unit"), py::arg("meridian"), py::arg("to_degrees"));
   m.def(
       "georeference",
       [](int method, const py::array& source, const py::array& destination) {
-        if (source.size() != destination.size()) throw Failure("the control points do not come in pairs");
+        if (source.size() != destination.size()) throw tool::Failure("the control points do not come in pairs");
         return Georeference(static_cast<TransformMethod>(method), ControlsOf(source), ControlsOf(destination));
       },
       py::arg("method"), py::arg("source"), py::arg("destination"));
@@ -177,6 +203,9 @@ void DefineCatalogue(py::module_& m) {
   m.def("stored_datums", StoredDatums, py::arg("ini"));
   m.def("stored_datum", StoredDatum, py::arg("ini"), py::arg("name"));
   m.def("store_datum", StoreDatum, py::arg("ini"), py::arg("name"), py::arg("parameters"));
+  m.def("zone_exists", ZoneExists, py::arg("type"), py::arg("zone"));
+  m.def("find_system", SystemOf, py::arg("text"));
+  m.def("search_systems", SystemRows, py::arg("text"));
   m.def("parse_angle", ParseAngle, py::arg("text"));
   m.def("format_angle", FormatAngle, py::arg("degrees"), py::arg("format"), py::arg("degree"), py::arg("minute"),
         py::arg("second"));
