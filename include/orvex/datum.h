@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 
+#include <orvex/accuracy.h>
 #include <orvex/ellipsoid.h>
 #include <orvex/export.h>
 
@@ -366,6 +367,16 @@ ORVEX_API bool ORVEX_CALL DatGetHandleInfo(void* handle, DATUMXFORM* out);
 /// Whether the last conversion met an unplottable point; false for a null handle.
 ORVEX_API bool ORVEX_CALL DatHadUnplottables(void* handle);
 
+/// Chooses how a handle computes; a new one computes as stated. The choice is the handle's, not the record's. Returns
+/// whether it was taken: false, and the handle computes as before, for a null handle, an unknown value, parameters with
+/// which a step has no exact form (a scale of 0, numbers that are not finite), and without memory to remember it.
+/// Exactly computed, the way back is the inverse of the way there, latitudes are geodetic to rounding, latitudes beyond
+/// a pole are unplottable, and a point outside the grids passes unshifted and is told by DatHadUnplottables.
+/// docs/accuracy.md has the differences, method by method.
+ORVEX_API bool ORVEX_CALL DatSetAccuracy(void* handle, ProjAccuracy accuracy);
+/// How a handle computes; PA_STATED for a null handle.
+ORVEX_API ProjAccuracy ORVEX_CALL DatGetAccuracy(void* handle);
+
 /// Owns at most one datum handle. Copying makes a handle of its own; assignment shares the handle, which lives until
 /// the last object that shares it lets go.
 class ORVEX_API CDatumTransform {
@@ -383,6 +394,9 @@ class ORVEX_API CDatumTransform {
   bool Convert(DATUMPOINT* pts, int n);
   bool GetInfo(DATUMXFORM* out) const;
   bool HadUnplottables() const;
+  /// DatSetAccuracy and DatGetAccuracy; a copy computes like the object that it is made from, Create starts anew.
+  bool SetAccuracy(ProjAccuracy accuracy);
+  ProjAccuracy Accuracy() const;
 
  private:
   std::shared_ptr<void> m_hDatum;

@@ -10,6 +10,7 @@
 
 #include <stdint.h>
 
+#include <orvex/accuracy.h>
 #include <orvex/export.h>
 
 #ifdef __cplusplus
@@ -68,15 +69,25 @@ ORVEX_API void ORVEX_CALL orvex_delete(void* projection);
 ORVEX_API int ORVEX_CALL orvex_forward(void* projection, orvex_point* points, int count, char* message);
 ORVEX_API int ORVEX_CALL orvex_inverse(void* projection, orvex_point* points, int count, char* message);
 
+/* Chooses how a projection computes, PA_STATED or PA_EXACT; orvex::ProjSetAccuracy describes both. ORVEX_OK,
+ * ORVEX_BAD_ARGUMENT for a null projection or an unknown value, ORVEX_FAILED where its parameters have no exact form.
+ */
+ORVEX_API int ORVEX_CALL orvex_set_accuracy(void* projection, int accuracy);
+
 /* Makes a conversion between two built-in datums. *datum becomes null when it fails. */
 ORVEX_API int ORVEX_CALL orvex_datum_create(int32_t source, int32_t destination, void** datum, char* message);
 /* Frees a conversion; null is ignored. */
 ORVEX_API void ORVEX_CALL orvex_datum_delete(void* datum);
 /* Converts longitudes and latitudes in place. */
 ORVEX_API int ORVEX_CALL orvex_datum_convert(void* datum, orvex_point* points, int count, char* message);
+/* The same choice for a conversion between datums. */
+ORVEX_API int ORVEX_CALL orvex_datum_set_accuracy(void* datum, int accuracy);
 
 #ifdef __cplusplus
 }
+
+using orvex::PA_EXACT;
+using orvex::PA_STATED;
 #endif
 
 #endif

@@ -5,6 +5,7 @@
 #include <memory>
 #include <vector>
 
+#include <orvex/accuracy.h>
 #include <orvex/export.h>
 #include <orvex/projdata.h>
 
@@ -41,6 +42,18 @@ ORVEX_API bool ORVEX_CALL ProjGetHandleInfo(void* hProj, PROJDATA* pProjData);
 
 /// 1 when the last conversion with this handle left unplottable points, else 0; 0 for a null handle.
 ORVEX_API int ORVEX_CALL ProjResult(void* hProj);
+
+/// Chooses how a handle computes; a new one computes as stated. The choice is the handle's, not the record's.
+///   hProj  handle from ProjCreateProjection; null: returns false
+/// Returns whether the choice was taken: false, and the handle computes as before, for an unknown value, for parameters
+/// with which the projection has no exact form (a cone that is none, a type outside the table, a latitude parameter
+/// beyond a pole), and without memory to remember it. Exactly computed, forward gives the projection's definition to
+/// rounding and inverse undoes it; longitudes count modulo a turn; latitudes beyond a pole and whatever the definition
+/// does not cover become unplottable, both coordinates DBL_MAX. docs/accuracy.md has the differences, projection by
+/// projection.
+ORVEX_API bool ORVEX_CALL ProjSetAccuracy(void* hProj, ProjAccuracy accuracy);
+/// How a handle computes; PA_STATED for a null handle.
+ORVEX_API ProjAccuracy ORVEX_CALL ProjGetAccuracy(void* hProj);
 
 /// Projects points in place: longitude/latitude in degrees to easting/northing in map units.
 ///   hProj  handle from ProjCreateProjection; null: returns false, nothing touched
@@ -109,6 +122,9 @@ class ORVEX_API CProjector {
   bool Inverse(PROJPOINT* pPts, int nPts);
   int Result() const;
   bool GetInfo(PROJDATA* pProjData) const;
+  /// ProjSetAccuracy and ProjGetAccuracy; a copy computes like the object that it is made from, Create starts anew.
+  bool SetAccuracy(ProjAccuracy accuracy);
+  ProjAccuracy Accuracy() const;
   bool LLInProjection(const PROJPOINT* pPt) const;
   bool LLOffsetSplitObject(const PROJPOINT* pPts, unsigned int nPts, double* pdx, double* pdy) const;
   bool LLPreclipPolyline(void* pUser, int nPts, const PROJPOINT* pPts, PROJLINECALLBACK pLine) const;

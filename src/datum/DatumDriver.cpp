@@ -1,6 +1,8 @@
 // DatumDriver - conversion of points from one datum to another by way of WGS 84.
+#include <algorithm>
 #include <cfloat>
 #include <cstdint>
+#include <iterator>
 #include <memory>
 #include <optional>
 
@@ -15,6 +17,8 @@
 #include "datum/methods/Molodensky.h"
 #include "datum/methods/Mre.h"
 #include "support/Errors.h"
+#include "support/ExactHandles.h"
+#include "support/Flag.h"
 #include "support/FpGuard.h"
 #include "support/Log.h"
 
@@ -60,16 +64,25 @@ void PrepareStep(DatumType datum, DatumRole role, DATUM2WGS84& step) {
 class PreparedStep {
  public:
   /// False for a failure that raises nothing.
-  bool Prepare(DatumType datum, DatumRole role, const DATUM2WGS84& step) {
+  bool Prepare(DatumType datum, DatumRole role, const DATUM2WGS84& stated, bool exact) {
     const bool isSource = role == DatumRole::Source;
+    DATUM2WGS84 step = stated;
+    const bool back = exact && IsSet(step.bInverse);
+    if (exact) step.bInverse = false;  // the exact way back inverts the way there
     switch (step.Method) {
       case DM_NOXFORM:
         return true;
       case DM_MOLODENSKY:
-        m_step = {StepKind::Molodensky, &m_molodensky.emplace(step)};
+        m_step = {!exact ? StepKind::Molodensky
+                  : back ? StepKind::MolodenskyBack
+                         : StepKind::ExactMolodensky,
+                  &m_molodensky.emplace(step)};
         return true;
       case DM_BURSA:
-        m_step = {StepKind::BursaWolf, &m_bursaWolf.emplace(step)};
+        m_step = {!exact ? StepKind::BursaWolf
+                  : back ? StepKind::BursaWolfBack
+                         : StepKind::ExactBursaWolf,
+                  &m_bursaWolf.emplace(step)};
         return true;
       case DM_NTV2:
         return PrepareNtv2(isSource ? StepKind::Ntv2Forward : StepKind::Ntv2Inverse);
@@ -79,7 +92,7 @@ class PreparedStep {
         return true;
       case DM_NADCON:
         Require(isSource, kLineMethod);
-        PrepareNadcon(datum);
+        PrepareNadcon(datum, exact ? StepKind::ExactNadcon : StepKind::Nadcon);
         return true;
       default:
         Assert(kDatumSource, kLineMethod);
@@ -89,10 +102,10 @@ class PreparedStep {
   const DatumStep& Step() const { return m_step; }
 
  private:
-  void PrepareNadcon(DatumType datum) {
+  void PrepareNadcon(DatumType datum, StepKind kind) {
     if (datum == DT_NAD_1927_CONUS_NADCON) m_nadcon.emplace("conus");
     if (datum == DT_NAD_1927_PUERTO_RICO_AND_VIRGIN_ISLANDS_NADCON) m_nadcon.emplace("prvi");
-    if (m_nadcon) m_step = {StepKind::Nadcon, &*m_nadcon};
+    if (m_nadcon) m_step = {kind, &*m_nadcon};
   }
 
   bool PrepareNtv2(StepKind kind) {
@@ -129,11 +142,29 @@ bool AnyUnplottable(const DATUMPOINT* pts, int n) {
   return false;
 }
 
+/// Whether a user-defined step can be computed exactly.
+bool IsExactStep(const DATUM2WGS84& given) {
+  if (!IsParametric(given.Method)) return true;
+  DATUM2WGS84 step = given;
+  ResolveEllipsoid(step);
+  const double numbers[] = {step.MajorRadius, step.Flattening, step.PMShift, step.dx, step.dy, step.dz};
+  const double turns[] = {step.rx, step.ry, step.rz, step.k};
+  const auto finite = [](double value) { return IsFinite(value); };
+  if (!std::all_of(std::begin(numbers), std::end(numbers), finite)) return false;
+  if (step.Method != DM_BURSA) return true;
+  return std::all_of(std::begin(turns), std::end(turns), finite) && 1 + step.k * 1e-6 != 0;
+}
+
 bool IsDatumOrCount(DatumType datum) {
   return static_cast<std::uint32_t>(datum) <= static_cast<std::uint32_t>(DT_COUNT);
 }
 
 }  // namespace
+
+bool HasExactForm(const DATUMXFORM& record) {
+  return (record.SrcDatum != DT_USER_DEFINED || IsExactStep(record.Step1)) &&
+         (record.DestDatum != DT_USER_DEFINED || IsExactStep(record.Step2));
+}
 
 }  // namespace detail
 
@@ -158,10 +189,11 @@ bool DatConvertDatum(void* handle, DATUMPOINT* pts, int n) {
   if (NeedsGrid(work.Step1) || NeedsGrid(work.Step2)) record->bUnplottable = AnyUnplottable(pts, n);
   LogPrintf("Initiating transform.\n");
   if (LogEnabled()) DumpXform(&work);
+  const bool exact = IsExact(handle);
   PreparedStep first, second;
-  if (!first.Prepare(work.SrcDatum, DatumRole::Source, work.Step1)) return false;
-  if (!second.Prepare(work.DestDatum, DatumRole::Destination, work.Step2)) return false;
-  if (ActiveDatumOperations().convert(ViewOf(pts), n, first.Step(), second.Step())) record->bUnplottable = true;
+  if (!first.Prepare(work.SrcDatum, DatumRole::Source, work.Step1, exact)) return false;
+  if (!second.Prepare(work.DestDatum, DatumRole::Destination, work.Step2, exact)) return false;
+  if (ActiveDatumOperations().convert(ViewOf(pts), n, first.Step(), second.Step(), exact)) record->bUnplottable = true;
   return true;
 }
 

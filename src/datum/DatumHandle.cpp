@@ -5,6 +5,7 @@
 #include "datum/DatumCheck.h"
 #include "datum/DatumDump.h"
 #include "datum/DatumSource.h"
+#include "support/ExactHandles.h"
 #include "support/Flag.h"
 #include "support/FpGuard.h"
 #include "support/Log.h"
@@ -28,7 +29,14 @@ constexpr int kLineNoOwner = 450;  // reported when there is no room to share a 
 
 /// A handle of its own for a wrapper. Its release is not logged here but by each wrapper that lets go.
 std::shared_ptr<void> MakeShared(const DATUMXFORM* xform) {
-  return ShareHandle(DatCreateDatum(xform), std::free, kDatumSource, kLineNoOwner);
+  return ShareHandle(DatCreateDatum(xform), FreeHandle, kDatumSource, kLineNoOwner);
+}
+
+/// The same for a copy, which computes like its original.
+std::shared_ptr<void> MakeCopy(void* handle) {
+  std::shared_ptr<void> copy = MakeShared(RecordOf(handle));
+  if (handle != nullptr) KeepChoice(handle, copy.get(), kDatumSource, kLineNoOwner);
+  return copy;
 }
 
 }  // namespace
@@ -40,12 +48,14 @@ void* DatCreateDatum(const DATUMXFORM* xform) {
   if (LogEnabled()) DumpXform(xform);
   CheckXform(xform, nullptr, true);
   void* handle = std::malloc(sizeof(DATUMXFORM));
-  return handle != nullptr ? new (handle) DATUMXFORM(*xform) : nullptr;
+  if (handle == nullptr) return nullptr;
+  ForgetChoice(handle);
+  return new (handle) DATUMXFORM(*xform);
 }
 
 void DatDeleteDatum(void* handle) {
   LogDelete(handle);
-  std::free(handle);
+  FreeHandle(handle);
 }
 
 bool DatGetHandleInfo(void* handle, DATUMXFORM* out) {
@@ -60,11 +70,24 @@ bool DatHadUnplottables(void* handle) {
   return handle != nullptr && IsSet(RecordOf(handle)->bUnplottable);
 }
 
+bool DatSetAccuracy(void* handle, ProjAccuracy accuracy) {
+  LogPrintf("DatSetAccuracy(hDatum=%p, accuracy=%d)\n", handle, static_cast<int>(accuracy));
+  if (handle == nullptr || (accuracy != PA_STATED && accuracy != PA_EXACT)) return false;
+  const FpGuard guard;
+  if (accuracy == PA_EXACT && !HasExactForm(*RecordOf(handle))) return false;
+  return SetExact(handle, accuracy == PA_EXACT);
+}
+
+ProjAccuracy DatGetAccuracy(void* handle) {
+  LogPrintf("DatGetAccuracy(hDatum=%p)\n", handle);
+  return IsExact(handle) ? PA_EXACT : PA_STATED;
+}
+
 CDatumTransform::CDatumTransform() = default;
 
 CDatumTransform::CDatumTransform(const DATUMXFORM* xform) : m_hDatum(MakeShared(xform)) {}
 
-CDatumTransform::CDatumTransform(const CDatumTransform& other) : m_hDatum(MakeShared(RecordOf(other.m_hDatum.get()))) {}
+CDatumTransform::CDatumTransform(const CDatumTransform& other) : m_hDatum(MakeCopy(other.m_hDatum.get())) {}
 
 CDatumTransform& CDatumTransform::operator=(const CDatumTransform& other) = default;
 
@@ -97,6 +120,14 @@ bool CDatumTransform::GetInfo(DATUMXFORM* out) const {
 
 bool CDatumTransform::HadUnplottables() const {
   return DatHadUnplottables(m_hDatum.get());
+}
+
+bool CDatumTransform::SetAccuracy(ProjAccuracy accuracy) {
+  return DatSetAccuracy(m_hDatum.get(), accuracy);
+}
+
+ProjAccuracy CDatumTransform::Accuracy() const {
+  return DatGetAccuracy(m_hDatum.get());
 }
 
 }  // namespace orvex

@@ -19,7 +19,8 @@ const Prepared& Of(const DatumStep& step) {
 
 /// Runs a step over a block and takes what cannot be plotted out of the lanes. Compiled once: all steps together are
 /// much code.
-[[gnu::noinline]] void RunStep(const DatumStep& step, Point<Real>& p, MaskOf<Real>& plottable) {
+[[gnu::noinline]] void RunStep(const DatumStep& step, Point<Real>& p, MaskOf<Real>& plottable, MaskOf<Real>& outside) {
+  MaskOf<Real> inside = Yes<Real>();
   switch (step.kind) {
     case StepKind::Molodensky:
       Shift(Of<Molodensky>(step), p);
@@ -34,14 +35,30 @@ const Prepared& Of(const DatumStep& step) {
       Shift(Of<NadconFiles>(step), p);
       break;
     case StepKind::Ntv2Forward:
-      ShiftForward(Of<Ntv2Step>(step), p);
+      inside = ShiftForward(Of<Ntv2Step>(step), p);
       break;
     case StepKind::Ntv2Inverse:
-      plottable = plottable & ShiftInverse(Of<Ntv2Step>(step), p);
+      plottable = plottable & ShiftInverse(Of<Ntv2Step>(step), p, inside);
+      break;
+    case StepKind::ExactMolodensky:
+      plottable = plottable & ShiftExactly(Of<Molodensky>(step), p);
+      break;
+    case StepKind::MolodenskyBack:
+      plottable = plottable & ShiftBack(Of<Molodensky>(step), p);
+      break;
+    case StepKind::ExactBursaWolf:
+      ShiftExactly(Of<BursaWolf>(step), p);
+      break;
+    case StepKind::BursaWolfBack:
+      plottable = plottable & ShiftBack(Of<BursaWolf>(step), p);
+      break;
+    case StepKind::ExactNadcon:
+      inside = ShiftExactly(Of<NadconFiles>(step), p);
       break;
     case StepKind::Nothing:
       break;
   }
+  outside = outside | !inside;
 }
 
 /// What is done to every point before and after the steps.
@@ -63,23 +80,47 @@ struct OnGlobe {
   }
 };
 
-bool Convert(const PointView& points, int count, const DatumStep& first, const DatumStep& second) {
+/// The same for exact computation: latitudes are not folded.
+struct BetweenPoles : OnGlobe {
+  bool EnterOne(double& x, double& y, bool& flagged) const {
+    const bool beyond = IsFinite(y) && Abs(y) > 90;
+    if (OnGlobe::EnterOne(x, y, flagged) && !beyond) return true;
+    x = y = DBL_MAX;
+    flagged = true;
+    return false;
+  }
+  ORVEX_INLINE void Leave(Point<Real>& p, MaskOf<Real>& plottable) const {
+    plottable = plottable & (Abs(p.y) <= Real(90));
+    OnGlobe::Leave(p, plottable);
+  }
+};
+
+template <class Stage>
+ORVEX_INLINE bool ConvertThrough(const Stage& stage, const PointView& points, int count, const DatumStep& first,
+                                 const DatumStep& second, MaskOf<Real>& outside) {
   const auto operation = [&](Point<Real>& p) -> Plot<Real> {
     const Real turn = Select(Abs(p.x) > Real(180), CopySign(Real(360), p.x), Real(0));
     p.x = p.x - turn;
     MaskOf<Real> plottable = Yes<Real>();
-    RunStep(first, p, plottable);
-    RunStep(second, p, plottable);
+    RunStep(first, p, plottable, outside);
+    RunStep(second, p, plottable, outside);
     p.x = p.x + turn;
     return plottable;
   };
-  return ConvertPoints(points, count, OnGlobe{}, operation, "OrvexDatum");
+  return ConvertPoints(points, count, stage, operation, "OrvexDatum");
+}
+
+bool Convert(const PointView& points, int count, const DatumStep& first, const DatumStep& second, bool exact) {
+  MaskOf<Real> outside = No<Real>();
+  if (!exact) return ConvertThrough(OnGlobe{}, points, count, first, second, outside);
+  const bool flagged = ConvertThrough(BetweenPoles{}, points, count, first, second, outside);
+  return flagged || Any(outside);
 }
 
 void ShiftAlone(const PointView& points, int count, const DatumStep& step) {
   const auto operation = [&step](Point<Real>& p) -> Plot<Real> {
-    MaskOf<Real> plottable = Yes<Real>();
-    RunStep(step, p, plottable);
+    MaskOf<Real> plottable = Yes<Real>(), outside = No<Real>();
+    RunStep(step, p, plottable, outside);
     return plottable;
   };
   ConvertPoints(points, count, AsTheyAre{}, operation, "OrvexDatum");

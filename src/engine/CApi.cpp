@@ -63,6 +63,12 @@ int Convert(void* projection, orvex_point* points, int count, char* message,
   });
 }
 
+int SetAccuracy(void* handle, int accuracy, bool(ORVEX_CALL* choose)(void*, ProjAccuracy)) noexcept {
+  if (handle == nullptr || (accuracy != PA_STATED && accuracy != PA_EXACT)) return ORVEX_BAD_ARGUMENT;
+  return Guarded(nullptr,
+                 [&] { return choose(handle, static_cast<ProjAccuracy>(accuracy)) ? ORVEX_OK : ORVEX_FAILED; });
+}
+
 }  // namespace
 
 }  // namespace orvex
@@ -136,6 +142,11 @@ int ORVEX_CALL orvex_inverse(void* projection, orvex_point* points, int count, c
   return Convert(projection, points, count, message, ProjInverse);
 }
 
+int ORVEX_CALL orvex_set_accuracy(void* projection, int accuracy) {
+  LogPrintf("orvex_set_accuracy(projection=%p, accuracy=%d)\n", projection, accuracy);
+  return SetAccuracy(projection, accuracy, ProjSetAccuracy);
+}
+
 int ORVEX_CALL orvex_datum_create(std::int32_t source, std::int32_t destination, void** datum, char* message) {
   LogPrintf("orvex_datum_create(source=%d, destination=%d, datum=%p, message=%p)\n", static_cast<int>(source),
             static_cast<int>(destination), static_cast<void*>(datum), static_cast<void*>(message));
@@ -163,6 +174,11 @@ int ORVEX_CALL orvex_datum_convert(void* datum, orvex_point* points, int count, 
     if (!DatConvertDatum(datum, reinterpret_cast<DATUMPOINT*>(points), count)) return ORVEX_FAILED;
     return DatHadUnplottables(datum) ? ORVEX_UNPLOTTABLE : ORVEX_OK;
   });
+}
+
+int ORVEX_CALL orvex_datum_set_accuracy(void* datum, int accuracy) {
+  LogPrintf("orvex_datum_set_accuracy(datum=%p, accuracy=%d)\n", datum, accuracy);
+  return SetAccuracy(datum, accuracy, DatSetAccuracy);
 }
 
 }  // extern "C"

@@ -1,13 +1,16 @@
 // Driver - forward and inverse: everything that all projections have in common. The record is prepared here; what is
 // done to each point around a module's formula (screening, normalisation, radians, false origin, scale) travels with
 // the call, so that a point is loaded and stored once.
+#include <algorithm>
 #include <cfloat>
+#include <iterator>
 
 #include "math/Angles.h"
 #include "math/Normalize.h"
 #include "orvex/projection.h"
 #include "projections/ProjectionTable.h"
 #include "support/Errors.h"
+#include "support/ExactHandles.h"
 #include "support/FpGuard.h"
 #include "support/Log.h"
 #include "zones/ExpandStatePlane.h"
@@ -49,8 +52,8 @@ void ForEachCoordinate(PROJPOINT* pts, int nPts, OnX onX, OnY onY) {
   }
 }
 
-/// Expands a state plane record into its zone's projection, turns the record's angles into radians and finds the table
-/// row. Null where there is none, with the line that is to be reported.
+/// Expands a state plane record into its zone's projection and finds the table row. Null where there is none, with the
+/// line that is to be reported.
 const ProjectionRow* PrepareRecord(PROJDATA& work, const DriverSite& site, int& line) {
   line = site.badType;
   if (FindRow(work.Type) == nullptr) return nullptr;
@@ -58,7 +61,11 @@ const ProjectionRow* PrepareRecord(PROJDATA& work, const DriverSite& site, int& 
   if (IsStatePlane(work.Type) && !ExpandStatePlane(&work)) return nullptr;
   line = site.noOperation;
   const ProjectionRow* row = FindRow(work.Type);
-  if (row == nullptr || row->forward == nullptr) return nullptr;
+  return row == nullptr || row->forward == nullptr ? nullptr : row;
+}
+
+/// Turns the record's angles into radians.
+void AnglesToRadians(PROJDATA& work) {
   work.Lat0 = DegToRad(double(work.Lat0));
   work.Lon0 = DegToRad(double(work.Lon0));
   work.Lat1 = DegToRad(double(work.Lat1));
@@ -68,7 +75,16 @@ const ProjectionRow* PrepareRecord(PROJDATA& work, const DriverSite& site, int& 
   work.Lat3 = DegToRad(double(work.Lat3));
   work.Lon3 = DegToRad(double(work.Lon3));
   work.Alpha = DegToRad(double(work.Alpha));
-  return row;
+}
+
+/// Exact computation counts longitudes from the central meridian in degrees, before anything is rounded: takes it out
+/// of the record, and answers it. Oblique maps have longitudes of their own in the record, and Robinson's map always
+/// counts from Greenwich.
+double TakeCentralMeridian(PROJDATA& work) {
+  if (work.Type == PT_HOTINE || work.Type == PT_OBLIQUEMERCATOR || work.Type == PT_ROBINSON) return 0;
+  const double lon0 = work.Lon0;
+  work.Lon0 = 0;
+  return lon0;
 }
 
 /// Null handle: false. Bad points: assertion.
@@ -113,6 +129,7 @@ bool RunGuarded(const ConvertOperation& operation, PROJDATA& work, PROJDATA* han
 
 bool ForwardGuarded(const ProjectionRow& row, PROJDATA& work, PROJDATA* handle, PROJPOINT* pts, int nPts,
                     FpGuard& guard) {
+  AnglesToRadians(work);
   handle->iResult = Screen(pts, nPts) ? 1 : 0;
   work.iResult = handle->iResult;
   NormalizeGuarded(pts, nPts, guard);
@@ -132,6 +149,7 @@ bool ForwardGuarded(const ProjectionRow& row, PROJDATA& work, PROJDATA* handle, 
 
 bool InverseGuarded(const ProjectionRow& row, PROJDATA& work, PROJDATA* handle, PROJPOINT* pts, int nPts,
                     FpGuard& guard) {
+  AnglesToRadians(work);
   Screen(pts, nPts);
   const double xOrg = work.xOrg, yOrg = work.yOrg, scale = work.Scale;
   if (scale != 1) {
@@ -152,9 +170,10 @@ bool InverseGuarded(const ProjectionRow& row, PROJDATA& work, PROJDATA* handle, 
 
 // ---- all others ----
 
-bool Run(const ConvertOperation& operation, PROJDATA& work, PROJDATA* handle, PROJPOINT* pts, int nPts) {
-  const DriverSteps steps{work.xOrg, work.yOrg, work.Scale};
-  const bool ok = operation(Conversion{&work, ViewOf(pts), nPts, &steps});
+bool Run(const ConvertOperation& operation, PROJDATA& work, PROJDATA* handle, PROJPOINT* pts, int nPts, bool exact) {
+  const DriverSteps steps{work.xOrg, work.yOrg, work.Scale, exact ? TakeCentralMeridian(work) : 0};
+  AnglesToRadians(work);
+  const bool ok = operation(Conversion{&work, ViewOf(pts), nPts, &steps, exact});
   handle->iResult = work.iResult;
   return ok;
 }
@@ -176,8 +195,10 @@ bool Convert(PROJDATA* handle, PROJPOINT* pts, int nPts, const DriverSite& site,
     if (work.Type == PT_LATLONG) return true;
     Assert("Orvex", line);
   }
-  const bool ok =
-      guard.HostTraps() ? guarded(*row, work, handle, pts, nPts, guard) : Run(row->*direction, work, handle, pts, nPts);
+  // Exact computation decides by itself what has no answer: no trap of the host has a say in it.
+  const bool exact = IsExact(handle);
+  const bool ok = guard.HostTraps() && !exact ? guarded(*row, work, handle, pts, nPts, guard)
+                                              : Run(row->*direction, work, handle, pts, nPts, exact);
   if (!ok) {
     LogPrintf("%s", failure);
     return false;
@@ -186,7 +207,33 @@ bool Convert(PROJDATA* handle, PROJPOINT* pts, int nPts, const DriverSite& site,
   return true;
 }
 
+/// Whether the record has an exact form.
+bool HasExactForm(PROJDATA work) {
+  if (work.Type == PT_LATLONG) return true;
+  int line = 0;
+  const ProjectionRow* row = PrepareRecord(work, kForwardSite, line);
+  if (row == nullptr) return false;
+  const double lengths[] = {work.MajorRadius, work.Flattening, work.K0, work.Scale, work.xOrg, work.yOrg};
+  if (!std::all_of(std::begin(lengths), std::end(lengths), IsFinite<double>)) return false;
+  TakeCentralMeridian(work);
+  AnglesToRadians(work);
+  return row->forward.HasExactForm(work);
+}
+
 }  // namespace
+
+bool ORVEX_CALL ProjSetAccuracy(void* hProj, ProjAccuracy accuracy) {
+  LogPrintf("ProjSetAccuracy(hProj=%p, accuracy=%d)\n", hProj, static_cast<int>(accuracy));
+  if (hProj == nullptr || (accuracy != PA_STATED && accuracy != PA_EXACT)) return false;
+  const FpGuard guard;
+  if (accuracy == PA_EXACT && !HasExactForm(*static_cast<const PROJDATA*>(hProj))) return false;
+  return SetExact(hProj, accuracy == PA_EXACT);
+}
+
+ProjAccuracy ORVEX_CALL ProjGetAccuracy(void* hProj) {
+  LogPrintf("ProjGetAccuracy(hProj=%p)\n", hProj);
+  return IsExact(hProj) ? PA_EXACT : PA_STATED;
+}
 
 bool ORVEX_CALL ProjForward(void* hProj, PROJPOINT* pPts, int nPts) {
   LogPrintf("ProjForward(hProj=%p, pPts=%p, nPts=%d)\n", hProj, static_cast<void*>(pPts), nPts);

@@ -4,6 +4,7 @@
 #include "ellipsoids/Ellipsoid.h"
 #include "engine/Dump.h"
 #include "support/Errors.h"
+#include "support/ExactHandles.h"
 #include "support/Flag.h"
 #include "support/FpGuard.h"
 #include "support/Log.h"
@@ -62,6 +63,7 @@ void* ORVEX_CALL ProjCreateProjection(PROJDATA* pProjData) {
 
   auto* handle = static_cast<PROJDATA*>(std::malloc(sizeof(PROJDATA)));
   if (handle == nullptr) Assert("Orvex", kNoMemoryLine);
+  ForgetChoice(handle);
   *handle = *pProjData;
   if (handle->Scale == 0) {
     LogPrintf("Warning:  Scale was zero.  Setting to one.\n");
@@ -78,7 +80,7 @@ void* ORVEX_CALL ProjCreateProjection(PROJDATA* pProjData) {
 
 void ORVEX_CALL ProjDeleteProjection(void* hProj) {
   detail::LogPrintf("ProjDeleteProjection(hProj=%p)\n", hProj);
-  std::free(hProj);
+  detail::FreeHandle(hProj);
 }
 
 bool ORVEX_CALL ProjGetHandleInfo(void* hProj, PROJDATA* pProjData) {

@@ -1,9 +1,8 @@
 // Projector - the class that owns a projection handle.
 #include "orvex/projection.h"
 
-#include <cstdlib>
-
 #include "orvex/clip.h"
+#include "support/ExactHandles.h"
 #include "support/Log.h"
 #include "support/SharedHandle.h"
 
@@ -15,15 +14,17 @@ constexpr int kNoMemoryLine = 604;  // reported when a handle cannot be shared
 
 /// A handle of its own for a wrapper. The release is logged by each wrapper that lets go.
 std::shared_ptr<void> Own(void* handle) {
-  return detail::ShareHandle(handle, std::free, "Orvex", kNoMemoryLine);
+  return detail::ShareHandle(handle, detail::FreeHandle, "Orvex", kNoMemoryLine);
 }
 
-/// A handle with the same parameters. Creation completes the record that it is given, so it gets a copy: another thread
-/// may be copying the same object.
+/// A handle with the same parameters that computes the same way. Creation completes the record that it is given, so it
+/// gets a copy: another thread may be copying the same object.
 std::shared_ptr<void> OwnCopy(const void* handle) {
   if (handle == nullptr) return Own(ProjCreateProjection(nullptr));
   PROJDATA record = *static_cast<const PROJDATA*>(handle);
-  return Own(ProjCreateProjection(&record));
+  std::shared_ptr<void> copy = Own(ProjCreateProjection(&record));
+  detail::KeepChoice(handle, copy.get(), "Orvex", kNoMemoryLine);
+  return copy;
 }
 
 }  // namespace
@@ -65,6 +66,14 @@ int CProjector::Result() const {
 
 bool CProjector::GetInfo(PROJDATA* pProjData) const {
   return ProjGetHandleInfo(m_hProj.get(), pProjData);
+}
+
+bool CProjector::SetAccuracy(ProjAccuracy accuracy) {
+  return ProjSetAccuracy(m_hProj.get(), accuracy);
+}
+
+ProjAccuracy CProjector::Accuracy() const {
+  return ProjGetAccuracy(m_hProj.get());
 }
 
 bool CProjector::LLInProjection(const PROJPOINT* pPt) const {

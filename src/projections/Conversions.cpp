@@ -6,10 +6,10 @@
 namespace orvex::detail::ORVEX_LEVEL {
 
 #define ROW(module) \
-  { module::Forward, module::Inverse }
+  { module::Forward, module::Inverse, module::HasExactForm }
 // clang-format off
 const ConversionTable kConversions{{
-    {nullptr, nullptr},  //  0
+    {nullptr, nullptr, nullptr},  //  0
     ROW(PrjMerc),        //  1
     ROW(PrjAlbers),      //  2
     ROW(PrjMiller),      //  3
@@ -18,8 +18,8 @@ const ConversionTable kConversions{{
     ROW(PrjPolar),       //  6
     ROW(PrjOrtho),       //  7
     ROW(PrjMolle),       //  8
-    {nullptr, nullptr},  //  9
-    {nullptr, nullptr},  // 10
+    {nullptr, nullptr, nullptr},  //  9
+    {nullptr, nullptr, nullptr},  // 10
     ROW(PrjPolycon),     // 11
     ROW(PrjHotine),      // 12
     ROW(PrjEquiCyl),     // 13

@@ -12,6 +12,7 @@ inline constexpr int kProjectionCount = 29;
 struct ConversionRow {
   ConvertFunction* forward;
   ConvertFunction* inverse;
+  ExactFormTest* hasExactForm;
 };
 
 struct ConversionTable {

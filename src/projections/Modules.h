@@ -7,31 +7,31 @@
 namespace orvex::detail::ORVEX_LEVEL {
 
 // clang-format off
-namespace PrjAlbers  { ConvertFunction Forward, Inverse; }
-namespace PrjAzimuth { ConvertFunction Forward, Inverse; }
-namespace PrjBonne   { ConvertFunction Forward, Inverse; }
-namespace PrjCassini { ConvertFunction Forward, Inverse; }
-namespace PrjEckert4 { ConvertFunction Forward, Inverse; }
-namespace PrjEckert6 { ConvertFunction Forward, Inverse; }
-namespace PrjEquiCon { ConvertFunction Forward, Inverse; }
-namespace PrjEquiCyl { ConvertFunction Forward, Inverse; }
-namespace PrjGnom    { ConvertFunction Forward, Inverse; }
-namespace PrjHotine  { ConvertFunction Forward, Inverse; }
-namespace PrjLamAEA  { ConvertFunction Forward, Inverse; }
-namespace PrjLambert { ConvertFunction Forward, Inverse; }
-namespace PrjMerc    { ConvertFunction Forward, Inverse; }
-namespace PrjMiller  { ConvertFunction Forward, Inverse; }
-namespace PrjMolle   { ConvertFunction Forward, Inverse; }
-namespace PrjOblMerc { ConvertFunction Forward, Inverse; }
-namespace PrjOrtho   { ConvertFunction Forward, Inverse; }
-namespace PrjPolar   { ConvertFunction Forward, Inverse; }
-namespace PrjPolycon { ConvertFunction Forward, Inverse; }
-namespace PrjRobStr  { ConvertFunction Forward, Inverse; }
-namespace PrjRobin   { ConvertFunction Forward, Inverse; }
-namespace PrjSinus   { ConvertFunction Forward, Inverse; }
-namespace PrjTMerc   { ConvertFunction Forward, Inverse; }
-namespace PrjUTM     { ConvertFunction Forward, Inverse; }
-namespace PrjVanDer  { ConvertFunction Forward, Inverse; }
+namespace PrjAlbers  { ConvertFunction Forward, Inverse; ExactFormTest HasExactForm; }
+namespace PrjAzimuth { ConvertFunction Forward, Inverse; ExactFormTest HasExactForm; }
+namespace PrjBonne   { ConvertFunction Forward, Inverse; ExactFormTest HasExactForm; }
+namespace PrjCassini { ConvertFunction Forward, Inverse; ExactFormTest HasExactForm; }
+namespace PrjEckert4 { ConvertFunction Forward, Inverse; ExactFormTest HasExactForm; }
+namespace PrjEckert6 { ConvertFunction Forward, Inverse; ExactFormTest HasExactForm; }
+namespace PrjEquiCon { ConvertFunction Forward, Inverse; ExactFormTest HasExactForm; }
+namespace PrjEquiCyl { ConvertFunction Forward, Inverse; ExactFormTest HasExactForm; }
+namespace PrjGnom    { ConvertFunction Forward, Inverse; ExactFormTest HasExactForm; }
+namespace PrjHotine  { ConvertFunction Forward, Inverse; ExactFormTest HasExactForm; }
+namespace PrjLamAEA  { ConvertFunction Forward, Inverse; ExactFormTest HasExactForm; }
+namespace PrjLambert { ConvertFunction Forward, Inverse; ExactFormTest HasExactForm; }
+namespace PrjMerc    { ConvertFunction Forward, Inverse; ExactFormTest HasExactForm; }
+namespace PrjMiller  { ConvertFunction Forward, Inverse; ExactFormTest HasExactForm; }
+namespace PrjMolle   { ConvertFunction Forward, Inverse; ExactFormTest HasExactForm; }
+namespace PrjOblMerc { ConvertFunction Forward, Inverse; ExactFormTest HasExactForm; }
+namespace PrjOrtho   { ConvertFunction Forward, Inverse; ExactFormTest HasExactForm; }
+namespace PrjPolar   { ConvertFunction Forward, Inverse; ExactFormTest HasExactForm; }
+namespace PrjPolycon { ConvertFunction Forward, Inverse; ExactFormTest HasExactForm; }
+namespace PrjRobStr  { ConvertFunction Forward, Inverse; ExactFormTest HasExactForm; }
+namespace PrjRobin   { ConvertFunction Forward, Inverse; ExactFormTest HasExactForm; }
+namespace PrjSinus   { ConvertFunction Forward, Inverse; ExactFormTest HasExactForm; }
+namespace PrjTMerc   { ConvertFunction Forward, Inverse; ExactFormTest HasExactForm; }
+namespace PrjUTM     { ConvertFunction Forward, Inverse; ExactFormTest HasExactForm; }
+namespace PrjVanDer  { ConvertFunction Forward, Inverse; ExactFormTest HasExactForm; }
 // clang-format on
 
 }  // namespace orvex::detail::ORVEX_LEVEL

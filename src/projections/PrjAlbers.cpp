@@ -3,9 +3,10 @@
 //   Sphere 14-1 to 14-6, inverse 14-8 to 14-11; ellipsoid 3-12, 14-12 to 14-15, inverse 14-19, 3-16, 14-9 to 14-11.
 // The logarithm of 3-12 and 3-16 is written as an inverse hyperbolic tangent, which keeps its digits for a small e.
 // Fixed on purpose: the ellipsoid inverse stops by PreviousEstimate; the inverse refuses a whole line through the apex.
+#include "math/AuxiliaryLatitudes.h"
 #include "math/Iteration.h"
 #include "math/MeridianArc.h"
-#include "projections/Module.h"
+#include "projections/Exactly.h"
 #include "projections/Modules.h"
 
 namespace orvex::detail::ORVEX_LEVEL::PrjAlbers {
@@ -189,10 +190,59 @@ Plot<T> InverseEllipsoid(const Constants& c, Point<T>& p) {
   return estimable & settled;
 }
 
+// ---- exactly, sphere and ellipsoid ----
+//
+// Counted from the parallel of the origin instead of the apex, so that flat cones, whose apex lies far away, keep their
+// digits. In semi-major axes, root = n rho.
+
+struct ExactCone : Constants {
+  double q0, root0, poleQ;
+  AuthalicLatitude authalic;
+  bool usable;
+
+  explicit ExactCone(const PROJDATA& work)
+      : Constants(work.Flattening == 0 ? PrepareSphere(work) : PrepareEllipsoid(work)),
+        q0(Q(*this, Sin(work.Lat0))),
+        root0(Root(q0)),
+        poleQ(Q(*this, 1.0)),
+        authalic(work.Flattening),
+        usable(cone == Cone::Usable && IsLatitude(work.Lat0) && IsLatitude(work.Lat1) && IsLatitude(work.Lat2) &&
+               IsFinite(C)) {}
+
+  template <class T>
+  ORVEX_INLINE T Root(T q) const {
+    const T square = C - n * q;
+    return Sqrt(Select(square < T(0), T(0), square));
+  }
+};
+
+template <class T>
+Plot<T> ForwardExact(const ExactCone& c, Point<T>& p) {
+  const T q = Q(c, Sin(p.y)), root = c.Root(q), sum = root + c.root0;
+  const T drop = (q - c.q0) / OneUnless<T>(sum != T(0), sum);  // rho0 - rho
+  const auto [sine, cosine] = SinCos(c.n * p.x / 2);
+  const T rho = c.a * root / c.n;
+  p = {rho * (2 * sine * cosine), c.a * drop + rho * (2 * sine * sine)};
+  return Plottable<T>();
+}
+
+template <class T>
+Plot<T> InverseExact(const ExactCone& c, Point<T>& p) {
+  const T x = p.x / c.a, y = p.y / c.a, relative = (c.q0 + (2 * c.root0 * y - c.n * (x * x + y * y))) / c.poleQ;
+  MaskOf<T> plottable = Abs(relative) <= T(1 + kRim);
+  const T across = c.n * x, along = c.root0 - c.n * y, root = Sqrt(across * across + along * along);
+  p = {AlongParallel(Atan2(across, along) / c.n * root, root, plottable),
+       c.authalic.Latitude(Clamp(Select(plottable, relative, T(0)), -1, 1))};
+  return plottable;
+}
+
 }  // namespace
 
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
+  if (call.exact) {
+    return ForwardExactly(call, kForwardSite, [c = ExactCone(*call.work)](auto& p) { return ForwardExact(c, p); });
+  }
   if (call.work->Flattening == 0) {
     return ForwardEach(call, kForwardSite, [c = PrepareSphere(*call.work)](auto& p) { return ForwardSphere(c, p); });
   }
@@ -202,11 +252,18 @@ bool Forward(const Conversion& call) {
 
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
+  if (call.exact) {
+    return InverseExactly(call, kInverseSite, [c = ExactCone(*call.work)](auto& p) { return InverseExact(c, p); });
+  }
   if (call.work->Flattening == 0) {
     return InverseEach(call, kInverseSite, [c = PrepareSphere(*call.work)](auto& p) { return InverseSphere(c, p); });
   }
   return InverseEach(call, kInverseSite,
                      [c = PrepareEllipsoid(*call.work)](auto& p) { return InverseEllipsoid(c, p); });
+}
+
+bool HasExactForm(const PROJDATA& work) {
+  return ExactCone(work).usable;
 }
 
 }  // namespace orvex::detail::ORVEX_LEVEL::PrjAlbers

@@ -5,7 +5,7 @@
 // Fixed on purpose: centre and antipode, within 4.5e-5 radians, are refused in the oblique aspect and both plotted at
 //   the origin in the equatorial one; the polar aspects refuse nothing; the inverse refuses the centre.
 #include "math/Azimuthal.h"
-#include "projections/Module.h"
+#include "projections/Exactly.h"
 #include "projections/Modules.h"
 
 namespace orvex::detail::ORVEX_LEVEL::PrjAzimuth {
@@ -89,10 +89,48 @@ Plot<T> InverseOblique(const Constants& c, Point<T>& p) {
   return !(rho < T(kCentreRadius));
 }
 
+// ---- exactly: the centre comes back; the antipode, a circle, is refused off the poles; nothing beyond that circle
+// ----
+
+/// The special form of the poles for these alone: a centre next to them is oblique.
+Constants ExactConstants(const PROJDATA& work) {
+  Constants c(work);
+  c.pole = c.centre.lat == kHalfPi ? kNorthPole : c.centre.lat == -kHalfPi ? kSouthPole : 0;
+  return c;
+}
+
+template <class T>
+Plot<T> ForwardObliqueExact(const Constants& c, Point<T>& p) {
+  const AzimuthalView<T> view = c.centre.View(p.y, p.x);
+  const T sinC = Sqrt(Square(view.east) + Square(view.north));
+  const MaskOf<T> away = sinC != T(0);
+  const T k = Select(away, c.R * Atan2(sinC, view.cosC) / OneUnless<T>(away, sinC), T(c.R));
+  p = {k * view.east, k * view.north};
+  return away | (view.cosC > T(0));
+}
+
+template <class T>
+Plot<T> InverseExact(const Constants& c, Point<T>& p) {
+  const T rho = Sqrt(p.x * p.x + p.y * p.y);
+  const MaskOf<T> plottable = rho <= T(c.R * (kPi + kRim)), centre = rho == T(0);
+  const T away = Select(centre, T(c.R), rho);
+  const AzimuthalDirection<T> direction = c.centre.Direction(p.x, p.y, away, Arc<T>::Of(away / c.R));  // 25-15
+  const T dlon = c.pole != 0 ? PolarLongitudeDifference(p.x, p.y, c.pole) : direction.LongitudeDifference();
+  p = {Select(centre, T(0), dlon), Select(centre, T(c.centre.lat), direction.Latitude())};
+  return plottable;
+}
+
 }  // namespace
 
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
+  if (call.exact) {
+    const Constants exact = ExactConstants(*call.work);
+    if (exact.pole != 0) {
+      return ForwardExactly(call, kForwardSite, [&exact](auto& p) { return ForwardPolar(exact, p); });
+    }
+    return ForwardExactly(call, kForwardSite, [&exact](auto& p) { return ForwardObliqueExact(exact, p); });
+  }
   const Constants c(*call.work);
   if (c.pole != 0) return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardPolar(c, p); });
   if (c.equatorial) return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardEquatorial(c, p); });
@@ -101,9 +139,16 @@ bool Forward(const Conversion& call) {
 
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
+  if (call.exact) {
+    return InverseExactly(call, kInverseSite, [c = ExactConstants(*call.work)](auto& p) { return InverseExact(c, p); });
+  }
   const Constants c(*call.work);
   if (c.pole != 0) return InverseEach(call, kInverseSite, [&c](auto& p) { return InversePolar(c, p); });
   return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseOblique(c, p); });
+}
+
+bool HasExactForm(const PROJDATA& work) {
+  return IsLatitude(work.Lat1);
 }
 
 }  // namespace orvex::detail::ORVEX_LEVEL::PrjAzimuth

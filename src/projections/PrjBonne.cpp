@@ -3,9 +3,9 @@
 // Equal area; every parallel is true to scale.
 // Fixed on purpose: the meridian arc stops after three terms, 155 stands in its inverse where 3-26 has 151 (together up
 // to 5 cm each way), and the longitude difference is wrapped whatever the record's flag says.
-#include "math/Angles.h"
+#include "math/AuxiliaryLatitudes.h"
 #include "math/MeridianArc.h"
-#include "projections/Module.h"
+#include "projections/Exactly.h"
 #include "projections/Modules.h"
 
 namespace orvex::detail::ORVEX_LEVEL::PrjBonne {
@@ -110,10 +110,52 @@ Plot<T> InverseEllipsoid(const Constants& c, Point<T>& p) {
   return plottable;
 }
 
+// ---- exactly, sphere and ellipsoid ----
+//
+// Counted from the standard parallel instead of the apex, which lies far away where the parallel is near the equator.
+
+struct ExactConstants {
+  double a, e2, K, M1;
+  Meridian meridian;
+
+  explicit ExactConstants(const PROJDATA& work)
+      : a(work.MajorRadius), e2(EccentricitySquared(work.Flattening)), meridian(a, work.Flattening) {
+    const auto [sine, cosine] = SinCos(double(work.Lat1));
+    K = Abs(double(work.Lat1)) == kHalfPi ? 0 : a * RelativeParallel(e2, sine, cosine) / sine;
+    M1 = meridian.Length(double(work.Lat1));
+  }
+};
+
+template <class T>
+Plot<T> ForwardExact(const ExactConstants& c, Point<T>& p) {
+  const auto [sinPhi, cosPhi] = SinCos(p.y);
+  const T beyond = c.meridian.Length(p.y, sinPhi, cosPhi) - c.M1, rho = c.K - beyond;
+  const T parallel = c.a * RelativeParallel(c.e2, sinPhi, cosPhi) * p.x;
+  const auto [sine, cosine] = SinCos(parallel / OneUnless<T>(rho != T(0), rho) / 2);
+  p = {rho * (2 * sine * cosine), beyond + rho * (2 * sine * sine)};
+  return Plottable<T>();
+}
+
+template <class T>
+Plot<T> InverseExact(const ExactConstants& c, Point<T>& p) {
+  const double sign = c.M1 < 0 ? -1 : 1;
+  const T below = c.K - p.y, rho = sign * Sqrt(p.x * p.x + below * below), sum = rho + c.K;
+  const T nearer = (p.y * (2 * c.K - p.y) - p.x * p.x) / OneUnless<T>(sum != T(0), sum);  // K - rho
+  const T angle = Atan2(sign * p.x, sign * below);
+  const T length = c.M1 + nearer, phi = c.meridian.Latitude(length);
+  const auto [sinPhi, cosPhi] = SinCos(phi);
+  MaskOf<T> plottable = Abs(length) <= T(c.meridian.Quarter() + c.a * kRim);
+  p = {AlongParallel(rho * angle / c.a, RelativeParallel(c.e2, sinPhi, cosPhi), plottable), phi};
+  return plottable;
+}
+
 }  // namespace
 
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
+  if (call.exact) {
+    return ForwardExactly(call, kForwardSite, [c = ExactConstants(*call.work)](auto& p) { return ForwardExact(c, p); });
+  }
   const Constants c(*call.work);
   if (call.work->Flattening == 0) return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardSphere(c, p); });
   return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardEllipsoid(c, p); });
@@ -121,9 +163,16 @@ bool Forward(const Conversion& call) {
 
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
+  if (call.exact) {
+    return InverseExactly(call, kInverseSite, [c = ExactConstants(*call.work)](auto& p) { return InverseExact(c, p); });
+  }
   const Constants c(*call.work);
   if (call.work->Flattening == 0) return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseSphere(c, p); });
   return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseEllipsoid(c, p); });
+}
+
+bool HasExactForm(const PROJDATA& work) {
+  return work.Lat1 != 0 && IsLatitude(work.Lat1);
 }
 
 }  // namespace orvex::detail::ORVEX_LEVEL::PrjBonne

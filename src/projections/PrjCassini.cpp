@@ -4,7 +4,7 @@
 // Fixed on purpose: the longitude difference is not wrapped; a quarter turn to either side counts as the pole's
 //   meridian.
 #include "math/Angles.h"
-#include "projections/Module.h"
+#include "projections/Exactly.h"
 #include "projections/Modules.h"
 
 namespace orvex::detail::ORVEX_LEVEL::PrjCassini {
@@ -50,16 +50,48 @@ Plot<T> InverseSphere(const Constants& c, Point<T>& p) {
   return Plottable<T>();
 }
 
+// ---- exactly: the whole sphere but for the two ends of the map's axis ----
+
+template <class T>
+Plot<T> ForwardExact(const Constants& c, Point<T>& p) {
+  const auto [sinPhi, cosPhi] = SinCos(p.y);
+  const auto [sinLon, cosLon] = SinCos(p.x);
+  const T B = cosPhi * sinLon, along = cosPhi * cosLon;
+  p = {c.a * ArcOfSine(B, sinPhi, along), c.a * (Atan2(sinPhi, along) - c.lat0)};  // 13-1, 13-2
+  return !(1 - B * B <= T(0));
+}
+
+template <class T>
+Plot<T> InverseExact(const Constants& c, Point<T>& p) {
+  const T D = p.y / c.a + c.lat0, x = p.x / c.a;
+  const MaskOf<T> plottable = (Abs(D) <= T(kPi + kRim)) & (Abs(x) <= T(kHalfPi + kRim));
+  const auto [sinX, cosX] = SinCos(x);
+  const auto [sinD, cosD] = SinCos(D);
+  const T along = cosX * cosD;
+  p = {Atan2(sinX, along), ArcOfSine(sinD * cosX, sinX, along)};  // 13-4, 13-3
+  return plottable;
+}
+
 }  // namespace
 
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
+  if (call.exact) {
+    return ForwardExactly(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardExact(c, p); });
+  }
   return ForwardEach(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardSphere(c, p); });
 }
 
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
+  if (call.exact) {
+    return InverseExactly(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InverseExact(c, p); });
+  }
   return InverseEach(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InverseSphere(c, p); });
+}
+
+bool HasExactForm(const PROJDATA& work) {
+  return IsLatitude(work.Lat0);
 }
 
 }  // namespace orvex::detail::ORVEX_LEVEL::PrjCassini

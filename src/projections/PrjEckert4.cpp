@@ -4,6 +4,7 @@
 // The last Newton step, up to 1.2e-6 radians, is not applied on purpose: forward results lie up to 10 m from the
 // equations, 17 m at the poles.
 #include "projections/CentralMeridian.h"
+#include "projections/Exactly.h"
 #include "projections/Modules.h"
 
 namespace orvex::detail::ORVEX_LEVEL::PrjEckert4 {
@@ -65,16 +66,74 @@ Plot<T> InverseSphere(const Constants& c, Point<T>& p) {
   return plottable;
 }
 
+// ---- exactly: all digits of the constants, angles to rounding ----
+//
+// By delta = pi/2 - theta and the colatitude c: delta - sin delta cos delta + 2 (1 - cos delta) = (2 + pi/2) (1 - sin
+// phi), which keeps its digits at the poles.
+
+struct ExactConstants {
+  double a, width = 0.4222382003157712, height = 1.3265004281770023;  // 2 / sqrt(pi (4 + pi)), 2 sqrt(pi / (4 + pi))
+
+  explicit ExactConstants(const PROJDATA& work) : a(work.MajorRadius) {}
+};
+
+template <class T>
+T ToPoleLine(T colatitude) {
+  const T target = kPoleSum * 2 * Square(Sin(colatitude / 2));
+  T delta = colatitude * (1.3362 - 0.2141 * colatitude);  // right at both ends
+  Iteration<T> it(20);
+  while (it.Goes()) {
+    const auto [sine, cosine] = SinCos(delta);
+    const T slope = 2 * sine * (1 + sine), versine = 2 * Square(Sin(delta / 2));
+    const MaskOf<T> open = slope != T(0);
+    it.GiveUp(!open);
+    const T step = (delta - sine * cosine + 2 * versine - target) / OneUnless<T>(open, slope);
+    it.Step(delta, delta - step);
+    it.Settle(Abs(step) <= 1e-9 * delta);
+  }
+  return delta;
+}
+
+template <class T>
+Plot<T> ForwardExact(const ExactConstants& c, ExactPoint<T>& p) {
+  const T colatitude = Colatitude(p);
+  const auto [sine, cosine] = SinCos(ToPoleLine(colatitude));
+  p.x = c.a * c.width * p.x * (1 + sine);  // 32-1, 32-2
+  p.y = CopySign(c.a * c.height * cosine, p.y);
+  return Plottable<T>();
+}
+
+template <class T>
+Plot<T> InverseExact(const ExactConstants& c, Point<T>& p) {
+  const T height = p.y / (c.a * c.height);
+  MaskOf<T> plottable = Abs(height) <= T(1 + kRim);
+  const T cosine = Clamp(Abs(height), 0, 1), sine = Sqrt((1 - cosine) * (1 + cosine)), delta = Atan2(sine, cosine);
+  const T rest = (delta - sine * cosine) + 2 * Square(sine) / (1 + cosine);  // (2 + pi/2) (1 - sin phi)
+  const T half = Sqrt(rest / (2 * kPoleSum));
+  p = {AlongParallel(p.x / c.a, c.width * (1 + sine), plottable), CopySign(kHalfPi - 2 * Asin(half), p.y)};
+  return plottable;
+}
+
 }  // namespace
 
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
+  if (call.exact) {
+    return ForwardExactly(call, kForwardSite, [c = ExactConstants(*call.work)](auto& p) { return ForwardExact(c, p); });
+  }
   return ForwardEach(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardSphere(c, p); });
 }
 
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
+  if (call.exact) {
+    return InverseExactly(call, kInverseSite, [c = ExactConstants(*call.work)](auto& p) { return InverseExact(c, p); });
+  }
   return InverseEach(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InverseSphere(c, p); });
+}
+
+bool HasExactForm(const PROJDATA&) {
+  return true;
 }
 
 }  // namespace orvex::detail::ORVEX_LEVEL::PrjEckert4

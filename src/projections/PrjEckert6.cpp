@@ -4,6 +4,7 @@
 // The last Newton step, up to 1.2e-6 radians, is not applied on purpose: forward results lie up to 11 m from the
 // equations.
 #include "projections/CentralMeridian.h"
+#include "projections/Exactly.h"
 #include "projections/Modules.h"
 
 namespace orvex::detail::ORVEX_LEVEL::PrjEckert6 {
@@ -64,16 +65,53 @@ Plot<T> InverseSphere(const Constants& c, Point<T>& p) {
   return plottable;
 }
 
+// ---- exactly: the angle to rounding, nothing outside the map ----
+
+template <class T>
+Plot<T> ForwardExact(const Constants& c, Point<T>& p) {
+  const T target = kPoleSum * Sin(p.y);
+  T theta = p.y, cosTheta = T(1);
+  Iteration<T> it(20);
+  while (it.Goes()) {
+    const auto [sine, cosine] = SinCos(theta);
+    const T step = (theta + sine - target) / (1 + cosine);
+    it.Step(theta, theta - step);
+    it.Settle(Abs(step) <= T(1e-9));
+  }
+  cosTheta = Cos(theta);
+  p = {c.scale * p.x * (1 + cosTheta), 2 * c.scale * theta};
+  return Plottable<T>();
+}
+
+template <class T>
+Plot<T> InverseExact(const Constants& c, Point<T>& p) {
+  const T theta = p.y / (2 * c.scale);
+  MaskOf<T> plottable = Abs(theta) <= T(kHalfPi + kRim);
+  const auto [sine, cosine] = SinCos(theta);
+  p = {AlongParallel(p.x / c.scale, 1 + cosine, plottable), ClampedAsin((theta + sine) / kPoleSum)};
+  return plottable;
+}
+
 }  // namespace
 
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
+  if (call.exact) {
+    return ForwardExactly(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardExact(c, p); });
+  }
   return ForwardEach(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardSphere(c, p); });
 }
 
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
+  if (call.exact) {
+    return InverseExactly(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InverseExact(c, p); });
+  }
   return InverseEach(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InverseSphere(c, p); });
+}
+
+bool HasExactForm(const PROJDATA&) {
+  return true;
 }
 
 }  // namespace orvex::detail::ORVEX_LEVEL::PrjEckert6

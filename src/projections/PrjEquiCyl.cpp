@@ -1,7 +1,7 @@
 // PrjEquiCyl - Equidistant Cylindrical, true to scale on Lat1 and along all meridians.
 // Sphere only, of radius MajorRadius whatever the flattening. Northings count from the equator.
 // Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987), 12-1, 12-2, inverse 12-5, 12-6.
-#include "projections/Module.h"
+#include "projections/Exactly.h"
 #include "projections/Modules.h"
 
 namespace orvex::detail::ORVEX_LEVEL::PrjEquiCyl {
@@ -30,16 +30,32 @@ Plot<T> InverseSphere(const Constants& c, Point<T>& p) {
   return Plottable<T>();
 }
 
+/// Nothing outside the map.
+template <class T>
+Plot<T> InverseExact(const Constants& c, Point<T>& p) {
+  Plot<T> plot = Plottable<T>();
+  p = {AlongParallel(p.x / c.a, T(c.cosLat1), plot.plottable), p.y / c.a};
+  return plot;
+}
+
 }  // namespace
 
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
-  return ForwardEach(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardSphere(c, p); });
+  const Constants c(*call.work);
+  if (call.exact) return ForwardExactly(call, kForwardSite, [&c](auto& p) { return ForwardSphere(c, p); });
+  return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardSphere(c, p); });
 }
 
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
-  return InverseEach(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InverseSphere(c, p); });
+  const Constants c(*call.work);
+  if (call.exact) return InverseExactly(call, kInverseSite, [&c](auto& p) { return InverseExact(c, p); });
+  return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseSphere(c, p); });
+}
+
+bool HasExactForm(const PROJDATA& work) {
+  return Abs(double(work.Lat1)) < kHalfPi;
 }
 
 }  // namespace orvex::detail::ORVEX_LEVEL::PrjEquiCyl

@@ -4,7 +4,7 @@
 // Fixed on purpose: the south polar forward, which mirrors the map north to south and is not what the inverse undoes;
 //   the domain test stops at 60 degrees of arc, while the forward goes on to anything short of 90.
 #include "math/Azimuthal.h"
-#include "projections/Module.h"
+#include "projections/Exactly.h"
 #include "projections/Modules.h"
 
 namespace orvex::detail::ORVEX_LEVEL::PrjGnom {
@@ -70,10 +70,31 @@ Plot<T> InversePoint(const Constants& c, Point<T>& p) {
   return Plottable<T>();
 }
 
+// ---- exactly: one formula for every aspect, which the inverse undoes ----
+
+Constants ExactConstants(const PROJDATA& work) {
+  Constants c(work);
+  if (Abs(c.centre.lat) == kHalfPi) c.centre.cosLat = 0;
+  return c;
+}
+
+template <class T>
+Plot<T> InverseExact(const Constants& c, Point<T>& p) {
+  const AzimuthalDirection<T> direction{c.R * c.centre.sinLat + p.y * c.centre.cosLat, p.x,
+                                        c.R * c.centre.cosLat - p.y * c.centre.sinLat};
+  const MaskOf<T> centre = (p.x == T(0)) & (p.y == T(0));
+  p = {Select(centre, T(0), direction.LongitudeDifference()), Select(centre, T(c.centre.lat), direction.Latitude())};
+  return Plottable<T>();
+}
+
 }  // namespace
 
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
+  if (call.exact) {
+    return ForwardExactly(call, kForwardSite,
+                          [c = ExactConstants(*call.work)](auto& p) { return ForwardOblique(c, p); });
+  }
   const Constants c(*call.work);
   constexpr double kPoles[] = {kNorthPole, kSouthPole};
   for (const double pole : kPoles) {
@@ -86,7 +107,14 @@ bool Forward(const Conversion& call) {
 
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
+  if (call.exact) {
+    return InverseExactly(call, kInverseSite, [c = ExactConstants(*call.work)](auto& p) { return InverseExact(c, p); });
+  }
   return InverseEach(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InversePoint(c, p); });
+}
+
+bool HasExactForm(const PROJDATA& work) {
+  return IsLatitude(work.Lat1);
 }
 
 }  // namespace orvex::detail::ORVEX_LEVEL::PrjGnom

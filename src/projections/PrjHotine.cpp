@@ -3,7 +3,7 @@
 // across it (v) from the natural origin on the aposphere's equator, or from the centre, and are turned to north on
 // request. Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987), p. 71-75: 9-11 to 9-48.
 #include "math/ObliqueMercator.h"
-#include "projections/Module.h"
+#include "projections/Exactly.h"
 #include "projections/Modules.h"
 
 namespace orvex::detail::ORVEX_LEVEL::PrjHotine {
@@ -41,12 +41,22 @@ Plot<T> InversePoint(const Constants& c, Point<T>& p) {
 
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
+  if (call.exact) {
+    return ForwardExactly(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardPoint(c, p); });
+  }
   return ForwardEach(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardPoint(c, p); });
 }
 
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
+  if (call.exact) {
+    return InverseExactly(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InversePoint(c, p); });
+  }
   return InverseEach(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InversePoint(c, p); });
+}
+
+bool HasExactForm(const PROJDATA& work) {
+  return Constants(work).line.usable && IsFinite(double(work.Lon0)) && IsFinite(double(work.Alpha));
 }
 
 }  // namespace orvex::detail::ORVEX_LEVEL::PrjHotine

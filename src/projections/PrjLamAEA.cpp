@@ -4,7 +4,7 @@
 // Fixed on purpose: the forward plots the centre, the inverse refuses it; a map point beyond the limiting circle is
 //   taken for the antipode; every point counts as inside the domain.
 #include "math/Azimuthal.h"
-#include "projections/Module.h"
+#include "projections/Exactly.h"
 #include "projections/Modules.h"
 
 namespace orvex::detail::ORVEX_LEVEL::PrjLamAEA {
@@ -67,11 +67,27 @@ Plot<T> InverseOblique(const Constants& c, Point<T>& p) {
   return (rho != T(0)) & (direction.along != T(0));
 }
 
+// ---- exactly: the centre comes back, nothing beyond the limiting circle ----
+
+template <class T>
+Plot<T> InverseExact(const Constants& c, Point<T>& p) {
+  const T rho = Sqrt(p.x * p.x + p.y * p.y);
+  const MaskOf<T> plottable = rho <= T(2 * c.R * (1 + kRim)), centre = rho == T(0);
+  const AzimuthalDirection<T> direction = DirectionOf(c, p, Select(centre, T(c.R), rho));
+  const T dlon = c.pole != 0 ? PolarLongitudeDifference(p.x, p.y, c.pole) : direction.LongitudeDifference();
+  p = {Select(centre, T(0), dlon), Select(centre, T(c.centre.lat), direction.Latitude())};
+  return plottable;
+}
+
 }  // namespace
 
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
   const Constants c(*call.work);
+  if (call.exact) {
+    if (c.pole != 0) return ForwardExactly(call, kForwardSite, [&c](auto& p) { return ForwardPolar(c, p); });
+    return ForwardExactly(call, kForwardSite, [&c](auto& p) { return ForwardOblique(c, p); });
+  }
   if (c.pole != 0) return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardPolar(c, p); });
   return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardOblique(c, p); });
 }
@@ -79,8 +95,13 @@ bool Forward(const Conversion& call) {
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
   const Constants c(*call.work);
+  if (call.exact) return InverseExactly(call, kInverseSite, [&c](auto& p) { return InverseExact(c, p); });
   if (c.pole != 0) return InverseEach(call, kInverseSite, [&c](auto& p) { return InversePolar(c, p); });
   return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseOblique(c, p); });
+}
+
+bool HasExactForm(const PROJDATA& work) {
+  return IsLatitude(work.Lat1);
 }
 
 }  // namespace orvex::detail::ORVEX_LEVEL::PrjLamAEA

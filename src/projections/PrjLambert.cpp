@@ -4,7 +4,7 @@
 // its stopping rule: up to 7.6 m, see docs/accuracy.md.
 #include "math/Iteration.h"
 #include "math/MeridianArc.h"
-#include "projections/Module.h"
+#include "projections/Exactly.h"
 #include "projections/Modules.h"
 
 namespace orvex::detail::ORVEX_LEVEL::PrjLambert {
@@ -172,10 +172,77 @@ Plot<T> InverseEllipsoid(const Cone& c, Point<T>& p) {
   return plottable & settled;
 }
 
+// ---- exactly, sphere and ellipsoid ----
+//
+// Counted from the first standard parallel instead of the apex, so that flat cones, whose apex lies far away, keep
+// their digits: rho = rho1 exp(-n (psi - psi1)), 15-7 by isometric latitudes psi.
+
+struct ExactCone {
+  EccentricTerm eccentric;
+  double a, n, psi1, rho1;
+  double shift;  // rho of the origin less rho1
+  bool usable;
+
+  explicit ExactCone(const PROJDATA& work)
+      : eccentric(Sqrt(EccentricitySquared(work.Flattening))), a(work.MajorRadius), n(0), psi1(0), rho1(0), shift(0) {
+    const double lat0 = work.Lat0, lat1 = work.Lat1, lat2 = work.Lat2;
+    usable = IsLatitude(lat0) && Abs(lat1) < kHalfPi && Abs(lat2) < kHalfPi;
+    if (!usable) return;
+    const Cone cone = work.Flattening == 0 ? PrepareSphere(work) : PrepareEllipsoid(work, false);
+    n = cone.n;
+    const auto [sine, cosine] = SinCos(lat1);
+    psi1 = IsometricLatitude(lat1, eccentric);
+    rho1 = a * cosine / Sqrt(1 - Square(eccentric.e * sine)) / n;
+    const bool originIsPole = Abs(lat0) == kHalfPi;
+    usable = n != 0 && IsFinite(rho1) && !(originIsPole && lat0 * n < 0);
+    if (!usable) return;
+    shift = originIsPole ? -rho1 : -Drop(n * (IsometricLatitude(lat0, eccentric) - psi1));
+  }
+
+  /// rho1 less rho, from u = n (psi - psi1).
+  template <class T>
+  ORVEX_INLINE T Drop(T u) const {
+    return 2 * rho1 * Sinh(u / 2) * Exp(-u / 2);
+  }
+};
+
+template <class T>
+Plot<T> ForwardExact(const ExactCone& c, ExactPoint<T>& p) {
+  constexpr double kApex = 700;  // u beyond which rho is nothing
+  const MaskOf<T> pole = Abs(p.y) >= T(kHalfPi);
+  const auto [sinPhi, cosPhi] = SinCosOfLatitude(p);
+  const T psi = IsometricLatitude(sinPhi, OneUnless<T>(!pole, cosPhi), c.eccentric);
+  const T u = Select(pole, T(kApex), Clamp(c.n * (psi - c.psi1), -kApex, kApex));
+  const auto [sine, cosine] = SinCos(c.n * p.x / 2);
+  const T rho = c.rho1 * Exp(-u), far = p.y * c.n;
+  p.x = rho * (2 * sine * cosine);
+  p.y = c.shift + (c.Drop(u) + rho * (2 * sine * sine));
+  return !(pole & (far < T(0)));
+}
+
+template <class T>
+Plot<T> InverseExact(const ExactCone& c, Point<T>& p) {
+  const double sign = c.n < 0 ? -1 : 1;
+  const T y = p.y - c.shift, below = c.rho1 - y;
+  const T rho = sign * Sqrt(p.x * p.x + below * below), ratio = rho / c.rho1;
+  const MaskOf<T> near = ratio > T(0.5), apex = ratio == T(0);
+  const T change = (p.x * p.x + y * (y - 2 * c.rho1)) / (rho + c.rho1) / c.rho1;  // ratio - 1
+  const T logarithm = Select(near, Log1p(Select(near, change, T(0))), Log(OneUnless<T>(!apex, ratio)));
+  const T psi = Select(apex, CopySign(T(1000), T(c.n)), c.psi1 - logarithm / c.n);
+  T lat;
+  MaskOf<T> plottable = LatitudeFromIsometric(psi, c.eccentric, lat);
+  const T theta = Atan2(sign * p.x, sign * below), perRadian = rho * c.n / c.a;
+  p = {AlongParallel(theta / c.n * perRadian, perRadian, plottable), lat};
+  return plottable;
+}
+
 }  // namespace
 
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
+  if (call.exact) {
+    return ForwardExactly(call, kForwardSite, [c = ExactCone(*call.work)](auto& p) { return ForwardExact(c, p); });
+  }
   if (call.work->Flattening == 0) {
     return ForwardEach(call, kForwardSite, [c = PrepareSphere(*call.work)](auto& p) { return ForwardSphere(c, p); });
   }
@@ -185,11 +252,18 @@ bool Forward(const Conversion& call) {
 
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
+  if (call.exact) {
+    return InverseExactly(call, kInverseSite, [c = ExactCone(*call.work)](auto& p) { return InverseExact(c, p); });
+  }
   if (call.work->Flattening == 0) {
     return InverseEach(call, kInverseSite, [c = PrepareSphere(*call.work)](auto& p) { return InverseSphere(c, p); });
   }
   return InverseEach(call, kInverseSite,
                      [c = PrepareEllipsoid(*call.work, true)](auto& p) { return InverseEllipsoid(c, p); });
+}
+
+bool HasExactForm(const PROJDATA& work) {
+  return ExactCone(work).usable;
 }
 
 }  // namespace orvex::detail::ORVEX_LEVEL::PrjLambert

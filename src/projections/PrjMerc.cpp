@@ -5,7 +5,7 @@
 //   sphere refuses the last latitude below the pole, the ellipsoid only what lies beyond it.
 #include "math/Iteration.h"
 #include "math/MeridianArc.h"
-#include "projections/Module.h"
+#include "projections/Exactly.h"
 #include "projections/Modules.h"
 
 namespace orvex::detail::ORVEX_LEVEL::PrjMerc {
@@ -72,11 +72,31 @@ Plot<T> InverseEllipsoid(const Constants& c, Point<T>& p) {
   return plottable;
 }
 
+// ---- exactly: nothing of what is fixed above ----
+
+template <class T>
+Plot<T> ForwardExact(const Constants& c, ExactPoint<T>& p) {
+  const MaskOf<T> plottable = Abs(p.y) < T(kHalfPi);
+  const auto [sine, cosine] = SinCosOfLatitude(p);
+  p.x = p.x * (c.a * c.k);
+  p.y = IsometricLatitude(sine, OneUnless<T>(plottable, cosine), c.factor.Eccentric()) * (c.a * c.k);
+  return plottable;
+}
+
+template <class T>
+Plot<T> InverseExact(const Constants& c, Point<T>& p) {
+  T lat;
+  MaskOf<T> plottable = LatitudeFromIsometric(p.y / (c.a * c.k), c.factor.Eccentric(), lat);
+  p = {AlongParallel(p.x / c.a, T(c.k), plottable), lat};
+  return plottable;
+}
+
 }  // namespace
 
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
   const Constants c(*call.work);
+  if (call.exact) return ForwardExactly(call, kForwardSite, [&c](auto& p) { return ForwardExact(c, p); });
   if (call.work->Flattening == 0) return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardSphere(c, p); });
   return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardEllipsoid(c, p); });
 }
@@ -84,8 +104,13 @@ bool Forward(const Conversion& call) {
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
   const Constants c(*call.work);
+  if (call.exact) return InverseExactly(call, kInverseSite, [&c](auto& p) { return InverseExact(c, p); });
   if (call.work->Flattening == 0) return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseSphere(c, p); });
   return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseEllipsoid(c, p); });
+}
+
+bool HasExactForm(const PROJDATA& work) {
+  return Abs(double(work.Lat0)) < kHalfPi;
 }
 
 }  // namespace orvex::detail::ORVEX_LEVEL::PrjMerc

@@ -2,7 +2,7 @@
 // Sphere only, of radius MajorRadius whatever the flattening.
 // Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987), 11-1, 11-2, inverse 11-6, 11-7,
 //   with ln tan(pi/4 + u/2) = asinh(tan u), exact at the equator.
-#include "projections/Module.h"
+#include "projections/Exactly.h"
 #include "projections/Modules.h"
 
 namespace orvex::detail::ORVEX_LEVEL::PrjMiller {
@@ -30,16 +30,34 @@ Plot<T> InverseSphere(const Constants& c, Point<T>& p) {
   return Plottable<T>();
 }
 
+/// Nothing outside the map.
+template <class T>
+Plot<T> InverseExact(const Constants& c, Point<T>& p) {
+  Plot<T> plot = Plottable<T>();
+  const T x = AlongParallel(p.x / c.a, T(1), plot.plottable);
+  InverseSphere(c, p);
+  p.x = x;
+  return plot;
+}
+
 }  // namespace
 
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
-  return ForwardEach(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardSphere(c, p); });
+  const Constants c(*call.work);
+  if (call.exact) return ForwardExactly(call, kForwardSite, [&c](auto& p) { return ForwardSphere(c, p); });
+  return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardSphere(c, p); });
 }
 
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
-  return InverseEach(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InverseSphere(c, p); });
+  const Constants c(*call.work);
+  if (call.exact) return InverseExactly(call, kInverseSite, [&c](auto& p) { return InverseExact(c, p); });
+  return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseSphere(c, p); });
+}
+
+bool HasExactForm(const PROJDATA&) {
+  return true;
 }
 
 }  // namespace orvex::detail::ORVEX_LEVEL::PrjMiller

@@ -1,6 +1,7 @@
 // PrjMolle - Mollweide, equal area in an ellipse; sphere only, of radius MajorRadius whatever the flattening.
 // Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987), 31-1 to 31-5; the inverse solves the same.
 #include "projections/CentralMeridian.h"
+#include "projections/Exactly.h"
 #include "projections/Modules.h"
 
 namespace orvex::detail::ORVEX_LEVEL::PrjMolle {
@@ -56,16 +57,77 @@ Plot<T> InverseSphere(const Constants& c, Point<T>& p) {
   return plottable;
 }
 
+// ---- exactly ----
+//
+// By u = pi - theta' and the colatitude c: u - sin u = 2 pi sin^2(c / 2), which keeps its digits at the poles.
+
+/// u - sin u.
+template <class T>
+T ArcLessSine(T u, T sine) {
+  const T z = u * u;
+  const T series =
+      u * z *
+      (1.0 / 6 -
+       z * (1.0 / 120 -
+            z * (1.0 / 5040 -
+                 z * (1.0 / 362880 - z * (1.0 / 39916800 - z * (1.0 / 6227020800.0 - z * (1.0 / 1307674368000.0)))))));
+  return Select(u < T(1), series, u - sine);
+}
+
+template <class T>
+T SolveKepler(T target) {
+  const T t = Pow(6 * target, T(1.0 / 3)), z = t * t;
+  T u = t * (1 + z * (1.0 / 60 + z * (1.0 / 1400 + z * (1.0 / 25200 + z * (43.0 / 17248000)))));
+  Iteration<T> it(20);
+  while (it.Goes()) {
+    const T sine = Sin(u), slope = 2 * Square(Sin(u / 2));
+    const MaskOf<T> open = slope != T(0);
+    it.GiveUp(!open);
+    const T step = (ArcLessSine(u, sine) - target) / OneUnless<T>(open, slope);
+    it.Step(u, u - step);
+    it.Settle(Abs(step) <= 1e-9 * u);
+  }
+  return u;
+}
+
+template <class T>
+Plot<T> ForwardExact(const Constants& c, ExactPoint<T>& p) {
+  const auto [sine, cosine] = SinCos(SolveKepler(2 * kPi * Square(Sin(Colatitude(p) / 2))) / 2);
+  p.x = c.width * p.x * sine;
+  p.y = CopySign(c.height * cosine, p.y);
+  return Plottable<T>();
+}
+
+template <class T>
+Plot<T> InverseExact(const Constants& c, Point<T>& p) {
+  const T height = p.y / c.height;
+  MaskOf<T> plottable = Abs(height) <= T(1 + kRim);
+  const T cosine = Clamp(Abs(height), 0, 1), sine = Sqrt((1 - cosine) * (1 + cosine)), u = 2 * Atan2(sine, cosine);
+  const T half = Sqrt(ArcLessSine(u, 2 * sine * cosine) / kTwoPi);
+  p = {AlongParallel(p.x / c.width, sine, plottable), CopySign(kHalfPi - 2 * Asin(half), p.y)};
+  return plottable;
+}
+
 }  // namespace
 
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
+  if (call.exact) {
+    return ForwardExactly(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardExact(c, p); });
+  }
   return ForwardEach(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardSphere(c, p); });
 }
 
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
+  if (call.exact) {
+    return InverseExactly(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InverseExact(c, p); });
+  }
   return InverseEach(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InverseSphere(c, p); });
+}
+
+bool HasExactForm(const PROJDATA&) {
+  return true;
 }
 
 }  // namespace orvex::detail::ORVEX_LEVEL::PrjMolle

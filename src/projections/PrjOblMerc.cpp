@@ -4,7 +4,7 @@
 //   method, p. 71-75, with the centre at the points' mean latitude. The sphere is its own aposphere, so one set of
 //   formulas does.
 #include "math/ObliqueMercator.h"
-#include "projections/Module.h"
+#include "projections/Exactly.h"
 #include "projections/Modules.h"
 
 namespace orvex::detail::ORVEX_LEVEL::PrjOblMerc {
@@ -33,12 +33,22 @@ Plot<T> InversePoint(const Constants& c, Point<T>& p) {
 
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
+  if (call.exact) {
+    return ForwardExactly(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardPoint(c, p); });
+  }
   return ForwardEach(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardPoint(c, p); });
 }
 
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
+  if (call.exact) {
+    return InverseExactly(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InversePoint(c, p); });
+  }
   return InverseEach(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InversePoint(c, p); });
+}
+
+bool HasExactForm(const PROJDATA& work) {
+  return Constants(work).line.valid;
 }
 
 }  // namespace orvex::detail::ORVEX_LEVEL::PrjOblMerc

@@ -4,7 +4,7 @@
 // Fixed on purpose: the limiting circle itself is plotted; a map point beyond it is taken for the one on it; the
 //   longitude of the inverse is not wrapped; the centre latitude is left in Lat1 of the working record.
 #include "math/Azimuthal.h"
-#include "projections/Module.h"
+#include "projections/Exactly.h"
 #include "projections/Modules.h"
 
 namespace orvex::detail::ORVEX_LEVEL::PrjOrtho {
@@ -62,19 +62,40 @@ Plot<T> InverseOblique(const Constants& c, Point<T>& p) {
   return centre | (direction.along != T(0));
 }
 
+// ---- exactly: the centre comes back, nothing beyond the limiting circle ----
+
+template <class T>
+Plot<T> InverseExact(const Constants& c, Point<T>& p) {
+  const T rho = Sqrt(p.x * p.x + p.y * p.y);
+  const MaskOf<T> plottable = rho <= T(c.R * (1 + kRim)), centre = rho == T(0);
+  const AzimuthalDirection<T> direction = DirectionOf(c, p, Select(centre, T(c.R), rho));
+  p = {Select(centre, T(0), direction.LongitudeDifference()), Select(centre, T(c.centre.lat), direction.Latitude())};
+  return plottable;
+}
+
 }  // namespace
 
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
+  if (call.exact) {
+    return ForwardExactly(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardPoint(c, p); });
+  }
   const Constants c(*call.work);
   return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardPoint(c, p); });
 }
 
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
+  if (call.exact) {
+    return InverseExactly(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InverseExact(c, p); });
+  }
   const Constants c(*call.work);
   if (c.pole != 0) return InverseEach(call, kInverseSite, [&c](auto& p) { return InversePolar(c, p); });
   return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseOblique(c, p); });
+}
+
+bool HasExactForm(const PROJDATA& work) {
+  return IsLatitude(work.Lat0);
 }
 
 }  // namespace orvex::detail::ORVEX_LEVEL::PrjOrtho

@@ -9,7 +9,7 @@
 #include "math/Azimuthal.h"
 #include "math/Iteration.h"
 #include "math/MeridianArc.h"
-#include "projections/Module.h"
+#include "projections/Exactly.h"
 #include "projections/Modules.h"
 
 namespace orvex::detail::ORVEX_LEVEL::PrjPolar {
@@ -199,11 +199,98 @@ Plot<T> InverseEllipsoidOblique(const EllipsoidConstants& c, const ConformalSeri
   return away & (direction.along != T(0));
 }
 
+// ---- exactly: every pole and centre is plotted, the conformal latitude is inverted to rounding ----
+
+/// The poles' own form for these alone: a centre next to them is oblique.
+struct ExactConstants : EllipsoidConstants {
+  explicit ExactConstants(const PROJDATA& work) : EllipsoidConstants(work) {
+    pole = centre.lat == kHalfPi ? kNorthPole : centre.lat == -kHalfPi ? kSouthPole : 0;
+    const double parallel = centre.cosLat / Sqrt(w1Squared);
+    const SineCosine<double> chi = Conformal(centre.sinLat, centre.cosLat);
+    conformalCentre.sinLat = chi.sine;
+    conformalCentre.cosLat = chi.cosine;
+    obliqueScale = twoRk0 * (pole != 0 ? 1 : parallel / chi.cosine);
+  }
+
+  /// Sine and cosine of the conformal latitude, by the isometric one.
+  template <class T>
+  ORVEX_INLINE SineCosine<T> Conformal(T sinPhi, T cosPhi) const {
+    // tan(pi/4 - chi/2) for the hemisphere of the pole next to it.
+    const T t = cosPhi / (1 + Abs(sinPhi)) * Exp(factor.Eccentric()(Abs(sinPhi))), square = t * t;
+    return {CopySign((1 - square) / (1 + square), sinPhi), 2 * t / (1 + square)};
+  }
+};
+
+template <class T>
+Plot<T> ForwardExactPolar(const ExactConstants& c, ExactPoint<T>& p) {
+  const MaskOf<T> plottable = c.pole * p.y >= T(0);
+  const auto [sineHalf, cosineHalf] = SinCos(Colatitude(p) / 2);
+  const auto [sinDlon, cosDlon] = SinCos(p.x);
+  const T rho = c.polarScale * (sineHalf / cosineHalf) * Exp(c.factor.Eccentric()(Abs(Sin(p.y))));  // 15-9
+  p.x = rho * sinDlon;
+  p.y = -c.pole * rho * cosDlon;
+  return plottable;
+}
+
+template <class T>
+Plot<T> ForwardExactOblique(const ExactConstants& c, ExactPoint<T>& p) {
+  const auto [sinPhi, cosPhi] = SinCosOfLatitude(p);
+  const auto [sinChi, cosChi] = c.Conformal(sinPhi, cosPhi);
+  const auto [sinDlon, cosDlon] = SinCos(p.x);
+  const AzimuthalCentre& centre = c.conformalCentre;
+  const T cosC = c.centre.sinLat * sinPhi + c.centre.cosLat * cosPhi * cosDlon;
+  const T D = 1 + (centre.sinLat * sinChi + centre.cosLat * cosChi * cosDlon);
+  const MaskOf<T> plottable = (D > T(0)) & !(cosC < T(0));
+  const T A = c.obliqueScale / OneUnless<T>(plottable, D);  // 21-27
+  p.x = A * (cosChi * sinDlon);
+  p.y = A * (centre.cosLat * sinChi - centre.sinLat * cosChi * cosDlon);  // 21-24, 21-25
+  return plottable;
+}
+
+/// Geodetic latitude of a direction on the conformal sphere.
+template <class T>
+MaskOf<T> LatitudeOf(const ExactConstants& c, const AzimuthalDirection<T>& direction, T& lat) {
+  const T level = Sqrt(direction.across * direction.across + direction.along * direction.along);
+  const MaskOf<T> pole = level == T(0);
+  const T psi = Asinh(direction.up / OneUnless<T>(!pole, level));
+  const MaskOf<T> found = LatitudeFromIsometric(psi, c.factor.Eccentric(), lat);
+  lat = Select(pole, CopySign(T(kHalfPi), direction.up), lat);
+  return found;
+}
+
+template <class T>
+Plot<T> InverseExactPolar(const ExactConstants& c, Point<T>& p) {
+  const T rho = Sqrt(p.x * p.x + p.y * p.y);
+  const MaskOf<T> away = rho != T(0);
+  T lat;
+  const MaskOf<T> found =
+      LatitudeFromIsometric(-Log(OneUnless<T>(away, rho / c.polarScale)), c.factor.Eccentric(), lat);
+  p = {Select(away, PolarLongitudeDifference(p.x, p.y, c.pole), T(0)), c.pole * Select(away, lat, T(kHalfPi))};
+  return found;
+}
+
+template <class T>
+Plot<T> InverseExactOblique(const ExactConstants& c, Point<T>& p) {
+  const T rho = Sqrt(p.x * p.x + p.y * p.y);
+  const MaskOf<T> away = rho != T(0);
+  const Arc<T> arc = Arc<T>::WithHalfTangent(OneUnless<T>(away, rho / c.obliqueScale));  // 21-38
+  const AzimuthalDirection<T> direction = c.conformalCentre.Direction(p.x, p.y, OneUnless<T>(away, rho), arc);
+  T lat;
+  const MaskOf<T> found = LatitudeOf(c, direction, lat);
+  p = {Select(away, direction.LongitudeDifference(), T(0)), Select(away, lat, T(c.centre.lat))};
+  return found;
+}
+
 }  // namespace
 
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
   KeepCentre(*call.work);
+  if (call.exact) {
+    const ExactConstants c(*call.work);
+    if (c.pole != 0) return ForwardExactly(call, kForwardSite, [&c](auto& p) { return ForwardExactPolar(c, p); });
+    return ForwardExactly(call, kForwardSite, [&c](auto& p) { return ForwardExactOblique(c, p); });
+  }
   if (call.work->Flattening == 0) {
     return ForwardEach(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardSphere(c, p); });
   }
@@ -216,6 +303,11 @@ bool Forward(const Conversion& call) {
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
   KeepCentre(*call.work);
+  if (call.exact) {
+    const ExactConstants c(*call.work);
+    if (c.pole != 0) return InverseExactly(call, kInverseSite, [&c](auto& p) { return InverseExactPolar(c, p); });
+    return InverseExactly(call, kInverseSite, [&c](auto& p) { return InverseExactOblique(c, p); });
+  }
   if (call.work->Flattening == 0) {
     const Constants c(*call.work);
     if (c.pole != 0) return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseSpherePolar(c, p); });
@@ -227,6 +319,10 @@ bool Inverse(const Conversion& call) {
     return InverseEach(call, kInverseSite, [&](auto& p) { return InverseEllipsoidPolar(c, series, p); });
   }
   return InverseEach(call, kInverseSite, [&](auto& p) { return InverseEllipsoidOblique(c, series, p); });
+}
+
+bool HasExactForm(const PROJDATA& work) {
+  return IsLatitude(work.Lat0);
 }
 
 }  // namespace orvex::detail::ORVEX_LEVEL::PrjPolar

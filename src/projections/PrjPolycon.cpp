@@ -2,9 +2,11 @@
 // Source: Snyder, Map Projections - A Working Manual, USGS PP 1395 (1987), p. 129-130, with the meridian arc of 3-21.
 // Every parallel is true to scale, as is the central meridian.
 // Fixed on purpose: the sphere's inverse delivers the estimate before the last one, and compares its first one with y.
+#include "math/AuxiliaryLatitudes.h"
 #include "math/Iteration.h"
 #include "math/MeridianArc.h"
 #include "projections/CentralMeridian.h"
+#include "projections/Exactly.h"
 #include "projections/Modules.h"
 
 namespace orvex::detail::ORVEX_LEVEL::PrjPolycon {
@@ -141,10 +143,82 @@ Plot<T> InverseEllipsoid(const Constants& c, Point<T>& p) {
   return equator | it.Settled();
 }
 
+// ---- exactly, sphere and ellipsoid ----
+
+struct ExactConstants {
+  double a, e2;
+  Meridian meridian;
+  double M0;
+
+  explicit ExactConstants(const PROJDATA& work)
+      : a(work.MajorRadius),
+        e2(EccentricitySquared(work.Flattening)),
+        meridian(1, work.Flattening),
+        M0(meridian.Length(double(work.Lat0))) {}
+};
+
+template <class T>
+Plot<T> ForwardExact(const ExactConstants& c, Point<T>& p) {
+  const T phi = p.y, dLon = p.x;
+  const auto [sinPhi, cosPhi] = SinCos(phi);
+  const MaskOf<T> equator = phi == T(0);
+  const T radius = cosPhi / Sqrt(1 - c.e2 * (sinPhi * sinPhi)) / OneUnless<T>(!equator, sinPhi);
+  const Point<T> arc = OnCircle(radius, dLon * sinPhi);
+  p.x = c.a * Select(equator, dLon, arc.x);
+  p.y = c.a * Select(equator, T(-c.M0), c.meridian.Length(phi, sinPhi, cosPhi) - c.M0 + arc.y);
+  return Plottable<T>();
+}
+
+/// The parallels are circles each of which lies within those nearer the equator, so that a point of the northern half
+/// lies on one of them: where (X^2 + (A - M)^2) sin phi - 2 N (A - M) cos phi is 0. It is negative at the equator and
+/// not at the pole, between which Newton's method is kept.
+template <class T>
+T ParallelThrough(const ExactConstants& c, T X, T A) {
+  constexpr double kTolerance = 1e-15;  // radians
+  T low = T(0), high = T(kHalfPi), phi = Select(A < T(kHalfPi), A, T(kHalfPi));
+  Iteration<T> it(100);
+  while (it.Goes()) {
+    const auto [sinPhi, cosPhi] = SinCos(phi);
+    const T w = 1 - c.e2 * (sinPhi * sinPhi), N = 1 / Sqrt(w), perCube = N / w;
+    const T rest = A - c.meridian.Length(phi, sinPhi, cosPhi), square = X * X + rest * rest;
+    const T value = square * sinPhi - 2 * N * rest * cosPhi;
+    const T slope = square * cosPhi - 2 * rest * (1 - c.e2) * perCube * sinPhi +
+                    2 * cosPhi * ((1 - c.e2) * perCube * N - rest * c.e2 * sinPhi * cosPhi * perCube) +
+                    2 * N * rest * sinPhi;
+    const MaskOf<T> above = value > T(0);
+    it.Step(high, Select(above, phi, high));
+    it.Step(low, Select(above, low, phi));
+    const T newton = phi - value / OneUnless<T>(slope != T(0), slope);
+    const T next = Select((newton >= low) & (newton <= high), newton, (low + high) / 2);
+    const T step = next - phi;
+    it.Step(phi, next);
+    it.Settle(Abs(step) <= T(kTolerance));
+  }
+  return phi;
+}
+
+template <class T>
+Plot<T> InverseExact(const ExactConstants& c, Point<T>& p) {
+  const T X = p.x / c.a, fromEquator = p.y / c.a + c.M0, A = Abs(fromEquator);
+  MaskOf<T> plottable = (Abs(X) < T(10)) & (A < T(10));
+  const MaskOf<T> curved = plottable & (A > T(0));
+  const T phi = ParallelThrough(c, Select(curved, X, T(0)), Select(curved, A, T(1)));
+  const auto [sinPhi, cosPhi] = SinCos(phi);
+  const T N = 1 / Sqrt(1 - c.e2 * (sinPhi * sinPhi)), rest = A - c.meridian.Length(phi, sinPhi, cosPhi);
+  const T E = Atan2(X * sinPhi, N * cosPhi - rest * sinPhi), perRadian = Select(curved, N * cosPhi, T(1));
+  const MaskOf<T> distinct = curved & (sinPhi != T(0));
+  const T along = Select(distinct, perRadian * E / OneUnless<T>(distinct, sinPhi), X);
+  p = {AlongParallel(along, perRadian, plottable), Select(curved, CopySign(phi, fromEquator), T(0))};
+  return plottable;
+}
+
 }  // namespace
 
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
+  if (call.exact) {
+    return ForwardExactly(call, kForwardSite, [c = ExactConstants(*call.work)](auto& p) { return ForwardExact(c, p); });
+  }
   const Constants c(*call.work);
   if (call.work->Flattening == 0) return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardSphere(c, p); });
   return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardEllipsoid(c, p); });
@@ -152,9 +226,16 @@ bool Forward(const Conversion& call) {
 
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
+  if (call.exact) {
+    return InverseExactly(call, kInverseSite, [c = ExactConstants(*call.work)](auto& p) { return InverseExact(c, p); });
+  }
   const Constants c(*call.work);
   if (call.work->Flattening == 0) return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseSphere(c, p); });
   return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseEllipsoid(c, p); });
+}
+
+bool HasExactForm(const PROJDATA& work) {
+  return IsLatitude(work.Lat0);
 }
 
 }  // namespace orvex::detail::ORVEX_LEVEL::PrjPolycon

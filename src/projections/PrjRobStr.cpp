@@ -5,6 +5,7 @@
 // the map is continuous. Below the equator the table is mirrored: lengths even, distances odd. The last interval, 85 to
 // 90 degrees, is centred on 85 and ends on the row of the pole; nothing beyond the pole is needed.
 #include "projections/CentralMeridian.h"
+#include "projections/Exactly.h"
 #include "projections/Modules.h"
 #include "projections/RobinsonTable.h"
 
@@ -110,16 +111,36 @@ Plot<T> InverseSphere(const Constants& c, Point<T>& p) {
   return plottable;
 }
 
+/// Exactly: nothing outside the map.
+template <class T>
+Plot<T> InverseExact(const Constants& c, Point<T>& p) {
+  Plot<T> plot = InverseSphere(c, p);
+  const T lon = p.x - c.meridian.lon0;
+  plot.plottable = plot.plottable & (Abs(lon) <= T(kPi + kRim));
+  p.x = Clamp(lon, -kPi, kPi);
+  return plot;
+}
+
 }  // namespace
 
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
+  if (call.exact) {
+    return ForwardExactly(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardSphere(c, p); });
+  }
   return ForwardEach(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardSphere(c, p); });
 }
 
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
+  if (call.exact) {
+    return InverseExactly(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InverseExact(c, p); });
+  }
   return InverseEach(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InverseSphere(c, p); });
+}
+
+bool HasExactForm(const PROJDATA&) {
+  return true;
 }
 
 }  // namespace orvex::detail::ORVEX_LEVEL::PrjRobStr

@@ -3,7 +3,7 @@
 // On purpose: the central meridian is always Greenwich, Lon0 is not read; the inverse works in single precision, which
 // leaves it good to 2.1e-5 degrees.
 #include "math/Angles.h"
-#include "projections/Module.h"
+#include "projections/Exactly.h"
 #include "projections/Modules.h"
 #include "projections/RobinsonTable.h"
 
@@ -43,12 +43,13 @@ struct Cubics {
   }
 };
 
-template <class T>
-Cubics<T> RowsOf(const int (&row)[kLaneCount<T>], RobinsonCubic RobinsonCubics::*which) {
-  return {Gather<T>([&](int lane) { return (kRobinsonCubics[row[lane]].*which).v0; }),
-          Gather<T>([&](int lane) { return (kRobinsonCubics[row[lane]].*which).c1; }),
-          Gather<T>([&](int lane) { return (kRobinsonCubics[row[lane]].*which).c2; }),
-          Gather<T>([&](int lane) { return (kRobinsonCubics[row[lane]].*which).c3; })};
+template <class T, class Number>
+Cubics<T> RowsOf(const RobinsonCubics<Number> (&table)[kRobinsonRows], const int (&row)[kLaneCount<T>],
+                 RobinsonCubic<Number> RobinsonCubics<Number>::*which) {
+  return {Gather<T>([&](int lane) { return (table[row[lane]].*which).v0; }),
+          Gather<T>([&](int lane) { return (table[row[lane]].*which).c1; }),
+          Gather<T>([&](int lane) { return (table[row[lane]].*which).c2; }),
+          Gather<T>([&](int lane) { return (table[row[lane]].*which).c3; })};
 }
 
 template <class T>
@@ -58,8 +59,8 @@ Plot<T> ForwardSphere(const Constants& c, Point<T>& p) {
   const T i = Select(floor < T(kRobinsonLastInterval), floor, T(kRobinsonLastInterval));
   int row[kLaneCount<T>];
   for (int lane = 0; lane < kLaneCount<T>; ++lane) row[lane] = static_cast<int>(Get(i, lane));
-  const Cubics<T> length = RowsOf<T>(row, &RobinsonCubics::length);
-  const Cubics<T> distance = RowsOf<T>(row, &RobinsonCubics::distance);
+  const Cubics<T> length = RowsOf<T>(kRobinsonCubics, row, &RobinsonCubics<float>::length);
+  const Cubics<T> distance = RowsOf<T>(kRobinsonCubics, row, &RobinsonCubics<float>::distance);
   const T d = (lat - i * kInterval) * kDegreesPerRadian;
   p = {kWidth * c.R * length(d) * p.x, CopySign(kHeight * c.R * distance(d), p.y)};
   return Plottable<T>();
@@ -76,7 +77,7 @@ T SolveCubic(const Cubics<T>& cubic, T end, T Y) {
     it.Step(t, t - delta);
     it.Settle(Abs(delta) < T(kTolerance));
   }
-  return ToFloat(t);
+  return t;
 }
 
 template <class T>
@@ -88,9 +89,9 @@ Plot<T> InverseSphere(const Constants& c, Point<T>& p) {
   for (int lane = 0; lane < kLaneCount<T>; ++lane) {
     row[lane] = RobinsonInterval(Get(distance, lane), [](int n) { return double(kRobinsonCubics[n].distance.v0); });
   }
-  const Cubics<T> lengths = RowsOf<T>(row, &RobinsonCubics::length);
+  const Cubics<T> lengths = RowsOf<T>(kRobinsonCubics, row, &RobinsonCubics<float>::length);
   const T end = Gather<T>([&row](int lane) { return kRobinsonCubics[row[lane] + 1].distance.v0; });
-  const T t = SolveCubic(RowsOf<T>(row, &RobinsonCubics::distance), end, distance);
+  const T t = ToFloat(SolveCubic(RowsOf<T>(kRobinsonCubics, row, &RobinsonCubics<float>::distance), end, distance));
   const T phi = ToFloat(ToFloat(Gather<T>([&row](int lane) { return 5 * row[lane]; }) + t) * kRadiansPerDegreeSingle);
   const T pole = Select(p.y >= T(0), T(kHalfPi), T(-kHalfPi));
   // Beyond the poles the answer is 0, 0: deliberately plottable.
@@ -100,16 +101,60 @@ Plot<T> InverseSphere(const Constants& c, Point<T>& p) {
   return Plottable<T>();
 }
 
+// ---- exactly: the table as published, in double precision ----
+
+constexpr double kExactWidth = 0.8487, kExactHeight = 1.3523;
+
+template <class T>
+Plot<T> ForwardExact(const Constants& c, Point<T>& p) {
+  const T degrees = RadToDeg(Abs(p.y)), floor = Floor(degrees / 5);
+  const T i = Select(floor < T(kRobinsonLastInterval), floor, T(kRobinsonLastInterval)), d = degrees - 5 * i;
+  int row[kLaneCount<T>];
+  for (int lane = 0; lane < kLaneCount<T>; ++lane) row[lane] = static_cast<int>(Get(i, lane));
+  const T length = RowsOf<T>(kRobinsonSplines.rows, row, &RobinsonCubics<double>::length)(d);
+  const T distance = RowsOf<T>(kRobinsonSplines.rows, row, &RobinsonCubics<double>::distance)(d);
+  p = {kExactWidth * c.R * length * p.x, CopySign(kExactHeight * c.R * distance, p.y)};
+  return Plottable<T>();
+}
+
+template <class T>
+Plot<T> InverseExact(const Constants& c, Point<T>& p) {
+  const T height = Abs(p.y) / (kExactHeight * c.R);
+  MaskOf<T> plottable = height <= T(1 + kRim);
+  const T distance = Select(plottable, Clamp(height, 0, 1), T(0));
+  int row[kLaneCount<T>];
+  for (int lane = 0; lane < kLaneCount<T>; ++lane) {
+    row[lane] = RobinsonInterval(Get(distance, lane), [](int n) { return kRobinsonSplines.rows[n].distance.v0; });
+  }
+  const Cubics<T> cubic = RowsOf<T>(kRobinsonSplines.rows, row, &RobinsonCubics<double>::distance);
+  const T end = Gather<T>([&row](int lane) { return kRobinsonSplines.rows[row[lane] + 1].distance.v0; });
+  const T d = SolveCubic(cubic, end, distance);
+  const T length = RowsOf<T>(kRobinsonSplines.rows, row, &RobinsonCubics<double>::length)(d);
+  const T degrees = Gather<T>([&row](int lane) { return 5 * row[lane]; }) + d;
+  p = {AlongParallel(p.x / c.R, kExactWidth * length, plottable), CopySign(DegToRad(degrees), p.y)};
+  return plottable;
+}
+
 }  // namespace
 
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
+  if (call.exact) {
+    return ForwardExactly(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardExact(c, p); });
+  }
   return ForwardEach(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardSphere(c, p); });
 }
 
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
+  if (call.exact) {
+    return InverseExactly(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InverseExact(c, p); });
+  }
   return InverseEach(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InverseSphere(c, p); });
+}
+
+bool HasExactForm(const PROJDATA&) {
+  return true;
 }
 
 }  // namespace orvex::detail::ORVEX_LEVEL::PrjRobin

@@ -22,4 +22,8 @@ bool Inverse(const Conversion& call) {
   return TransverseInverse<TMGuards::General>(call, kInverseSite);
 }
 
+bool HasExactForm(const PROJDATA& work) {
+  return HasExactTransverseForm(work);
+}
+
 }  // namespace orvex::detail::ORVEX_LEVEL::PrjTMerc

@@ -59,4 +59,8 @@ bool ConvertOperation::operator()(const Conversion& call) const {
   return (m_inverse ? row.inverse : row.forward)(call);
 }
 
+bool ConvertOperation::HasExactForm(const PROJDATA& work) const {
+  return base::kConversions.rows[m_row].hasExactForm(work);
+}
+
 }  // namespace orvex::detail

@@ -14,15 +14,17 @@ struct RobinsonRow {
   double length, distance;
 };
 
-/// A cubic over one interval in degrees from its start. Single precision, like everything computed with it backwards.
+/// A cubic over one interval in degrees from its start.
+template <class Number>
 struct RobinsonCubic {
-  float v0, c1, c2, c3;
+  Number v0, c1, c2, c3;
 
   constexpr double operator()(double d) const { return v0 + ((c3 * d + c2) * d + c1) * d; }
 };
 
+template <class Number>
 struct RobinsonCubics {
-  RobinsonCubic length, distance;
+  RobinsonCubic<Number> length, distance;
 };
 
 // clang-format off
@@ -36,7 +38,8 @@ inline constexpr RobinsonRow kRobinsonRowsPublished[kRobinsonRows] = {
 };
 
 // The distance at 40 degrees is 0.4968 here, where 0.4958 was published, and the cubics run through it: kept on purpose.
-inline constexpr RobinsonCubics kRobinsonCubics[kRobinsonRows] = {
+// In single precision, like everything computed with it backwards.
+inline constexpr RobinsonCubics<float> kRobinsonCubics[kRobinsonRows] = {
     {{1.0f,        -5.6723901e-12f, -7.1551098e-05f,  3.11028e-06f},    {0.0f,          0.0124f,        3.7252901e-10f,  1.15484e-09f}},     //  0
     {{0.99860001f, -0.00048224101f, -2.4896999e-05f, -1.33094e-06f},    {0.061999999f,  0.0124001f,     1.76951e-08f,   -5.9232099e-09f}},   //  5
     {{0.99540001f, -0.00083103101f, -4.4861001e-05f, -9.8658802e-07f},  {0.124f,        0.0123998f,    -7.0966799e-08f,  2.25753e-08f}},     // 10
@@ -58,6 +61,48 @@ inline constexpr RobinsonCubics kRobinsonCubics[kRobinsonRows] = {
     {{0.53219998f,  0.0f,            0.0f,            0.0f},            {1.0f,          0.0f,           0.0f,            0.0f}},             // 90
 };
 // clang-format on
+
+struct RobinsonSplines {
+  RobinsonCubics<double> rows[kRobinsonRows];
+};
+
+/// The cubics of the published values in double precision: splines with continuous curvature over the whole meridian,
+/// on which the lengths are even and the distances odd, and the last two intervals next to a pole have one cubic.
+constexpr RobinsonSplines MakeRobinsonSplines() {
+  constexpr double kStep = 5;
+  constexpr int kLast = kRobinsonRows - 1;
+  RobinsonSplines splines{};
+  for (const bool even : {true, false}) {
+    double v[kRobinsonRows] = {}, M[kRobinsonRows] = {};  // values and second derivatives
+    for (int i = 0; i < kRobinsonRows; ++i) {
+      v[i] = even ? kRobinsonRowsPublished[i].length : kRobinsonRowsPublished[i].distance;
+    }
+    // M(i-1) + 4 M(i) + M(i+1) = bend(i), by elimination from the equator on, M(i) = p(i) - r(i) M(i+1).
+    double p[kRobinsonRows] = {}, r[kRobinsonRows] = {};
+    p[0] = even ? 6 / (kStep * kStep) * 2 * (v[1] - v[0]) / 4 : 0;
+    r[0] = even ? 0.5 : 0;
+    for (int i = 1; i < kLast; ++i) {
+      const double bend = 6 / (kStep * kStep) * (v[i - 1] - 2 * v[i] + v[i + 1]);
+      p[i] = (bend - p[i - 1]) / (4 - r[i - 1]);
+      r[i] = 1 / (4 - r[i - 1]);
+      if (i == kLast - 1) M[i] = bend / 6;  // with M(i+1) = 2 M(i) - M(i-1)
+    }
+    for (int i = kLast - 2; i >= 0; --i) M[i] = p[i] - r[i] * M[i + 1];
+    M[kLast] = 2 * M[kLast - 1] - M[kLast - 2];
+    for (int i = 0; i < kRobinsonRows; ++i) {
+      RobinsonCubic<double> cubic{v[i], 0, 0, 0};
+      if (i < kLast) {
+        cubic.c1 = (v[i + 1] - v[i]) / kStep - kStep * (2 * M[i] + M[i + 1]) / 6;
+        cubic.c2 = M[i] / 2;
+        cubic.c3 = (M[i + 1] - M[i]) / (6 * kStep);
+      }
+      (even ? splines.rows[i].length : splines.rows[i].distance) = cubic;
+    }
+  }
+  return splines;
+}
+
+inline constexpr RobinsonSplines kRobinsonSplines = MakeRobinsonSplines();
 
 /// The interval that holds a distance 0 <= distance <= 1, from the distances at its ends.
 template <class DistanceOfRow>
@@ -81,7 +126,7 @@ constexpr bool RobinsonMonotonic() {
 /// The cubics start from the published values, the distance at 40 degrees aside, and end where the next one starts.
 constexpr bool RobinsonCubicsJoin() {
   for (int i = 0; i < kRobinsonRows; ++i) {
-    const RobinsonCubics& row = kRobinsonCubics[i];
+    const RobinsonCubics<float>& row = kRobinsonCubics[i];
     if (row.length.v0 != static_cast<float>(kRobinsonRowsPublished[i].length)) return false;
     if (i != 8 && row.distance.v0 != static_cast<float>(kRobinsonRowsPublished[i].distance)) return false;
     if (i + 1 == kRobinsonRows) break;

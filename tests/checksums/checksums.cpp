@@ -118,6 +118,10 @@ void AddBatches(Checksum& sum, const Box& box, bool everyOffset, Convert convert
   run(many, 0, kLong);
 }
 
+std::string Manner(ProjAccuracy accuracy) {
+  return accuracy == PA_EXACT ? ", exactly" : "";
+}
+
 // ---- projections ----
 
 /// A box about the images of a form's places, in whole kilometres.
@@ -139,12 +143,16 @@ Box MapOf(CProjector& projector, const test::ProjectionForm& form) {
   return box;
 }
 
-void SumProjection(const test::ProjectionForm& form) {
+void SumProjection(const test::ProjectionForm& form, ProjAccuracy accuracy) {
   char name[64];
   ProjGetProjectionInfo(form.type, name);
   PROJDATA record = form.MakeRecord();
   CProjector projector(&record);
-  const std::string title = std::string(name) + ", " + form.form;
+  const std::string title = std::string(name) + ", " + form.form + Manner(accuracy);
+  if (!projector.SetAccuracy(accuracy)) {
+    Checksum().Print(title + ", refused");
+    return;
+  }
   Checksum forward, inverse;
   AddBatches<PROJPOINT>(forward, {form.west, form.east, form.south, form.north, kAngleUnit}, true,
                         [&](PROJPOINT* pts, int count) {
@@ -161,17 +169,19 @@ void SumProjection(const test::ProjectionForm& form) {
 
 // ---- datums ----
 
-void SumDatum(DatumType from, DatumType to, const std::string& title, const Box& box, bool everyOffset) {
+void SumDatum(DatumType from, DatumType to, ProjAccuracy accuracy, const std::string& title, const Box& box,
+              bool everyOffset) {
   DATUMXFORM record{};
   record.SrcDatum = from;
   record.DestDatum = to;
   CDatumTransform transform(&record);
   Checksum sum;
+  if (!transform.SetAccuracy(accuracy)) sum.Add(-1);
   AddBatches<DATUMPOINT>(sum, box, everyOffset, [&](DATUMPOINT* pts, int count) {
     const bool ok = transform.Convert(pts, count);
     return transform.HadUnplottables() * 2 + ok;
   });
-  sum.Print(title);
+  sum.Print(title + Manner(accuracy));
 }
 
 /// Where a datum's grid lies; the whole world where it has none.
@@ -188,7 +198,7 @@ Box AreaOf(DatumType datum) {
   }
 }
 
-void SumDatums() {
+void SumDatums(ProjAccuracy accuracy) {
   std::array<bool, 8> seen{};
   for (int i = 1; i < DatNumDatums(); ++i) {
     const auto datum = static_cast<DatumType>(i);
@@ -198,9 +208,9 @@ void SumDatums() {
     const bool everyOffset = !before || method == DM_NADCON || method == DM_NTV2;  // of each method one datum in full
     before = true;
     const std::string title = "Datum " + std::to_string(i);
-    SumDatum(datum, DT_WORLD_GEODETIC_SYSTEM_1984, title + " to WGS 84", AreaOf(datum), everyOffset);
+    SumDatum(datum, DT_WORLD_GEODETIC_SYSTEM_1984, accuracy, title + " to WGS 84", AreaOf(datum), everyOffset);
     if (DatReversible(datum) || method == DM_NTV2) {  // NTv2 has a way back that the catalogue does not promise
-      SumDatum(DT_WORLD_GEODETIC_SYSTEM_1984, datum, title + " from WGS 84", AreaOf(datum), everyOffset);
+      SumDatum(DT_WORLD_GEODETIC_SYSTEM_1984, datum, accuracy, title + " from WGS 84", AreaOf(datum), everyOffset);
     }
   }
 }
@@ -266,8 +276,10 @@ void SumGeoref(TransformMethod method) {
 
 int main(int, char** argv) {
   WriteGrids(std::filesystem::path(argv[0]).parent_path());
-  for (const test::ProjectionForm& form : test::AllProjections()) SumProjection(form);
-  SumDatums();
+  for (const ProjAccuracy accuracy : {PA_STATED, PA_EXACT}) {
+    for (const test::ProjectionForm& form : test::AllProjections()) SumProjection(form, accuracy);
+    SumDatums(accuracy);
+  }
   for (int method = RM_HELMERT; method <= RM_INVERSEDISTANCE; ++method) {
     SumGeoref(static_cast<TransformMethod>(method));
   }

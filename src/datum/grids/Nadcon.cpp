@@ -4,6 +4,7 @@
 // column c. Fixed on purpose: the .LAS value moves the longitude and the .LOS value the latitude, both added;
 // truncation towards zero lets points up to one spacing west or south of the grid be interpolated from the dummy words
 // or the header record.
+#include <algorithm>
 #include <array>
 #include <climits>
 #include <cstdio>
@@ -103,13 +104,18 @@ struct Words {
   std::uint64_t south, north;
 };
 
-bool FindCell(const Header& grid, double x, double y, Words& words, NadconCell& cell) {
+bool FindCell(const Header& grid, NadconExtent extent, double x, double y, Words& words, NadconCell& cell) {
   const double column = (x - grid.xMin) / grid.dx + 1;
   const double row = (y - grid.yMin) / grid.dy + 1;
   // Truncated indexes from 0 up to the count, tested before truncating so that no number, NaN included, overflows.
-  if (!(column > -1 && column < grid.columns && row > -1 && row < grid.rows)) return false;
-  const auto c = static_cast<std::int32_t>(column), r = static_cast<std::int32_t>(row);
-  if (c >= grid.columns || r >= grid.rows) return false;  // a grid without columns or rows
+  if (!(column > -1 && column <= grid.columns && row > -1 && row <= grid.rows)) return false;
+  auto c = static_cast<std::int32_t>(column), r = static_cast<std::int32_t>(row);
+  if (extent == NadconExtent::Nodes) {
+    if (!(column >= 1 && row >= 1) || grid.columns < 2 || grid.rows < 2) return false;
+    c = std::min(c, grid.columns - 1);  // the edges in the east and north belong to the last cells
+    r = std::min(r, grid.rows - 1);
+  }
+  if (c >= grid.columns || r >= grid.rows) return false;  // a grid without columns or rows as well
   const std::uint64_t record = static_cast<std::uint64_t>(grid.columns) + 1;
   words.south = record * static_cast<std::uint64_t>(r) + static_cast<std::uint64_t>(c);
   words.north = words.south + record;
@@ -150,16 +156,16 @@ NadconFiles::NadconFiles(const char* region) try {
 
 NadconFiles::~NadconFiles() = default;
 
-bool NadconFiles::Find(double x, double y, NadconCell& cell) const try {
+bool NadconFiles::Find(NadconExtent extent, double x, double y, NadconCell& cell) const try {
   Words words;
-  if (!m_files->header || !FindCell(*m_files->header, x, y, words, cell)) return false;
+  if (!m_files->header || !FindCell(*m_files->header, extent, x, y, words, cell)) return false;
   return Load(m_files->las, words, cell.las) && Load(m_files->los, words, cell.los);
 } catch (const std::bad_alloc&) {
   ThrowError("DtmNadcon", kNoMemoryLine, kMsgOutOfMemory);
 }
 
-bool FindNadconCell(const NadconFiles& grid, double x, double y, NadconCell& cell) {
-  return grid.Find(x, y, cell);
+bool FindNadconCell(const NadconFiles& grid, NadconExtent extent, double x, double y, NadconCell& cell) {
+  return grid.Find(extent, x, y, cell);
 }
 
 bool ConvertNadcon(const char* region, DATUMPOINT* pts, int n) {

@@ -8,6 +8,7 @@
 namespace orvex::detail {
 
 struct NadconCell;
+enum class NadconExtent;
 
 /// The files "<region>.LAS" and "<region>.LOS" for the time of a call. Asserts from `DtmNadcon` when one cannot be
 /// opened.
@@ -17,7 +18,7 @@ class NadconFiles {
   ~NadconFiles();
 
   /// The cell that holds a point (degrees); false for a point outside the grid.
-  bool Find(double x, double y, NadconCell& cell) const;
+  bool Find(NadconExtent extent, double x, double y, NadconCell& cell) const;
 
  private:
   class Files;

@@ -18,8 +18,12 @@ struct NadconCell {
   GridNodes las, los;
 };
 
+/// Which points a grid holds: with those one spacing west and south of it that header words are read for, or those
+/// between its nodes.
+enum class NadconExtent { Stated, Nodes };
+
 /// NadconFiles::Find; here so that sources of the point core need no more of the grid.
-bool FindNadconCell(const NadconFiles& grid, double x, double y, NadconCell& cell);
+bool FindNadconCell(const NadconFiles& grid, NadconExtent extent, double x, double y, NadconCell& cell);
 
 namespace ORVEX_LEVEL {
 
@@ -33,19 +37,39 @@ ORVEX_INLINE T Interpolate(const NadconCell (&cells)[kLaneCount<T>], GridNodes N
   return (a * (1 - fx) * (1 - fy) + b * fx * (1 - fy) + c * (1 - fx) * fy + d * fx * fy) / 3600;
 }
 
-/// The .LAS value moves the longitude and the .LOS value the latitude: deliberate. Points outside stay.
+/// Shifts of a point by both files, degrees. Points outside stay; answers which do not.
 template <class T>
-ORVEX_INLINE void Shift(const NadconFiles& grid, Point<T>& p) {
+ORVEX_INLINE MaskOf<T> Interpolate(const NadconFiles& grid, NadconExtent extent, const Point<T>& p, T& las, T& los) {
   NadconCell cells[kLaneCount<T>];
   const T inside = Gather<T>([&](int i) {
-    const bool found = FindNadconCell(grid, Get(p.x, i), Get(p.y, i), cells[i]);
+    const bool found = FindNadconCell(grid, extent, Get(p.x, i), Get(p.y, i), cells[i]);
     if (!found) cells[i] = {};
     return found ? 1.0 : 0.0;
   });
   const T fx = Gather<T>([&](int i) { return cells[i].fx; }), fy = Gather<T>([&](int i) { return cells[i].fy; });
-  const MaskOf<T> moves = inside != T(0);
-  p.x = Select(moves, p.x + Interpolate(cells, &NadconCell::las, fx, fy), p.x);
-  p.y = Select(moves, p.y + Interpolate(cells, &NadconCell::los, fx, fy), p.y);
+  las = Interpolate(cells, &NadconCell::las, fx, fy);
+  los = Interpolate(cells, &NadconCell::los, fx, fy);
+  return inside != T(0);
+}
+
+/// The .LAS value moves the longitude and the .LOS value the latitude: deliberate.
+template <class T>
+ORVEX_INLINE void Shift(const NadconFiles& grid, Point<T>& p) {
+  T las, los;
+  const MaskOf<T> moves = Interpolate(grid, NadconExtent::Stated, p, las, los);
+  p.x = Select(moves, p.x + las, p.x);
+  p.y = Select(moves, p.y + los, p.y);
+}
+
+/// As published: the .LAS file holds shifts of latitude, the .LOS file those of longitude, positive west. Answers which
+/// points the grid holds.
+template <class T>
+ORVEX_INLINE MaskOf<T> ShiftExactly(const NadconFiles& grid, Point<T>& p) {
+  T las, los;
+  const MaskOf<T> moves = Interpolate(grid, NadconExtent::Nodes, p, las, los);
+  p.x = Select(moves, p.x - los, p.x);
+  p.y = Select(moves, p.y + las, p.y);
+  return moves;
 }
 
 }  // namespace ORVEX_LEVEL

@@ -74,24 +74,27 @@ ORVEX_INLINE Point<T> FromNtv2(const Ntv2Position<T>& p) {
   return {-p.west * kNtv2DegreesPerRadian, p.north * kNtv2DegreesPerRadian};
 }
 
-/// A point outside the grid takes the way through radians as well.
+/// A point outside the grid takes the way through radians as well. Answers which points are inside.
 template <class T>
-ORVEX_INLINE void ShiftForward(const Ntv2Step& step, Point<T>& point) {
+ORVEX_INLINE MaskOf<T> ShiftForward(const Ntv2Step& step, Point<T>& point) {
   const Ntv2Position<T> p = ToNtv2(point);
   MaskOf<T> found;
   const Ntv2Position<T> shift = ShiftAt(step, p, Yes<T>(), found);
   point = FromNtv2<T>({Select(found, p.west + shift.west, p.west), Select(found, p.north + shift.north, p.north)});
+  return found;
 }
 
 /// Solves the forward relation by fixed-point iteration from the shift applied backwards once. One coordinate at rest
-/// is enough to stop; an estimate that leaves the grid stands. Answers which points need no marking.
+/// is enough to stop; an estimate that leaves the grid stands. Answers which points need no marking, with those that
+/// lie inside the grid.
 template <class T>
-ORVEX_INLINE MaskOf<T> ShiftInverse(const Ntv2Step& step, Point<T>& point) {
+ORVEX_INLINE MaskOf<T> ShiftInverse(const Ntv2Step& step, Point<T>& point, MaskOf<T>& inside) {
   constexpr double kConverged = 1e-12;  // radians: 6 micrometres on the ground
   constexpr int kMaxRounds = 11;        // the last one marks the point, however small its correction was
   const Ntv2Position<T> target = ToNtv2(point);
   MaskOf<T> found;
   Ntv2Position<T> p = target, shift = ShiftAt(step, target, Yes<T>(), found);
+  inside = found;
   Iteration<T> it(kMaxRounds - 1);
   it.Settle(!found);
   it.Step(p.west, target.west - shift.west);

@@ -31,6 +31,8 @@ BursaWolf::BursaWolf(const DATUM2WGS84& step) {
   e2S = (2 - sourceF) * sourceF;
   oneMinusF = 1 - targetF;
   e2a = targetF * (2 - targetF) * targetA;
+  aT = targetA;
+  e2T = (2 - targetF) * targetF;
 }
 
 }  // namespace orvex::detail

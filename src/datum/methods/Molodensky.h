@@ -27,6 +27,7 @@ struct Molodensky {
 
 namespace ORVEX_LEVEL {
 
+/// From a longitude that counts from the datum's prime meridian to one that counts from Greenwich.
 template <class T>
 ORVEX_INLINE void Shift(const Molodensky& c, Point<T>& p) {
   constexpr double kSinArcsecond = 4.84813681109536e-06, kArcsecondsPerDegree = 3600;
@@ -44,6 +45,33 @@ ORVEX_INLINE void Shift(const Molodensky& c, Point<T>& p) {
 
   p.x = RadToDeg(lambda) + dLambda / (kSinArcsecond * kArcsecondsPerDegree);
   p.y = RadToDeg(phi) + dPhi / (kSinArcsecond * kArcsecondsPerDegree);
+}
+
+/// The same, not for the poles, where the formula has no longitude, and for longitude shifts of more than half a turn.
+template <class T>
+ORVEX_INLINE MaskOf<T> ShiftExactly(const Molodensky& c, Point<T>& p) {
+  const Point<T> from = p;
+  Shift(c, p);
+  return (Abs(from.y) < T(90)) & (Abs(p.x - from.x - c.pmShift) <= T(180));
+}
+
+/// The inverse, by fixed-point iteration. Answers where it settles.
+template <class T>
+ORVEX_INLINE MaskOf<T> ShiftBack(const Molodensky& c, Point<T>& p) {
+  constexpr double kTolerance = 1e-12;  // degrees
+  const Point<T> target = p;
+  Point<T> from{p.x - c.pmShift, p.y};
+  Iteration<T> it(50);
+  while (it.Goes()) {
+    Point<T> there = from;
+    it.GiveUp(!ShiftExactly(c, there));
+    const T x = target.x - there.x, y = target.y - there.y;
+    it.Step(from.x, from.x + x);
+    it.Step(from.y, from.y + y);
+    it.Settle((Abs(x) <= T(kTolerance)) & (Abs(y) <= T(kTolerance)));
+  }
+  p = from;
+  return it.Settled();
 }
 
 }  // namespace ORVEX_LEVEL
