@@ -19,11 +19,9 @@ constexpr int kInconsistency = 20200;
 class ProjectionStep : public Step {
  public:
   ProjectionStep(PROJDATA record, Direction direction, bool exact) : m_direction(direction), m_projector(&record) {
-#ifndef ORVEX_NO_ACCURACY
     if (!m_projector.SetAccuracy(exact ? PA_EXACT : PA_STATED)) {
       throw tool::Failure("these parameters cannot be computed exactly; accuracy=\"stated\" takes them");
     }
-#endif
   }
 
   void Convert(std::span<PROJPOINT> points) override {
@@ -47,11 +45,9 @@ class ProjectionStep : public Step {
 class DatumStep : public Step {
  public:
   DatumStep(const DATUMXFORM& xform, bool exact) : m_transform(&xform) {
-#ifndef ORVEX_NO_ACCURACY
     if (!m_transform.SetAccuracy(exact ? PA_EXACT : PA_STATED)) {
       throw tool::Failure("this change of datum cannot be computed exactly; accuracy=\"stated\" takes it");
     }
-#endif
   }
 
   void Convert(std::span<PROJPOINT> points) override {

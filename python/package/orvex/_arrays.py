@@ -22,6 +22,8 @@ class Column(NamedTuple):
 def column(values: Any, name: str) -> Column:
     """Takes whatever holds real numbers; refuses the rest by name. Copies only what is not doubles already."""
     mask = None
+    if values is None:
+        raise OrvexError(f"{name} is None, not real numbers")
     if isinstance(values, np.ma.MaskedArray):
         mask = np.ma.getmaskarray(values)
         values = values.astype(np.float64).filled(np.nan)

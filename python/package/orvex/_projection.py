@@ -202,6 +202,11 @@ class Projection:
             shown["scale"] *= self._metres
         return shown
 
+    def figure(self) -> Optional[Tuple[float, float]]:
+        """Semi-major axis in metres and flattening of the ellipsoid; None for state plane zones, whose record says none."""
+        values = self._record.values()
+        return (float(values[RADIUS]), float(values[FLATTENING])) if values[RADIUS] else None
+
     @property
     def geographic(self) -> bool:
         """True for "Unprojected Lat/Long", whose x and y are longitude and latitude."""

@@ -53,9 +53,11 @@ def format_angle(degrees: float, axis: str = "", *, style: str = "dms", decimals
         raise OrvexError('style is "dms", "dm" or "d" and axis "lon", "lat" or empty')
     if not 0 <= decimals <= 15 or not math.isfinite(degrees):
         raise OrvexError("an angle that is written is finite, with 0 to 15 decimals")
-    layout = decimals | {"d": _DECIMAL_DEGREES, "dm": _DECIMAL_MINUTES, "dms": 0}[style] | _ZERO_PADDED
+    shown = max(decimals, 1)  # without decimals the library pads to three digits: one is written and taken off again
+    layout = shown | {"d": _DECIMAL_DEGREES, "dm": _DECIMAL_MINUTES, "dms": 0}[style] | _ZERO_PADDED
     layout |= _HEMISPHERE if axis else _MINUS
     if axis == "lat":
         layout |= _LATITUDE
     value = degrees if style == "d" else _carried(degrees, _PARTS[style], decimals)
-    return _core.format_angle(value, layout, "d", "'", '"')
+    text = _core.format_angle(value, layout, "d", "'", '"')
+    return text if decimals else text.replace(".0", "")

@@ -27,11 +27,12 @@ def find_name(kind: str, wanted: object, names: Sequence[str], aliases: Optional
     if not isinstance(wanted, str):
         raise OrvexError(f"a {kind} goes by its name, not by {wanted!r}")
     key = squashed(wanted)
-    key = squashed((aliases or {}).get(key, key))
+    known = {squashed(alias): name for alias, name in (aliases or {}).items()}
+    key = squashed(known.get(key, key))
     keys = [squashed(name) for name in names]
     if key and key in keys:
         return keys.index(key)
     beginning = [index for index, candidate in enumerate(keys) if key and candidate.startswith(key)]
     if len(beginning) == 1:
         return beginning[0]
-    raise OrvexError(f"unknown {kind} {wanted!r}{did_you_mean(wanted, names)}")
+    raise OrvexError(f"unknown {kind} {wanted!r}{did_you_mean(wanted, [*(aliases or ()), *names])}")

@@ -7,18 +7,20 @@ from . import _core, _parameters
 from ._errors import OrvexError
 from ._names import did_you_mean, find_name, squashed
 
+#: Method, ellipsoid, prime meridian, dx, dy, dz, rx, ry, rz, k, semi-major axis, flattening.
+DatumParameters = Tuple[int, int, float, float, float, float, float, float, float, float, float, float]
 _WGS_84 = 3
 METHODS = ("none", "NADCON", "Bursa-Wolf", "Molodensky", "HARN", "regression", "NTv2")
 _CUSTOM_METHODS = {"none": 0, "bursawolf": 2, "bursa": 2, "molodensky": 3}
 _FIGURE = ("ellipsoid", "radius", "flattening")
 _SHIFTS, _ROTATIONS = ("dx", "dy", "dz"), ("rx", "ry", "rz", "k")
-#: Names that people type, by the letters and digits of them.
+#: Names that people type.
 _ALIASES = {
-    "wgs84": "World Geodetic System 1984", "wgs72": "World Geodetic System 1972",
-    "nad27": "North American Datum 1927", "nad1927": "North American Datum 1927",
-    "nad83": "North American Datum 1983", "nad1983": "North American Datum 1983",
-    "ed50": "European 1950 - Mean", "osgb36": "Ord. Surv. of Gr. Br. 1936", "dhdn": "DHDN (Bursa-Wolf)",
-    "ch1903": "Switzerland - CH1903 (Bursa-Wolf)", "pulkovo1942": "Pulkovo 1942 (Bursa-Wolf)",
+    "WGS 84": "World Geodetic System 1984", "WGS 72": "World Geodetic System 1972",
+    "NAD27": "North American Datum 1927", "NAD 1927": "North American Datum 1927",
+    "NAD83": "North American Datum 1983", "NAD 1983": "North American Datum 1983",
+    "ED50": "European 1950 - Mean", "OSGB36": "Ord. Surv. of Gr. Br. 1936", "DHDN": "DHDN (Bursa-Wolf)",
+    "CH1903": "Switzerland - CH1903 (Bursa-Wolf)", "Pulkovo 1942": "Pulkovo 1942 (Bursa-Wolf)",
 }
 _NAMES = [row[1] for row in _core.datums()]
 
@@ -45,7 +47,7 @@ class Datum:
                 raise OrvexError("a datum is either stored or given by its parameters")
             own = _custom(parameters)
             self._set("custom" if name is None else str(name), 0, own)
-            _core.change_datum(0, _WGS_84, own, None, True)
+            _core.Conversion([_core.change_datum(0, _WGS_84, own, None, True)])  # refuses what cannot be
         elif ini is not None and isinstance(name, str) and (stored := _stored(os.fspath(ini), name)):
             self._set(stored, 0, _core.stored_datum(os.fspath(ini), stored))
             if self._parameters is None:
@@ -54,7 +56,7 @@ class Datum:
             number = _built_in(name, [] if ini is None else _core.stored_datums(os.fspath(ini)))
             self._set(*Datum.numbered(number)._key())
 
-    def _set(self, name: str, number: int, parameters: Optional[_core.DatumParameters]) -> None:
+    def _set(self, name: str, number: int, parameters: Optional[DatumParameters]) -> None:
         self._name, self._number, self._parameters = name, number, parameters
 
     @classmethod
@@ -133,7 +135,7 @@ class Datum:
             shown.update(radius=radius, flattening=flattening)
         return shown
 
-    def parameters_or_fail(self) -> _core.DatumParameters:
+    def parameters_or_fail(self) -> DatumParameters:
         if self._parameters is None:
             raise OrvexError(f"{self._name} has no parameters: it is given by a grid or by regression equations")
         return self._parameters
@@ -182,7 +184,7 @@ def _stored(ini: str, name: str) -> Optional[str]:
     return None
 
 
-def _restored(name: str, number: int, parameters: Optional[_core.DatumParameters]) -> Datum:
+def _restored(name: str, number: int, parameters: Optional[DatumParameters]) -> Datum:
     datum = object.__new__(Datum)
     datum._set(name, number, parameters)
     return datum
@@ -208,7 +210,7 @@ def _built_in(name: Union[str, int, None], stored: "list[str]") -> int:
         raise OrvexError(f"unknown datum {name!r}{did_you_mean(name, stored + _NAMES)}") from None
 
 
-def _custom(given: Dict[str, Any]) -> _core.DatumParameters:
+def _custom(given: Dict[str, Any]) -> DatumParameters:
     allowed = ("method", "prime_meridian", *_FIGURE, *_SHIFTS, *_ROTATIONS)
     for keyword in given:
         if keyword not in allowed:
