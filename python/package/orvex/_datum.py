@@ -22,7 +22,8 @@ _ALIASES = {
     "ED50": "European 1950 - Mean", "OSGB36": "Ord. Surv. of Gr. Br. 1936", "DHDN": "DHDN (Bursa-Wolf)",
     "CH1903": "Switzerland - CH1903 (Bursa-Wolf)", "Pulkovo 1942": "Pulkovo 1942 (Bursa-Wolf)",
 }
-_NAMES = [row[1] for row in _core.datums()]
+_ROWS = _core.datums()
+_NAMES = [row[1] for row in _ROWS]
 
 
 class Datum:
@@ -109,7 +110,7 @@ class Datum:
     @property
     def method(self) -> str:
         """How the step to WGS 84 is computed: "Molodensky", "Bursa-Wolf", "regression", "NADCON", "NTv2" or "none"."""
-        return METHODS[self._parameters[0] if self._parameters else _core.datums()[self._number - 1][2]]
+        return METHODS[self._parameters[0] if self._parameters else _ROWS[self._number - 1][2]]
 
     def from_greenwich(self) -> "Datum":
         """The same datum with longitudes that count from Greenwich."""
@@ -120,7 +121,7 @@ class Datum:
     @property
     def can_be_target(self) -> bool:
         """Whether it can be converted to; regression and NADCON datums cannot."""
-        return _core.datums()[self._number - 1][3] if self._number else True
+        return _ROWS[self._number - 1][3] if self._number else True
 
     @property
     def parameters(self) -> Dict[str, Any]:
@@ -192,7 +193,7 @@ def _restored(name: str, number: int, parameters: Optional[DatumParameters]) -> 
 
 def _built_in(name: Union[str, int, None], stored: "list[str]") -> int:
     if isinstance(name, int) and not isinstance(name, bool):
-        for row in _core.datums():
+        for row in _ROWS:
             if row[4] == name:
                 return row[0]
         if 1 <= name <= len(_NAMES):
@@ -238,5 +239,5 @@ def _figure(given: Dict[str, Any]) -> Tuple[int, float, float]:
     if "flattening" in given:
         raise OrvexError("flattening needs radius as well")
     number = _parameters.ellipsoid_number(given.get("ellipsoid", "WGS 84"))
-    _, _, radius, flattening, _ = _core.ellipsoids()[number - 1]
+    _, _, radius, flattening, _ = _parameters.ELLIPSOIDS[number - 1]
     return number, radius, flattening

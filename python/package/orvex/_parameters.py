@@ -1,8 +1,9 @@
 """Names, units and values of the parameters of projections."""
 
 import difflib
+import functools
 import math
-from typing import Any, Dict, Iterable, Mapping, NamedTuple, Union
+from typing import Any, Dict, Iterable, Mapping, Tuple, Union
 
 from . import _core
 from ._errors import OrvexError
@@ -15,6 +16,8 @@ SCALE, FALSE_EASTING, FALSE_NORTHING, K0, SOUTH, ZONE, ELLIPSOID, RADIUS, FLATTE
 LON0 = 6
 DEGREES = frozenset((5, 6, 7, 8, 9, 10, 11, 12, 17))
 FLAGS = frozenset((SOUTH, 16, 18, 19))
+
+ELLIPSOIDS, ZONES = _core.ellipsoids(), _core.zones()
 
 #: The keyword of each parameter of the library's catalogue.
 KEYWORDS: Dict[str, int] = {
@@ -73,7 +76,7 @@ def unit_name(metres: float) -> str:
 
 
 def ellipsoid_name(number_: int) -> str:
-    return _core.ellipsoids()[number_ - 1][1] if number_ else "user-defined"
+    return ELLIPSOIDS[number_ - 1][1] if number_ else "user-defined"
 
 
 def number(name: str, value: Any) -> float:
@@ -101,30 +104,34 @@ def degrees(name: str, value: Any) -> float:
 
 def ellipsoid_number(ellipsoid: Union[str, int]) -> int:
     """An ellipsoid by name or POSC (EPSG) number."""
-    rows = _core.ellipsoids()
     if isinstance(ellipsoid, int) and not isinstance(ellipsoid, bool):
-        for row in rows:
+        for row in ELLIPSOIDS:
             if row[4] == ellipsoid:
                 return row[0]
         raise OrvexError(f"no ellipsoid has the POSC number {ellipsoid}")
-    return rows[find_name("ellipsoid", ellipsoid, [row[1] for row in rows], {"grs80": "GRS 1980 / IUGG 1980"})][0]
+    names = [row[1] for row in ELLIPSOIDS]
+    return ELLIPSOIDS[find_name("ellipsoid", ellipsoid, names, {"GRS80": "GRS 1980 / IUGG 1980"})][0]
 
 
 def zone_number(zone: Union[str, int]) -> int:
     """A state plane zone by name or USGS code."""
-    rows = _core.zones()
     if isinstance(zone, int) and not isinstance(zone, bool):
-        for row in rows:
+        for row in ZONES:
             if zone and row[2] == zone:
                 return row[0]
         raise OrvexError(f"no state plane zone has the USGS code {zone}")
-    aliases = {"mississippieast": "Missippippi East", "mississippiwest": "Missippippi West"}
-    return rows[find_name("state plane zone", zone, [row[1] for row in rows], aliases)][0]
+    aliases = {"Mississippi East": "Missippippi East", "Mississippi West": "Missippippi West"}
+    return ZONES[find_name("state plane zone", zone, [row[1] for row in ZONES], aliases)][0]
+
+
+@functools.lru_cache(maxsize=None)
+def _used_ids(projection: int) -> Tuple[int, ...]:
+    return tuple(_core.used_parameters(projection))
 
 
 def used_by(projection: int) -> Dict[str, int]:
     """Keywords that a projection takes, in display order."""
-    used = {NAMES[number]: number for number in _core.used_parameters(projection)}
+    used = {NAMES[number]: number for number in _used_ids(projection)}
     if ELLIPSOID in used.values():
         used.update(radius=RADIUS, flattening=FLATTENING)
     return used

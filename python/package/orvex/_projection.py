@@ -194,7 +194,7 @@ class Projection:
         else:
             shown.pop("ellipsoid", None)
         if "zone" in shown:
-            shown["zone"] = _core.zones()[shown["zone"]][1]
+            shown["zone"] = _parameters.ZONES[shown["zone"]][1]
         for name in ("false_easting", "false_northing"):
             if name in shown:
                 shown[name] /= self._metres
