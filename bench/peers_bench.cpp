@@ -86,13 +86,13 @@ struct DeletePeer {
 /// One projection in both libraries.
 class Pair {
  public:
-  Pair(const Peer& peer, const test::ProjectionForm& form) : m_record(form.MakeRecord()) {
+  Pair(const Peer& peer, const test::ProjectionForm& form, ProjAccuracy accuracy) : m_record(form.MakeRecord()) {
     std::string step = peer.operation;
     if (step.find("+R=") == step.npos && step.find("+ellps=") == step.npos) step += " +ellps=WGS84";
     const std::string pipeline = "+proj=pipeline +step +proj=unitconvert +xy_in=deg +xy_out=rad +step +proj=" + step;
     m_peer.reset(proj_create(PJ_DEFAULT_CTX, pipeline.c_str()));
     m_orvex.reset(ProjCreateProjection(&m_record));
-    if (!m_peer || !m_orvex) {
+    if (!m_peer || !ProjSetAccuracy(m_orvex.get(), accuracy)) {
       std::fprintf(stderr, "cannot make %s\n", pipeline.c_str());
       std::exit(1);
     }
@@ -142,8 +142,9 @@ double Apart(const Points& a, const Points& b) {
   return apart;
 }
 
-void Run(const Peer& peer, const test::ProjectionForm& form, const std::string& row, int repetitions) {
-  Pair pair(peer, form);
+void Run(const Peer& peer, const test::ProjectionForm& form, ProjAccuracy accuracy, const std::string& row,
+         int repetitions) {
+  Pair pair(peer, form, accuracy);
   std::mt19937_64 random(1);
   std::uniform_real_distribution<double> fraction(0, 1);
   Points places, orvex, other;  // that both plot
@@ -181,14 +182,15 @@ void Run(const Peer& peer, const test::ProjectionForm& form, const std::string& 
 
 int main(int argc, char** argv) {
   const int repetitions = argc > 1 ? std::atoi(argv[1]) : 9;
-  const std::string filter = argc > 2 ? argv[2] : "";
+  const ProjAccuracy accuracy = argc > 2 && std::strcmp(argv[2], "exact") == 0 ? PA_EXACT : PA_STATED;
+  const std::string filter = argc > 3 ? argv[3] : "";
   for (const Peer& peer : kPeers) {
     for (const test::ProjectionForm& form : test::AllProjections()) {
       if (form.type != peer.type || std::strcmp(form.form, peer.form) != 0) continue;
       char name[64];
       ProjGetProjectionInfo(form.type, name);
       const std::string row = std::string(name) + ", " + form.form;
-      if (row.find(filter) != row.npos) Run(peer, form, row, repetitions);
+      if (row.find(filter) != row.npos) Run(peer, form, accuracy, row, repetitions);
     }
   }
 }

@@ -1,6 +1,7 @@
 """Prints benchmark results as Markdown tables, or puts them into a page.
 
   table.py [--into PAGE SECTION]           Google Benchmark's JSON on standard input: medians, nanoseconds for each item
+  table.py --lines --into PAGE SECTION     a table that is made already
   table.py --peers [--into PAGE SECTION]   the lines of peers_bench: medians of both and of their ratios
 
 Names in the JSON are "row|column" or "row|column|size"; rows whose columns are among those of the row before share its
@@ -55,10 +56,12 @@ def peers(text):
 
 def main():
     parser = argparse.ArgumentParser()
+    parser.add_argument("--lines", action="store_true")
     parser.add_argument("--peers", action="store_true")
     parser.add_argument("--into", nargs=2, metavar=("PAGE", "SECTION"))
     arguments = parser.parse_args()
-    text = "\n".join((peers if arguments.peers else benchmarks)(sys.stdin.read()))
+    make = str.splitlines if arguments.lines else peers if arguments.peers else benchmarks
+    text = "\n".join(make(sys.stdin.read()))
     if not arguments.into:
         print(text)
         return

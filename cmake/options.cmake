@@ -7,6 +7,10 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   # False alarms on std::string concatenation and replacement (GCC bug 105651).
   target_compile_options(orvex_options INTERFACE -Wno-restrict)
 endif()
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT WIN32)
+  # A unique symbol would keep the library from being unloaded.
+  target_compile_options(orvex_options INTERFACE -fno-gnu-unique)
+endif()
 if(ORVEX_WERROR)
   target_compile_options(orvex_options INTERFACE -Werror)
 endif()

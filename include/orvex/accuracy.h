@@ -4,20 +4,21 @@
 
 #include <stdint.h>
 
-#ifdef __cplusplus
+/* How a projection or datum handle computes. */
+#if defined(__cplusplus) && __cplusplus >= 201103L
 namespace orvex {
-/// How a projection or datum handle computes.
-enum ProjAccuracy : std::int32_t {
+enum ProjAccuracy : int32_t {
+#elif defined(__cplusplus)
+namespace orvex {
+enum ProjAccuracy {
 #else
-typedef enum ProjAccuracy {
+enum ProjAccuracy {
 #endif
   PA_STATED = 0, /**< as hosts have known it for years, oddities included; every new handle */
   PA_EXACT = 1   /**< the definition to rounding, both ways, wherever it covers a point; docs/accuracy.md */
-#ifdef __cplusplus
 };
-}  // namespace orvex
-#else
-} ProjAccuracy;
+#ifdef __cplusplus
+}
 #endif
 
 #endif

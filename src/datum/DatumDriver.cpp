@@ -193,7 +193,7 @@ bool DatConvertDatum(void* handle, DATUMPOINT* pts, int n) {
   PreparedStep first, second;
   if (!first.Prepare(work.SrcDatum, DatumRole::Source, work.Step1, exact)) return false;
   if (!second.Prepare(work.DestDatum, DatumRole::Destination, work.Step2, exact)) return false;
-  if (ActiveDatumOperations().convert(ViewOf(pts), n, first.Step(), second.Step(), exact)) record->bUnplottable = true;
+  if (DatumOperationsFor(n).convert(ViewOf(pts), n, first.Step(), second.Step(), exact)) record->bUnplottable = true;
   return true;
 }
 

@@ -7,8 +7,8 @@ namespace orvex::detail {
 
 ORVEX_AT_EVERY_LEVEL(DatumOperations, kDatumOperations)
 
-const DatumOperations& ActiveDatumOperations() {
-  return AtLevel<ORVEX_LEVELS_OF(kDatumOperations)>();
+const DatumOperations& DatumOperationsFor(int count) {
+  return AtLevelFor<ORVEX_LEVELS_OF(kDatumOperations)>(count);
 }
 
 }  // namespace orvex::detail

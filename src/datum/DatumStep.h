@@ -46,7 +46,7 @@ namespace ORVEX_LEVEL {
 extern const DatumOperations kDatumOperations;
 }
 
-/// Those of the instruction set in use.
-const DatumOperations& ActiveDatumOperations();
+/// Those of the instruction set in use, for a call of a number of points.
+const DatumOperations& DatumOperationsFor(int count);
 
 }  // namespace orvex::detail

@@ -215,7 +215,7 @@ bool HasExactForm(PROJDATA work) {
   if (row == nullptr) return false;
   const double lengths[] = {work.MajorRadius, work.Flattening, work.K0, work.Scale, work.xOrg, work.yOrg};
   if (!std::all_of(std::begin(lengths), std::end(lengths), IsFinite<double>)) return false;
-  TakeCentralMeridian(work);
+  if (!IsFinite(TakeCentralMeridian(work))) return false;
   AnglesToRadians(work);
   return row->forward.HasExactForm(work);
 }

@@ -114,21 +114,21 @@ class Meridian {
   double m_quarter;
 };
 
-/// Latitude of an authalic function q, in units of its value at the pole.
+/// Latitude of an authalic function q.
 class AuthalicLatitude {
  public:
   explicit AuthalicLatitude(double f)
       : m_e2(EccentricitySquared(f)), m_n(ThirdFlattening(f)), m_series(kGeodeticOfAuthalic, m_n) {}
 
-  /// `relative` within [-1, 1].
+  /// From what q lacks of its value at the north pole, in units of it: 0 to 2.
   template <class T>
-  ORVEX_INLINE T Latitude(T relative) const {
-    const T cosine = Sqrt((1 - relative) * (1 + relative)), xi = Atan2(relative, cosine);
+  ORVEX_INLINE T LatitudeOfGap(T gap) const {
+    const T sine = 1 - gap, cosine = Sqrt(gap * (2 - gap)), xi = kHalfPi - 2 * Asin(Sqrt(gap / 2));
     if (m_n > kMostN) {
       const double e2 = m_e2;
-      return EachOf(relative, [e2](double each) { return FatAuthalicLatitude(e2, each); });
+      return EachOf(sine, [e2](double each) { return FatAuthalicLatitude(e2, each); });
     }
-    return xi + m_series(relative, cosine);
+    return xi + m_series(sine, cosine);
   }
 
  private:

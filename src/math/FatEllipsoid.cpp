@@ -48,6 +48,11 @@ Complex ArcTanh(Complex z) {
   return {Log1p(4 * z.re / across) / 4, (Atan2(z.im, 1 + z.re) + Atan2(z.im, 1 - z.re)) / 2};
 }
 
+/// The logarithm, the imaginary part within half a turn.
+Complex Logarithm(Complex z) {
+  return {Log(Size(z)), Atan2(z.im, z.re)};
+}
+
 /// A complex angle, by its sine and cosine.
 struct Angle {
   Complex sine, cosine;
@@ -103,10 +108,10 @@ Complex ArcSlope(double e2, const Angle& phi) {
   return (1 - e2) / (delta2 * Root(delta2));
 }
 
-/// Isometric latitude.
+/// Isometric latitude of the northern half; by the cosine, which keeps its digits at the pole.
 Complex Isometric(double e2, const Angle& phi) {
   const double e = Sqrt(e2);
-  return ArcTanh(phi.sine) - e * ArcTanh(e * phi.sine);
+  return Logarithm((1 + phi.sine) / phi.cosine) - e * ArcTanh(e * phi.sine);
 }
 
 /// Solves `value(phi) = target` from a start nearby, stepping by Newton's method.
@@ -192,8 +197,10 @@ TransversePlace TransverseMap(double e2, GeodeticPlace place) {
 }
 
 GeodeticPlace TransverseUnmap(double e2, TransversePlace place) {
-  const double north = Abs(place.north), quarter = FatArc(e2, kHalfPi);
-  if (!(north <= quarter)) return {__builtin_nan(""), __builtin_nan("")};
+  constexpr double kRounding = 1e-12;
+  const double quarter = FatArc(e2, kHalfPi);
+  if (!(Abs(place.north) <= quarter + kRounding)) return {__builtin_nan(""), __builtin_nan("")};
+  const double north = Clamp(Abs(place.north), 0, quarter);
   if (quarter - north < kAtPole && Abs(place.east) < kAtPole) return {CopySign(kHalfPi, place.north), 0};
   const Complex target(north, Abs(place.east));
   const auto value = [e2](const Angle& phi) { return Arc(e2, phi); };

@@ -54,6 +54,9 @@ bool NearLine(const ObliqueLine& line, double lon, double lat);
 
 namespace ORVEX_LEVEL {
 
+/// Distance across the line, in radii of the aposphere, from which on a place is the line's pole to rounding.
+inline constexpr double kFarthestAcross = 37;
+
 /// The map about a line.
 template <class Line>
 struct ObliqueMercator {

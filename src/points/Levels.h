@@ -37,4 +37,12 @@ auto& AtLevel() noexcept {
   return *(level == Level::Base ? kBase : level == Level::Avx2 ? kAvx2 : kAvx512);
 }
 
+/// The same for a call of a number of points: for a point or two, wide vectors would be filled up with copies of them
+/// and cost more than the narrow ones, which give the same bits.
+template <auto kBase, auto kAvx2, auto kAvx512>
+auto& AtLevelFor(int count) noexcept {
+  constexpr int kFewPoints = 2;
+  return count <= kFewPoints ? *kBase : AtLevel<kBase, kAvx2, kAvx512>();
+}
+
 }  // namespace orvex::detail

@@ -18,20 +18,29 @@ ORVEX_INLINE T WithinHalfTurn(T degrees) {
   return degrees - 360 * Nearest(degrees / 360);
 }
 
+/// The same from the central meridian; its antimeridian is the edge of the map in the east or in the west, on the side
+/// from which it was reached, also where rounding has led beyond.
+template <class T>
+ORVEX_INLINE T FromMeridian(T lon, double lon0) {
+  constexpr double kEdge = 180 - 1e-12;
+  const T degrees = lon - lon0, within = WithinHalfTurn(degrees);
+  return Select(Abs(within) > T(kEdge), CopySign(T(180), degrees), within);
+}
+
 /// From degrees to the map, whatever lies beyond a pole being unplottable.
 class ExactlyToMap : private ToMap {
  public:
-  explicit ExactlyToMap(const DriverSteps& steps) : ToMap(&steps), m_lon0(steps.lon0) {}
+  explicit ExactlyToMap(const DriverSteps& steps) : ToMap(&steps), m_lon0(WithinHalfTurn(steps.lon0)) {}
 
   ORVEX_INLINE MaskOf<Real> IsPlain(const Point<Real>& p) const {
     return (Abs(p.x) < Real(kMostPlain)) & (Abs(p.y) <= Real(90));
   }
-  ORVEX_INLINE void Enter(Point<Real>& p) const { p.x = WithinHalfTurn(p.x - m_lon0); }
+  ORVEX_INLINE void Enter(Point<Real>& p) const { p.x = FromMeridian(p.x, m_lon0); }
   bool EnterOne(double& x, double& y, bool& flagged) const {
     Screen(x, y, flagged);
     if (!IsMarked(x, y) && Abs(y) <= 90) {
       if (!(Abs(x) < kMostPlain)) x = RemainderNearest(x, 360.0);
-      x = WithinHalfTurn(x - m_lon0);
+      x = FromMeridian(x, m_lon0);
       return true;
     }
     if (!IsMarked(x, y)) flagged = true;
@@ -49,11 +58,12 @@ class ExactlyToMap : private ToMap {
 /// From the map to degrees, longitudes within half a turn of Greenwich.
 class ExactlyFromMap : private FromMap {
  public:
-  explicit ExactlyFromMap(const DriverSteps& steps) : FromMap(&steps), m_lon0(steps.lon0) {}
+  explicit ExactlyFromMap(const DriverSteps& steps) : FromMap(&steps), m_lon0(WithinHalfTurn(steps.lon0)) {}
 
   using FromMap::Enter;
   using FromMap::IsPlain;
   bool EnterOne(double& x, double& y, bool& flagged) const {
+    Screen(x, y, flagged);
     if (FromMap::EnterOne(x, y, flagged)) return true;
     x = y = DBL_MAX;
     return false;
@@ -119,10 +129,18 @@ ORVEX_INLINE bool InverseExactly(const Conversion& call, const Site& site, const
 /// Longitude from the central meridian of a place `x` along a parallel that is `perRadian` long for each radian of
 /// longitude, both in semi-major axes; not beyond the antimeridian, and 0 where the parallel is a point.
 template <class T>
-ORVEX_INLINE T AlongParallel(T x, T perRadian, MaskOf<T>& plottable) {
-  plottable = plottable & (Abs(x) <= kPi * perRadian + kRim);
-  const MaskOf<T> wide = perRadian > T(kRim);
+ORVEX_INLINE T AlongParallel(T x, T perRadian, MaskOf<T>& plottable, T rim = T(kRim)) {
+  constexpr double kPiAndRounding = kPi * (1 + 2e-15);
+  plottable = plottable & (Abs(x) <= kPiAndRounding * perRadian + rim);
+  const MaskOf<T> wide = perRadian > T(0);
   return Select(wide, Clamp(x / OneUnless<T>(wide, perRadian), -kPi, kPi), T(0));
+}
+
+/// The rim of maps on which parallels lie the closer the nearer the pole: what rounding of the height on the map leaves
+/// open of its angle from the pole.
+template <class T>
+ORVEX_INLINE T PoleRim(T sineFromPole) {
+  return kRim + 1e-15 / Select(sineFromPole > T(1e-8), sineFromPole, T(1e-8));
 }
 
 /// Sine and cosine of a latitude by all of its digits: the cosine keeps them up to the pole, where it is 0.

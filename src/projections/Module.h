@@ -7,6 +7,7 @@
 #include "orvex/projdata.h"
 #include "points/PointLoop.h"
 #include "projections/Conversion.h"
+#include "projections/Remembered.h"
 
 namespace orvex::detail::ORVEX_LEVEL {
 

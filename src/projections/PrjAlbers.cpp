@@ -193,46 +193,81 @@ Plot<T> InverseEllipsoid(const Constants& c, Point<T>& p) {
 // ---- exactly, sphere and ellipsoid ----
 //
 // Counted from the parallel of the origin instead of the apex, so that flat cones, whose apex lies far away, keep their
-// digits. In semi-major axes, root = n rho.
+// digits; and by the gap between q and its value at the pole that the cone opens away from, so that cones which touch
+// it keep theirs. In semi-major axes, root = |n| rho.
 
-struct ExactCone : Constants {
-  double q0, root0, poleQ;
+struct ExactCone {
+  EccentricTerm eccentric;
+  double a, e2, n, side;  // side: of the pole next to the apex, 1 or -1
+  double base;            // root^2 of that pole
+  double gap0, root0, poleQ;
   AuthalicLatitude authalic;
   bool usable;
 
   explicit ExactCone(const PROJDATA& work)
-      : Constants(work.Flattening == 0 ? PrepareSphere(work) : PrepareEllipsoid(work)),
-        q0(Q(*this, Sin(work.Lat0))),
-        root0(Root(q0)),
-        poleQ(Q(*this, 1.0)),
-        authalic(work.Flattening),
-        usable(cone == Cone::Usable && IsLatitude(work.Lat0) && IsLatitude(work.Lat1) && IsLatitude(work.Lat2) &&
-               IsFinite(C)) {}
+      : eccentric(Sqrt(EccentricitySquared(work.Flattening))),
+        a(work.MajorRadius),
+        e2(EccentricitySquared(work.Flattening)),
+        authalic(work.Flattening) {
+    const Constants stated = work.Flattening == 0 ? PrepareSphere(work) : PrepareEllipsoid(work);
+    usable = stated.cone == Cone::Usable && IsLatitude(work.Lat0) && IsLatitude(work.Lat1) && IsLatitude(work.Lat2);
+    n = stated.n;
+    side = n < 0 ? -1 : 1;
+    poleQ = 1 + (1 - e2) * eccentric.PerSquare(1.0);
+    const auto [sine, cosine] = SinCos(double(work.Lat1));
+    const bool pole = Abs(double(work.Lat1)) == kHalfPi;
+    base = (pole ? 0 : Square(cosine) / (1 - e2 * Square(sine))) - side * n * Gap(double(work.Lat1), 0.0);
+    gap0 = Gap(double(work.Lat0), 0.0);
+    root0 = Root(gap0);
+    usable = usable && IsFinite(base);
+  }
+
+  /// What q lacks of its value at the pole, for a latitude and what the latitude lacks: (1 - e2) times 3-12 there less
+  /// here, the differences divided out.
+  template <class T>
+  ORVEX_INLINE T Gap(T lat, T latRest) const {
+    constexpr double kHalfTurnRest = 3.061616997868383e-17;  // pi / 4 less its double
+    const T half = Sin((kQuarterPi - side * lat / 2) + (kHalfTurnRest - side * latRest / 2));
+    const T d = 2 * Square(half), s = 1 - d;  // s: sine of the latitude towards the pole
+    const T u = d / (1 - e2 * s);
+    return d * (1 + e2 * s) / (1 - e2 * (s * s)) + (1 - e2) * OfDifference(u);
+  }
 
   template <class T>
-  ORVEX_INLINE T Root(T q) const {
-    const T square = C - n * q;
+  ORVEX_INLINE T Root(T gap) const {
+    const T square = base + side * n * gap;
     return Sqrt(Select(square < T(0), T(0), square));
+  }
+
+ private:
+  /// artanh(e u) / e.
+  template <class T>
+  ORVEX_INLINE T OfDifference(T u) const {
+    return eccentric.e == 0 ? u : Atanh(eccentric.e * u) / eccentric.e;
   }
 };
 
 template <class T>
-Plot<T> ForwardExact(const ExactCone& c, Point<T>& p) {
-  const T q = Q(c, Sin(p.y)), root = c.Root(q), sum = root + c.root0;
-  const T drop = (q - c.q0) / OneUnless<T>(sum != T(0), sum);  // rho0 - rho
+Plot<T> ForwardExact(const ExactCone& c, ExactPoint<T>& p) {
+  const T gap = c.Gap(p.y, p.latRest), root = c.Root(gap), sum = root + c.root0;
+  const T drop = c.side * (c.gap0 - gap) / OneUnless<T>(sum != T(0), sum);  // rho0 - rho
   const auto [sine, cosine] = SinCos(c.n * p.x / 2);
   const T rho = c.a * root / c.n;
-  p = {rho * (2 * sine * cosine), c.a * drop + rho * (2 * sine * sine)};
+  p.x = rho * (2 * sine * cosine);
+  p.y = c.a * drop + rho * (2 * sine * sine);
   return Plottable<T>();
 }
 
 template <class T>
 Plot<T> InverseExact(const ExactCone& c, Point<T>& p) {
-  const T x = p.x / c.a, y = p.y / c.a, relative = (c.q0 + (2 * c.root0 * y - c.n * (x * x + y * y))) / c.poleQ;
-  MaskOf<T> plottable = Abs(relative) <= T(1 + kRim);
-  const T across = c.n * x, along = c.root0 - c.n * y, root = Sqrt(across * across + along * along);
+  const T x = p.x / c.a, y = p.y / c.a, across = c.n * x, along = c.root0 - c.n * y;
+  const T square = across * across + along * along, root = Sqrt(square);
+  const T fromOrigin = c.gap0 - c.side * (2 * c.root0 * y - c.n * (x * x + y * y));
+  const MaskOf<T> nearApex = square < T(c.root0 * c.root0 / 4);
+  const T gap = Select(nearApex, (square - c.base) / (c.side * c.n), fromOrigin) / c.poleQ;
+  MaskOf<T> plottable = (gap >= T(-kRim)) & (gap <= T(2 + kRim));
   p = {AlongParallel(Atan2(across, along) / c.n * root, root, plottable),
-       c.authalic.Latitude(Clamp(Select(plottable, relative, T(0)), -1, 1))};
+       c.side * c.authalic.LatitudeOfGap(Clamp(Select(plottable, gap, T(0)), 0, 2))};
   return plottable;
 }
 
@@ -241,25 +276,29 @@ Plot<T> InverseExact(const ExactCone& c, Point<T>& p) {
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
   if (call.exact) {
-    return ForwardExactly(call, kForwardSite, [c = ExactCone(*call.work)](auto& p) { return ForwardExact(c, p); });
+    return ForwardExactly(call, kForwardSite,
+                          [c = Remembered<ExactCone>(call)](auto& p) { return ForwardExact(c, p); });
   }
   if (call.work->Flattening == 0) {
-    return ForwardEach(call, kForwardSite, [c = PrepareSphere(*call.work)](auto& p) { return ForwardSphere(c, p); });
+    return ForwardEach(call, kForwardSite,
+                       [c = Remembered<PrepareSphere>(call)](auto& p) { return ForwardSphere(c, p); });
   }
   return ForwardEach(call, kForwardSite,
-                     [c = PrepareEllipsoid(*call.work)](auto& p) { return ForwardEllipsoid(c, p); });
+                     [c = Remembered<PrepareEllipsoid>(call)](auto& p) { return ForwardEllipsoid(c, p); });
 }
 
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
   if (call.exact) {
-    return InverseExactly(call, kInverseSite, [c = ExactCone(*call.work)](auto& p) { return InverseExact(c, p); });
+    return InverseExactly(call, kInverseSite,
+                          [c = Remembered<ExactCone>(call)](auto& p) { return InverseExact(c, p); });
   }
   if (call.work->Flattening == 0) {
-    return InverseEach(call, kInverseSite, [c = PrepareSphere(*call.work)](auto& p) { return InverseSphere(c, p); });
+    return InverseEach(call, kInverseSite,
+                       [c = Remembered<PrepareSphere>(call)](auto& p) { return InverseSphere(c, p); });
   }
   return InverseEach(call, kInverseSite,
-                     [c = PrepareEllipsoid(*call.work)](auto& p) { return InverseEllipsoid(c, p); });
+                     [c = Remembered<PrepareEllipsoid>(call)](auto& p) { return InverseEllipsoid(c, p); });
 }
 
 bool HasExactForm(const PROJDATA& work) {

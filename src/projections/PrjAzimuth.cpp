@@ -103,7 +103,8 @@ template <class T>
 Plot<T> ForwardObliqueExact(const Constants& c, Point<T>& p) {
   const AzimuthalView<T> view = c.centre.View(p.y, p.x);
   const T sinC = Sqrt(Square(view.east) + Square(view.north));
-  const MaskOf<T> away = sinC != T(0);
+  constexpr double kAntipode = 1e-15;  // sine of the arc between antipodes, by rounding
+  const MaskOf<T> away = sinC > Select(view.cosC < T(0), T(kAntipode), T(0));
   const T k = Select(away, c.R * Atan2(sinC, view.cosC) / OneUnless<T>(away, sinC), T(c.R));
   p = {k * view.east, k * view.north};
   return away | (view.cosC > T(0));

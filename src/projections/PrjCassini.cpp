@@ -52,13 +52,15 @@ Plot<T> InverseSphere(const Constants& c, Point<T>& p) {
 
 // ---- exactly: the whole sphere but for the two ends of the map's axis ----
 
+constexpr double kAxisEnd = 1e-30;  // squared distance from the axis' ends, by rounding
+
 template <class T>
 Plot<T> ForwardExact(const Constants& c, Point<T>& p) {
   const auto [sinPhi, cosPhi] = SinCos(p.y);
   const auto [sinLon, cosLon] = SinCos(p.x);
   const T B = cosPhi * sinLon, along = cosPhi * cosLon;
   p = {c.a * ArcOfSine(B, sinPhi, along), c.a * (Atan2(sinPhi, along) - c.lat0)};  // 13-1, 13-2
-  return !(1 - B * B <= T(0));
+  return sinPhi * sinPhi + along * along > T(kAxisEnd);
 }
 
 template <class T>

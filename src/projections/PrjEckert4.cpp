@@ -110,7 +110,8 @@ Plot<T> InverseExact(const ExactConstants& c, Point<T>& p) {
   const T cosine = Clamp(Abs(height), 0, 1), sine = Sqrt((1 - cosine) * (1 + cosine)), delta = Atan2(sine, cosine);
   const T rest = (delta - sine * cosine) + 2 * Square(sine) / (1 + cosine);  // (2 + pi/2) (1 - sin phi)
   const T half = Sqrt(rest / (2 * kPoleSum));
-  p = {AlongParallel(p.x / c.a, c.width * (1 + sine), plottable), CopySign(kHalfPi - 2 * Asin(half), p.y)};
+  p = {AlongParallel(p.x / c.a, c.width * (1 + sine), plottable, PoleRim(sine)),
+       CopySign(kHalfPi - 2 * Asin(half), p.y)};
   return plottable;
 }
 

@@ -79,6 +79,15 @@ Constants ExactConstants(const PROJDATA& work) {
 }
 
 template <class T>
+Plot<T> ForwardExact(const Constants& c, Point<T>& p) {
+  constexpr double kLimb = 1e-15;  // cosine of 90 degrees of arc, by rounding
+  const AzimuthalView<T> view = c.centre.View(p.y, p.x);
+  const MaskOf<T> plottable = view.cosC > T(kLimb);
+  ForwardOblique(c, p);
+  return plottable;
+}
+
+template <class T>
 Plot<T> InverseExact(const Constants& c, Point<T>& p) {
   const AzimuthalDirection<T> direction{c.R * c.centre.sinLat + p.y * c.centre.cosLat, p.x,
                                         c.R * c.centre.cosLat - p.y * c.centre.sinLat};
@@ -92,8 +101,7 @@ Plot<T> InverseExact(const Constants& c, Point<T>& p) {
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
   if (call.exact) {
-    return ForwardExactly(call, kForwardSite,
-                          [c = ExactConstants(*call.work)](auto& p) { return ForwardOblique(c, p); });
+    return ForwardExactly(call, kForwardSite, [c = ExactConstants(*call.work)](auto& p) { return ForwardExact(c, p); });
   }
   const Constants c(*call.work);
   constexpr double kPoles[] = {kNorthPole, kSouthPole};

@@ -37,22 +37,33 @@ Plot<T> InversePoint(const Constants& c, Point<T>& p) {
   return c.Inverse(u + c.line.u0, v, p.x, p.y);
 }
 
+/// Exactly: nothing so far across that it is the line's pole to rounding.
+template <class T>
+Plot<T> InverseExact(const Constants& c, Point<T>& p) {
+  const T v = c.line.rotate ? p.x * c.line.cosAlpha - p.y * c.line.sinAlpha : p.y;
+  const MaskOf<T> near = Abs(v) <= T(kFarthestAcross * c.line.sphere.R);
+  const Plot<T> plot = InversePoint(c, p);
+  return plot.plottable & near;
+}
+
 }  // namespace
 
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
   if (call.exact) {
-    return ForwardExactly(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardPoint(c, p); });
+    return ForwardExactly(call, kForwardSite,
+                          [c = Remembered<Constants>(call)](auto& p) { return ForwardPoint(c, p); });
   }
-  return ForwardEach(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardPoint(c, p); });
+  return ForwardEach(call, kForwardSite, [c = Remembered<Constants>(call)](auto& p) { return ForwardPoint(c, p); });
 }
 
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
   if (call.exact) {
-    return InverseExactly(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InversePoint(c, p); });
+    return InverseExactly(call, kInverseSite,
+                          [c = Remembered<Constants>(call)](auto& p) { return InverseExact(c, p); });
   }
-  return InverseEach(call, kInverseSite, [c = Constants(*call.work)](auto& p) { return InversePoint(c, p); });
+  return InverseEach(call, kInverseSite, [c = Remembered<Constants>(call)](auto& p) { return InversePoint(c, p); });
 }
 
 bool HasExactForm(const PROJDATA& work) {

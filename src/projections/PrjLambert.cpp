@@ -79,8 +79,9 @@ T ConformalT(const Cone& c, T phi) {
   return sine / cosine / c.factor(1 - 2 * (sine * sine));
 }
 
-/// `needOrigin`: the inverse also refuses cones whose origin has no radius of curvature or whose F vanishes.
-Cone PrepareEllipsoid(const PROJDATA& work, bool needOrigin) {
+/// `kNeedOrigin`: the inverse also refuses cones whose origin has no radius of curvature or whose F vanishes.
+template <bool kNeedOrigin>
+Cone PrepareEllipsoid(const PROJDATA& work) {
   const double lat0 = work.Lat0, lat1 = work.Lat1, lat2 = work.Lat2;
   const double e2 = EccentricitySquared(work.Flattening), e = Sqrt(e2);
   Cone c(e);
@@ -88,7 +89,7 @@ Cone PrepareEllipsoid(const PROJDATA& work, bool needOrigin) {
   const double sin0 = Sin(lat0), sin1 = Sin(lat1), sin2 = Sin(lat2);
   if (1 + e * sin0 == 0 || 1 + e * sin1 == 0 || 1 + e * sin2 == 0) return c;
   const double w1 = 1 - e2 * sin1 * sin1, w2 = 1 - e2 * sin2 * sin2;
-  if (w1 <= 0 || w2 <= 0 || (needOrigin && 1 - e2 * sin0 * sin0 <= 0)) return c;
+  if (w1 <= 0 || w2 <= 0 || (kNeedOrigin && 1 - e2 * sin0 * sin0 <= 0)) return c;
   const double t0 = ConformalT(c, lat0), t1 = ConformalT(c, lat1);
   const double m1 = Cos(lat1) / Sqrt(w1);  // 14-15
   // ln t1 - ln t2 and ln m1 - ln m2, written so that nothing cancels between parallels half a degree apart.
@@ -103,7 +104,7 @@ Cone PrepareEllipsoid(const PROJDATA& work, bool needOrigin) {
   const double P1 = Pow(t1, c.n);
   if (P1 == 0) return c;
   const double F = m1 / (c.n * P1);  // 15-10
-  if (needOrigin && F == 0) return c;
+  if (kNeedOrigin && F == 0) return c;
   c.aF = work.MajorRadius * F;
   c.rho0 = Radius(c, t0);  // 15-7a
   c.usable = true;
@@ -188,7 +189,7 @@ struct ExactCone {
     const double lat0 = work.Lat0, lat1 = work.Lat1, lat2 = work.Lat2;
     usable = IsLatitude(lat0) && Abs(lat1) < kHalfPi && Abs(lat2) < kHalfPi;
     if (!usable) return;
-    const Cone cone = work.Flattening == 0 ? PrepareSphere(work) : PrepareEllipsoid(work, false);
+    const Cone cone = work.Flattening == 0 ? PrepareSphere(work) : PrepareEllipsoid<false>(work);
     n = cone.n;
     const auto [sine, cosine] = SinCos(lat1);
     psi1 = IsometricLatitude(lat1, eccentric);
@@ -233,7 +234,7 @@ Plot<T> InverseExact(const ExactCone& c, Point<T>& p) {
   MaskOf<T> plottable = LatitudeFromIsometric(psi, c.eccentric, lat);
   const T theta = Atan2(sign * p.x, sign * below), perRadian = rho * c.n / c.a;
   p = {AlongParallel(theta / c.n * perRadian, perRadian, plottable), lat};
-  return plottable;
+  return plottable & (sign * RadToDeg(lat) > T(-90));  // the pole away from the apex has no place
 }
 
 }  // namespace
@@ -241,25 +242,29 @@ Plot<T> InverseExact(const ExactCone& c, Point<T>& p) {
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
   if (call.exact) {
-    return ForwardExactly(call, kForwardSite, [c = ExactCone(*call.work)](auto& p) { return ForwardExact(c, p); });
+    return ForwardExactly(call, kForwardSite,
+                          [c = Remembered<ExactCone>(call)](auto& p) { return ForwardExact(c, p); });
   }
   if (call.work->Flattening == 0) {
-    return ForwardEach(call, kForwardSite, [c = PrepareSphere(*call.work)](auto& p) { return ForwardSphere(c, p); });
+    return ForwardEach(call, kForwardSite,
+                       [c = Remembered<PrepareSphere>(call)](auto& p) { return ForwardSphere(c, p); });
   }
   return ForwardEach(call, kForwardSite,
-                     [c = PrepareEllipsoid(*call.work, false)](auto& p) { return ForwardEllipsoid(c, p); });
+                     [c = Remembered<PrepareEllipsoid<false>>(call)](auto& p) { return ForwardEllipsoid(c, p); });
 }
 
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
   if (call.exact) {
-    return InverseExactly(call, kInverseSite, [c = ExactCone(*call.work)](auto& p) { return InverseExact(c, p); });
+    return InverseExactly(call, kInverseSite,
+                          [c = Remembered<ExactCone>(call)](auto& p) { return InverseExact(c, p); });
   }
   if (call.work->Flattening == 0) {
-    return InverseEach(call, kInverseSite, [c = PrepareSphere(*call.work)](auto& p) { return InverseSphere(c, p); });
+    return InverseEach(call, kInverseSite,
+                       [c = Remembered<PrepareSphere>(call)](auto& p) { return InverseSphere(c, p); });
   }
   return InverseEach(call, kInverseSite,
-                     [c = PrepareEllipsoid(*call.work, true)](auto& p) { return InverseEllipsoid(c, p); });
+                     [c = Remembered<PrepareEllipsoid<true>>(call)](auto& p) { return InverseEllipsoid(c, p); });
 }
 
 bool HasExactForm(const PROJDATA& work) {

@@ -88,7 +88,7 @@ Plot<T> InverseExact(const Constants& c, Point<T>& p) {
   T lat;
   MaskOf<T> plottable = LatitudeFromIsometric(p.y / (c.a * c.k), c.factor.Eccentric(), lat);
   p = {AlongParallel(p.x / c.a, T(c.k), plottable), lat};
-  return plottable;
+  return plottable & (Abs(RadToDeg(lat)) < T(90));  // so far north or south that it is the pole, which has no place
 }
 
 }  // namespace

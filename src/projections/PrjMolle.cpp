@@ -102,7 +102,10 @@ template <class T>
 Plot<T> InverseExact(const Constants& c, Point<T>& p) {
   const T height = p.y / c.height;
   MaskOf<T> plottable = Abs(height) <= T(1 + kRim);
-  const T cosine = Clamp(Abs(height), 0, 1), sine = Sqrt((1 - cosine) * (1 + cosine)), u = 2 * Atan2(sine, cosine);
+  const T cosine = Clamp(Abs(height), 0, 1), ofHeight = Sqrt((1 - cosine) * (1 + cosine));
+  // At the very poles the height tells no more of the angle than that the point is on the map.
+  const T least = Abs(p.x) / (c.width * kPi), rim = PoleRim(ofHeight) / kPi;
+  const T sine = Select((least > ofHeight) & (least <= ofHeight + rim), least, ofHeight), u = 2 * Atan2(sine, cosine);
   const T half = Sqrt(ArcLessSine(u, 2 * sine * cosine) / kTwoPi);
   p = {AlongParallel(p.x / c.width, sine, plottable), CopySign(kHalfPi - 2 * Asin(half), p.y)};
   return plottable;

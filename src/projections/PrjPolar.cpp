@@ -266,7 +266,7 @@ Plot<T> InverseExactPolar(const ExactConstants& c, Point<T>& p) {
   const MaskOf<T> found =
       LatitudeFromIsometric(-Log(OneUnless<T>(away, rho / c.polarScale)), c.factor.Eccentric(), lat);
   p = {Select(away, PolarLongitudeDifference(p.x, p.y, c.pole), T(0)), c.pole * Select(away, lat, T(kHalfPi))};
-  return found;
+  return found & (lat >= T(-kRim));
 }
 
 template <class T>
@@ -278,7 +278,7 @@ Plot<T> InverseExactOblique(const ExactConstants& c, Point<T>& p) {
   T lat;
   const MaskOf<T> found = LatitudeOf(c, direction, lat);
   p = {Select(away, direction.LongitudeDifference(), T(0)), Select(away, lat, T(c.centre.lat))};
-  return found;
+  return found & (c.centre.View(p.y, p.x).cosC >= T(-kRim));  // the hemisphere, as forward
 }
 
 }  // namespace
@@ -287,14 +287,14 @@ bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
   KeepCentre(*call.work);
   if (call.exact) {
-    const ExactConstants c(*call.work);
+    const ExactConstants c = Remembered<ExactConstants>(call);
     if (c.pole != 0) return ForwardExactly(call, kForwardSite, [&c](auto& p) { return ForwardExactPolar(c, p); });
     return ForwardExactly(call, kForwardSite, [&c](auto& p) { return ForwardExactOblique(c, p); });
   }
   if (call.work->Flattening == 0) {
-    return ForwardEach(call, kForwardSite, [c = Constants(*call.work)](auto& p) { return ForwardSphere(c, p); });
+    return ForwardEach(call, kForwardSite, [c = Remembered<Constants>(call)](auto& p) { return ForwardSphere(c, p); });
   }
-  EllipsoidConstants c(*call.work);
+  EllipsoidConstants c = Remembered<EllipsoidConstants>(call);
   if (c.pole != 0) return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardEllipsoidPolar(c, p); });
   if (Abs(c.centre.lat) <= kFloatEpsilon) c.PutCentreOnEquator();
   return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardEllipsoidOblique(c, p); });
@@ -304,16 +304,16 @@ bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
   KeepCentre(*call.work);
   if (call.exact) {
-    const ExactConstants c(*call.work);
+    const ExactConstants c = Remembered<ExactConstants>(call);
     if (c.pole != 0) return InverseExactly(call, kInverseSite, [&c](auto& p) { return InverseExactPolar(c, p); });
     return InverseExactly(call, kInverseSite, [&c](auto& p) { return InverseExactOblique(c, p); });
   }
   if (call.work->Flattening == 0) {
-    const Constants c(*call.work);
+    const Constants c = Remembered<Constants>(call);
     if (c.pole != 0) return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseSpherePolar(c, p); });
     return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseSphereOblique(c, p); });
   }
-  const EllipsoidConstants c(*call.work);
+  const EllipsoidConstants c = Remembered<EllipsoidConstants>(call);
   const ConformalSeries series(c.e2);
   if (c.pole != 0) {
     return InverseEach(call, kInverseSite, [&](auto& p) { return InverseEllipsoidPolar(c, series, p); });

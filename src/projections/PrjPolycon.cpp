@@ -217,9 +217,10 @@ Plot<T> InverseExact(const ExactConstants& c, Point<T>& p) {
 bool Forward(const Conversion& call) {
   if (!Ready(call, kForwardSite)) return false;
   if (call.exact) {
-    return ForwardExactly(call, kForwardSite, [c = ExactConstants(*call.work)](auto& p) { return ForwardExact(c, p); });
+    return ForwardExactly(call, kForwardSite,
+                          [c = Remembered<ExactConstants>(call)](auto& p) { return ForwardExact(c, p); });
   }
-  const Constants c(*call.work);
+  const Constants c = Remembered<Constants>(call);
   if (call.work->Flattening == 0) return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardSphere(c, p); });
   return ForwardEach(call, kForwardSite, [&c](auto& p) { return ForwardEllipsoid(c, p); });
 }
@@ -227,9 +228,10 @@ bool Forward(const Conversion& call) {
 bool Inverse(const Conversion& call) {
   if (!Ready(call, kInverseSite)) return false;
   if (call.exact) {
-    return InverseExactly(call, kInverseSite, [c = ExactConstants(*call.work)](auto& p) { return InverseExact(c, p); });
+    return InverseExactly(call, kInverseSite,
+                          [c = Remembered<ExactConstants>(call)](auto& p) { return InverseExact(c, p); });
   }
-  const Constants c(*call.work);
+  const Constants c = Remembered<Constants>(call);
   if (call.work->Flattening == 0) return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseSphere(c, p); });
   return InverseEach(call, kInverseSite, [&c](auto& p) { return InverseEllipsoid(c, p); });
 }

@@ -55,7 +55,7 @@ std::span<const ProjectionRow, kProjectionCount> ProjectionTable() {
 }
 
 bool ConvertOperation::operator()(const Conversion& call) const {
-  const ConversionRow& row = AtLevel<ORVEX_LEVELS_OF(kConversions)>().rows[m_row];
+  const ConversionRow& row = AtLevelFor<ORVEX_LEVELS_OF(kConversions)>(call.count).rows[m_row];
   return (m_inverse ? row.inverse : row.forward)(call);
 }
 

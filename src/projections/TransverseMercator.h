@@ -152,7 +152,7 @@ class ExactTransverseMercator {
     const T sine = cosChi * sinLon, along = cosChi * cosLon;  // sine: hyperbolic tangent of eta'
     const T cosine2 = sinChi * sinChi + along * along;        // 1 - sine^2
     const MaskOf<T> far = plottable & (Abs(sine) > T(m_mostSine));
-    const MaskOf<T> near = (cosine2 > T(0)) & !far;
+    const MaskOf<T> near = (cosine2 > T(kAxisEnd)) & !far;
     plottable = plottable & (far | near);
     const T reciprocal = 1 / OneUnless<T>(near, cosine2);
     // xi' by what it adds to chi, which keeps the digits.
@@ -197,6 +197,7 @@ class ExactTransverseMercator {
   }
 
  private:
+  static constexpr double kAxisEnd = 1e-30;        // squared distance from the ends of the sphere's axis, by rounding
   static constexpr double kFarthest = 40;          // beyond, the map of the sphere is its axis' end to rounding
   static constexpr double kLimitRounding = 1e-11;  // along the parallel; the longitude limit is no edge of the map
 
@@ -259,9 +260,10 @@ template <TMGuards kGuards>
 inline bool TransverseForward(const Conversion& call, const Site& site) {
   if (!Ready(call, site)) return false;
   if (call.exact) {
-    return ForwardExactly(call, site, [c = ExactTransverseMercator(*call.work)](auto& p) { return c.Forward(p); });
+    return ForwardExactly(call, site,
+                          [c = Remembered<ExactTransverseMercator>(call)](auto& p) { return c.Forward(p); });
   }
-  const TransverseMercator<kGuards> c(*call.work);
+  const auto c = Remembered<TransverseMercator<kGuards>>(call);
   if (call.work->Flattening == 0) return ForwardEach(call, site, [&c](auto& p) { return c.ForwardSphere(p); });
   return ForwardEach(call, site, [&c](auto& p) { return c.ForwardEllipsoid(p); });
 }
@@ -270,9 +272,10 @@ template <TMGuards kGuards>
 inline bool TransverseInverse(const Conversion& call, const Site& site) {
   if (!Ready(call, site)) return false;
   if (call.exact) {
-    return InverseExactly(call, site, [c = ExactTransverseMercator(*call.work)](auto& p) { return c.Inverse(p); });
+    return InverseExactly(call, site,
+                          [c = Remembered<ExactTransverseMercator>(call)](auto& p) { return c.Inverse(p); });
   }
-  const TransverseMercator<kGuards> c(*call.work);
+  const auto c = Remembered<TransverseMercator<kGuards>>(call);
   if (call.work->Flattening == 0) return InverseEach(call, site, [&c](auto& p) { return c.InverseSphere(p); });
   return InverseEach(call, site, [&c](auto& p) { return c.InverseEllipsoid(p); });
 }

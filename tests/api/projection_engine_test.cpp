@@ -1,6 +1,8 @@
 // The engine: catalogue, validation, handles, driver and wrapper.
 #include <cstring>
 #include <limits>
+#include <thread>
+#include <vector>
 
 #include "support/Projection.h"
 
@@ -257,6 +259,57 @@ TEST(Driver, LeavesTheArrayWholeWhereAPointAsserts) {
       EXPECT_EQ(std::memcmp(&points[i], &expected, sizeof expected), 0) << i << " with " << before << " before";
     }
   }
+}
+
+// Modules keep the constants of the record that they saw last: calls that alternate between records, ways to compute
+// and threads give what each of them gives alone.
+TEST(Driver, HandlesDoNotMixTheirConstants) {
+  struct Case {
+    CProjector projector;
+    PROJPOINT place, forward, inverse;
+
+    void Check() {
+      PROJPOINT p = place;
+      projector.Forward(&p, 1);
+      EXPECT_EQ(std::memcmp(&p, &forward, sizeof p), 0);
+      projector.Inverse(&p, 1);
+      EXPECT_EQ(std::memcmp(&p, &inverse, sizeof p), 0);
+    }
+  };
+  std::vector<Case> cases;
+  for (const ProjectionForm& form : AllProjections()) {
+    for (const double radius : {6378137.0, 6371000.0}) {
+      for (const ProjAccuracy accuracy : {PA_STATED, PA_EXACT}) {
+        PROJDATA record = form.MakeRecord();
+        record.Ellipsoid = ET_USER_DEFINED;
+        record.MajorRadius = radius;
+        record.Flattening = radius > 6371000 ? 0.0034 : 0;
+        Case each{CProjector(&record), form.Place(0.6, 0.55), {}, {}};
+        EXPECT_TRUE(each.projector.SetAccuracy(accuracy));
+        for (int i = 0; i < 2; ++i) {  // made anew, and kept
+          each.forward = each.place;
+          each.projector.Forward(&each.forward, 1);
+          each.inverse = each.forward;
+          each.projector.Inverse(&each.inverse, 1);
+          if (i == 0) each.Check();
+        }
+        cases.push_back(each);
+      }
+    }
+  }
+  for (Case& each : cases) each.Check();
+  std::vector<Case> others = cases;
+  for (std::size_t i = 0; i < cases.size(); ++i)
+    ASSERT_EQ(others[i].projector.Accuracy(), cases[i].projector.Accuracy());
+  std::thread thread([&others] {
+    for (int turn = 0; turn < 20; ++turn) {
+      for (Case& each : others) each.Check();
+    }
+  });
+  for (int turn = 0; turn < 20; ++turn) {
+    for (std::size_t i = cases.size(); i-- > 0;) cases[i].Check();
+  }
+  thread.join();
 }
 
 TEST(Driver, PointsAreIndependent) {

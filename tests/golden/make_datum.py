@@ -80,12 +80,17 @@ def shift(ellipsoid, params, pm, inverse, lon, lat):
     return [mp.nstr(v * 180 / pi, 20) for v in out]
 
 
-with open("datum.csv", "w") as out:
-    out.write("# Written by make_datum.py; 3 is WGS 84. Origin of every row: 50-digit evaluation of published parameters.\n")
-    out.write("method,from,to,lon,lat,expected_lon,expected_lat\n")
-    for number, ellipsoid, params, pm, points in DATUMS:
-        method = "Molodensky" if len(params.split()) == 3 else "Bursa-Wolf"
-        for point in points:
-            lon, lat = point.split()
-            out.write(f"{method},{number},3,{lon},{lat},{','.join(shift(ellipsoid, params, pm, False, lon, lat))}\n")
-            out.write(f"{method},3,{number},{lon},{lat},{','.join(shift(ellipsoid, params, pm, True, lon, lat))}\n")
+def main():
+    with open("datum.csv", "w") as out:
+        out.write("# Written by make_datum.py; 3 is WGS 84. Origin of every row: 50-digit evaluation of published parameters.\n")
+        out.write("method,from,to,lon,lat,expected_lon,expected_lat\n")
+        for number, ellipsoid, params, pm, points in DATUMS:
+            method = "Molodensky" if len(params.split()) == 3 else "Bursa-Wolf"
+            for point in points:
+                lon, lat = point.split()
+                out.write(f"{method},{number},3,{lon},{lat},{','.join(shift(ellipsoid, params, pm, False, lon, lat))}\n")
+                out.write(f"{method},3,{number},{lon},{lat},{','.join(shift(ellipsoid, params, pm, True, lon, lat))}\n")
+
+
+if __name__ == "__main__":
+    main()

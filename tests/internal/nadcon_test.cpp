@@ -207,21 +207,33 @@ TEST(NadconDriver, eachDatumHasItsPair) {
   write("conus.LOS", 72);
   write("prvi.LAS", -36);
   write("prvi.LOS", -72);
-  const auto convert = [](DatumType datum) {
+  const auto convert = [](DatumType datum, ProjAccuracy accuracy = PA_STATED, DATUMPOINT p = {282, 22}) {  // 78 west
     DATUMXFORM xform{};
     xform.SrcDatum = datum;
     xform.DestDatum = DT_WORLD_GEODETIC_SYSTEM_1984;
-    DATUMPOINT p{282, 22};  // 78 west
-    EXPECT_TRUE(CDatumTransform(&xform).Convert(&p, 1));
-    return p;
+    CDatumTransform transform(&xform);
+    EXPECT_TRUE(transform.SetAccuracy(accuracy) && transform.Convert(&p, 1));
+    return std::pair(p, transform.HadUnplottables());
   };
   // The second step's Molodensky formula with shifts of 0 leaves some 1e-11 degrees.
-  const DATUMPOINT conus = convert(DT_NAD_1927_CONUS_NADCON);
+  const DATUMPOINT conus = convert(DT_NAD_1927_CONUS_NADCON).first;
   EXPECT_NEAR(conus.x, 282.01, 1e-9);
   EXPECT_NEAR(conus.y, 22.02, 1e-9);
-  const DATUMPOINT prvi = convert(DT_NAD_1927_PUERTO_RICO_AND_VIRGIN_ISLANDS_NADCON);
+  const DATUMPOINT prvi = convert(DT_NAD_1927_PUERTO_RICO_AND_VIRGIN_ISLANDS_NADCON).first;
   EXPECT_NEAR(prvi.x, 281.99, 1e-9);
   EXPECT_NEAR(prvi.y, 21.98, 1e-9);
+  // Exact: latitudes by the one file, longitudes, which are published west-positive, by the other; no shift from the
+  // dummy words in the spacing west of the first column, and what lies outside is passed on and reported.
+  const auto [exact, reported] = convert(DT_NAD_1927_CONUS_NADCON, PA_EXACT);
+  EXPECT_NEAR(exact.x, 281.98, 1e-9);
+  EXPECT_NEAR(exact.y, 22.01, 1e-9);
+  EXPECT_FALSE(reported);
+  for (const DATUMPOINT& outside : {DATUMPOINT{-78, 40}, {-80.125, 22}, {-78, 19.875}, {-72.625, 22}}) {
+    const auto [same, missed] = convert(DT_NAD_1927_CONUS_NADCON, PA_EXACT, outside);
+    EXPECT_NEAR(same.x, outside.x, 1e-9);
+    EXPECT_NEAR(same.y, outside.y, 1e-9);
+    EXPECT_TRUE(missed) << outside.x << ", " << outside.y;
+  }
   std::filesystem::remove(files.paths[1]);
   EXPECT_THROW(convert(DT_NAD_1927_CONUS_NADCON), shr::Exception);
 }

@@ -35,7 +35,11 @@ class CsvFile {
 
 /// Checks every row of a golden file in both directions. Columns: projection (display name), parameters, lon, lat, x,
 /// y, tol_xy (map units; empty: forward not checked), tol_deg (degrees of arc; empty: inverse not checked), origin.
-void CheckGolden(const std::string& file);
+/// The way of computing and, where named, the one projection to look at are the caller's.
+void CheckGolden(const std::string& file, ProjAccuracy accuracy = PA_STATED, const std::string& projection = {});
+
+/// A projector that computes exactly; fails the test where the choice is not taken.
+CProjector ExactProjector(PROJDATA record);
 
 /// Single points through a projector; an exception fails as usual.
 PROJPOINT Forward(CProjector& projector, double lon, double lat);

@@ -170,7 +170,7 @@ bool FindNadconCell(const NadconFiles& grid, NadconExtent extent, double x, doub
 
 bool ConvertNadcon(const char* region, DATUMPOINT* pts, int n) {
   const NadconFiles grid(region);
-  ActiveDatumOperations().shift(ViewOf(pts), n, {StepKind::Nadcon, &grid});
+  DatumOperationsFor(n).shift(ViewOf(pts), n, {StepKind::Nadcon, &grid});
   return true;
 }
 

@@ -63,7 +63,7 @@ int ConvertNtv2(DATUMPOINT* pts, int n, Ntv2Direction direction) {
   std::shared_ptr<const Ntv2Grid> grid;
   if (const int result = LoadNtv2(grid); result != 0) return result;
   const Ntv2Step step{grid.get()};
-  ActiveDatumOperations().shift(
+  DatumOperationsFor(n).shift(
       ViewOf(pts), n, {direction == Ntv2Direction::Forward ? StepKind::Ntv2Forward : StepKind::Ntv2Inverse, &step});
   return 0;
 }
