@@ -86,6 +86,8 @@ class Side {
                   "-datum names a datum of the catalogue to be taken for it");
   }
 
+  int Code() const { return m_system ? m_system->System().code : 0; }
+
   void Warn() const {
     if (m_system && m_system->Outside() > 0) {
       std::cerr << "orvex: points outside the area of " << m_system->System().Label() << " ("
@@ -155,7 +157,10 @@ int ConvertSystems(const SideOptions& from, const SideOptions& to, const std::st
   if (!table.quiet) {
     for (const Side* side : {&source, &destination}) side->SayDeprecated();
   }
-  const int status = ConvertTable(table, source.KindOfCoordinates(), destination.KindOfCoordinates(),
+  TableOptions options = table;
+  options.sourceCode = source.Code();
+  options.resultCode = destination.Code();
+  const int status = ConvertTable(options, source.KindOfCoordinates(), destination.KindOfCoordinates(),
                                   [&](std::vector<PROJPOINT>& points) {
                                     source.ToGeographic(points);
                                     if (datums) {

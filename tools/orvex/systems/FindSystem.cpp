@@ -29,12 +29,6 @@ std::string Condensed(std::string_view text) {
   return condensed;
 }
 
-const CoordinateSystem* FindCode(int code) {
-  const auto systems = CoordinateSystems();
-  const auto found = std::ranges::lower_bound(systems, code, {}, &CoordinateSystem::code);
-  return found != systems.end() && found->code == code ? &*found : nullptr;
-}
-
 /// The digits of a code in one of its spellings, "" for any other text.
 std::string CodeDigits(const std::string& text) {
   const std::string lower = Lower(text);
@@ -85,6 +79,12 @@ std::string Labels(const std::vector<const CoordinateSystem*>& systems) {
 }
 
 }  // namespace
+
+const CoordinateSystem* FindCode(int code) {
+  const auto systems = CoordinateSystems();
+  const auto found = std::ranges::lower_bound(systems, code, {}, &CoordinateSystem::code);
+  return found != systems.end() && found->code == code ? &*found : nullptr;
+}
 
 const CoordinateSystem& FindSystem(const std::string& text) {
   if (const std::string digits = CodeDigits(text); !digits.empty()) {

@@ -15,6 +15,9 @@ namespace orvex::tool {
 /// unambiguous). Throws Failure when there is none, or more than one.
 const CoordinateSystem& FindSystem(const std::string& text);
 
+/// The system with a code, null when there is none.
+const CoordinateSystem* FindCode(int code);
+
 /// The systems that hold every word of a text in their label, name or area, at a point if one is given; by code.
 std::vector<const CoordinateSystem*> SearchSystems(const std::string& text, const std::optional<PROJPOINT>& at);
 

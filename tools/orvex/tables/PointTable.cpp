@@ -12,6 +12,7 @@
 
 #include "Failure.h"
 #include "commands/Names.h"
+#include "geojson/GeoJson.h"
 #include "tables/Columns.h"
 #include "tables/Fields.h"
 #include "tables/Files.h"
@@ -243,10 +244,12 @@ void AddTableOptions(CLI::App& command, TableOptions& options) {
       ->check(CLI::Range(0, 17));
   command.add_flag("--dms", options.format.dms, "Write degrees as degree-minute-second text");
   command.add_flag("--keep", options.keep, "Keep the input coordinates and append the results");
+  command.add_flag("--geojson", options.geoJson, "The input is GeoJSON (otherwise told by the name of the file)");
   command.add_flag("-q,--quiet", options.quiet, "No progress and no summary");
 }
 
 int ConvertTable(const TableOptions& options, Kind from, Kind to, const Converter& convert) {
+  if (options.geoJson || IsGeoJsonName(options.file)) return ConvertGeoJson(options, from, to, convert);
   RefuseSameFile(options.file, options.output);
   std::ifstream file;
   std::uint64_t size = 0;

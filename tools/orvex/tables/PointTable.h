@@ -19,9 +19,11 @@ struct TableOptions {
   std::string output = "-";  ///< "-": standard output
   std::string delimiter;     ///< "": by the first line; "," ";" "|" "tab" or "blank"
   std::string xColumn,
-      yColumn;         ///< name or number from 1; "": lon/x/easting and lat/y/northing in a header, else 1 and 2
-  bool keep = false;   ///< keep the input columns and append the results
-  bool quiet = false;  ///< no summary, no progress
+      yColumn;           ///< name or number from 1; "": lon/x/easting and lat/y/northing in a header, else 1 and 2
+  bool keep = false;     ///< keep the input columns and append the results
+  bool quiet = false;    ///< no summary, no progress
+  bool geoJson = false;  ///< the file is GeoJSON whatever its name
+  int sourceCode = 0, resultCode = 0;  ///< EPSG codes of the sides for GeoJSON, 0 where none is named
   Format format;
 };
 

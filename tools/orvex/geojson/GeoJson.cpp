@@ -1,0 +1,316 @@
+// GeoJson - converts the coordinates of GeoJSON texts (RFC 7946) and keeps everything else.
+#include "geojson/GeoJson.h"
+
+#include <algorithm>
+#include <cfloat>
+#include <cmath>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+
+#include <nlohmann/json.hpp>
+
+#include "Failure.h"
+#include "commands/Names.h"
+#include "systems/FindSystem.h"
+#include "tables/Files.h"
+
+namespace orvex::tool {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr int kDegreeDecimals = 9, kLengthDecimals = 4;
+constexpr int kMostDecimals = 15;  // to which a double is worth rounding
+constexpr int kMostNesting = 100;
+constexpr int kWgs84 = 4326;
+
+/// How deep the arrays of positions of a type lie; -1 for types without coordinates of their own.
+int DepthOf(const std::string& type) {
+  static constexpr std::pair<const char*, int> kDepths[] = {
+      {"Point", 0}, {"MultiPoint", 1}, {"LineString", 1}, {"MultiLineString", 2}, {"Polygon", 2}, {"MultiPolygon", 3}};
+  for (const auto& [name, depth] : kDepths) {
+    if (type == name) return depth;
+  }
+  return -1;
+}
+
+/// Runs through a text twice in the same order: to gather the positions, and to store the results.
+class Walker {
+ public:
+  explicit Walker(int decimals) : m_unit(std::pow(10.0, std::min(decimals, kMostDecimals))) {}
+
+  void Gather(const Json& object) {
+    const std::string type = TypeOf(object);
+    if (type == "FeatureCollection") {
+      for (const Json& feature : Member(object, "features", type)) GatherFeature(feature);
+    } else if (type == "Feature") {
+      GatherFeature(object);
+    } else {
+      GatherGeometry(object);
+    }
+  }
+
+  std::vector<PROJPOINT>& Points() { return m_points; }
+
+  void Store(Json& object) {
+    object.erase("crs");  // what the text was in before
+    const std::string type = TypeOf(object);
+    Bounds bounds;
+    if (type == "FeatureCollection") {
+      for (Json& feature : object["features"]) bounds.Add(StoreFeature(feature));
+      StoreBounds(object, bounds);
+    } else if (type == "Feature") {
+      StoreFeature(object);
+    } else {
+      StoreGeometry(object);
+    }
+  }
+
+  std::size_t Unplottable() const { return m_unplottable; }
+
+ private:
+  struct Bounds {
+    double west = DBL_MAX, south = DBL_MAX, east = -DBL_MAX, north = -DBL_MAX;
+
+    void Add(const Bounds& other) {
+      west = std::min(west, other.west);
+      south = std::min(south, other.south);
+      east = std::max(east, other.east);
+      north = std::max(north, other.north);
+    }
+  };
+
+  [[noreturn]] void Refuse(const std::string& what) const {
+    throw Failure(m_features == 0 ? what : "feature " + std::to_string(m_features) + ": " + what);
+  }
+
+  std::string TypeOf(const Json& object) const {
+    if (!object.is_object() || !object.contains("type") || !object["type"].is_string()) {
+      Refuse("an object without \"type\"");
+    }
+    return object["type"].get<std::string>();
+  }
+
+  const Json& Member(const Json& object, const char* name, const std::string& type) const {
+    if (!object.contains(name) || !object[name].is_array()) Refuse(type + " without \"" + name + "\"");
+    return object[name];
+  }
+
+  void GatherFeature(const Json& feature) {
+    ++m_features;
+    if (TypeOf(feature) != "Feature") Refuse("not a Feature but \"" + TypeOf(feature) + "\"");
+    if (!feature.contains("geometry")) Refuse("no geometry");
+    if (!feature["geometry"].is_null()) GatherGeometry(feature["geometry"]);
+  }
+
+  void GatherGeometry(const Json& geometry, int nesting = 0) {
+    const std::string type = TypeOf(geometry);
+    if (nesting > kMostNesting) Refuse("collections too deep within each other");
+    if (type == "GeometryCollection") {
+      for (const Json& part : Member(geometry, "geometries", type)) GatherGeometry(part, nesting + 1);
+      return;
+    }
+    const int depth = DepthOf(type);
+    if (depth < 0) Refuse("no GeoJSON type: \"" + type + "\"");
+    const Json& coordinates = Member(geometry, "coordinates", type);
+    if (depth > 0 || !coordinates.empty()) GatherPositions(coordinates, depth);  // an empty Point is nowhere
+  }
+
+  void GatherPositions(const Json& value, int depth) {
+    if (!value.is_array()) Refuse("coordinates that are no array");
+    if (depth > 0) {
+      for (const Json& part : value) GatherPositions(part, depth - 1);
+      return;
+    }
+    if (value.size() < 2 || !value[0].is_number() || !value[1].is_number()) {
+      Refuse("a position is no pair of numbers: " + value.dump().substr(0, 40));
+    }
+    m_points.push_back({value[0].get<double>(), value[1].get<double>()});
+  }
+
+  Bounds StoreFeature(Json& feature) {
+    feature.erase("crs");
+    const Bounds bounds = feature["geometry"].is_null() ? Bounds{} : StoreGeometry(feature["geometry"]);
+    StoreBounds(feature, bounds);
+    return bounds;
+  }
+
+  Bounds StoreGeometry(Json& geometry) {
+    Bounds bounds;
+    if (geometry["type"] == "GeometryCollection") {
+      for (Json& part : geometry["geometries"]) bounds.Add(StoreGeometry(part));
+    } else {
+      Json& coordinates = geometry["coordinates"];
+      const std::size_t unplottable = m_unplottable;
+      const int depth = DepthOf(geometry["type"]);
+      if (depth > 0 || !coordinates.empty()) StorePositions(coordinates, depth, bounds);
+      if (m_unplottable > unplottable) {
+        coordinates = Json::array();
+        bounds = {};
+      }
+    }
+    StoreBounds(geometry, bounds);
+    return bounds;
+  }
+
+  void StorePositions(Json& value, int depth, Bounds& bounds) {
+    if (depth > 0) {
+      for (Json& part : value) StorePositions(part, depth - 1, bounds);
+      return;
+    }
+    const PROJPOINT point = m_points[m_next++];
+    if (point.x == DBL_MAX || point.y == DBL_MAX) {
+      ++m_unplottable;
+      return;
+    }
+    value[0] = Rounded(point.x);
+    value[1] = Rounded(point.y);
+    bounds.Add({value[0], value[1], value[0], value[1]});
+  }
+
+  /// Bounds that an object had are made anew; heights in them stay.
+  void StoreBounds(Json& object, const Bounds& bounds) const {
+    const auto box = object.find("bbox");
+    if (box == object.end()) return;
+    if (!box->is_array() || box->size() < 4 || bounds.west > bounds.east) {
+      object.erase(box);
+      return;
+    }
+    const std::size_t dimensions = box->size() / 2;
+    (*box)[0] = bounds.west;
+    (*box)[1] = bounds.south;
+    (*box)[dimensions] = bounds.east;
+    (*box)[dimensions + 1] = bounds.north;
+  }
+
+  double Rounded(double value) const {
+    const double rounded = std::round(value * m_unit) / m_unit;
+    return std::isfinite(rounded) ? rounded + 0.0 : value;  // no negative zero
+  }
+
+  double m_unit;
+  std::vector<PROJPOINT> m_points;
+  std::size_t m_next = 0, m_unplottable = 0, m_features = 0;
+};
+
+std::string ReadAll(const std::string& file) {
+  std::ifstream stream;
+  if (file != "-") OpenInput(file, stream);
+  std::istream& in = file == "-" ? std::cin : stream;
+  std::string text{std::istreambuf_iterator<char>(in), {}};
+  if (in.bad()) throw Failure("cannot read the input to its end");
+  return text;
+}
+
+/// The text as it is written: a collection with a line for each of its features.
+std::string Dump(const Json& root) {
+  if (root["type"] != "FeatureCollection") return root.dump() + "\n";
+  std::string text = "{";
+  for (const auto& [name, value] : root.items()) {
+    text += (text.size() == 1 ? "\n" : ",\n") + Json(name).dump() + ": ";
+    if (name != "features") {
+      text += value.dump();
+      continue;
+    }
+    text += "[";
+    for (std::size_t i = 0; i < value.size(); ++i) text += (i == 0 ? "\n" : ",\n") + value[i].dump();
+    text += "\n]";
+  }
+  return text + "\n}\n";
+}
+
+/// The code that a text says it is in by the member "crs", 0 when it has none that is known.
+int StatedCode(const Json& root) {
+  const Json::json_pointer place("/crs/properties/name");
+  if (!root.contains(place) || !root[place].is_string()) return 0;
+  const std::string name = root[place];
+  const std::size_t colon = name.rfind(':');
+  const std::string code = colon == std::string::npos ? "" : name.substr(colon + 1);
+  if (code == "CRS84") return kWgs84;
+  const bool digits = !code.empty() && code.size() < 7 && code.find_first_not_of("0123456789") == std::string::npos;
+  return digits ? ParseInteger(code, "code") : 0;
+}
+
+/// A text that says what it is in is believed.
+void CompareSystems(const Json& root, int source, Kind from) {
+  const int stated = StatedCode(root);
+  if (stated == 0 || stated == source) return;
+  const std::string label = "EPSG:" + std::to_string(stated);
+  if (source != 0) throw Failure("it says that it is in " + label + ", not in EPSG:" + std::to_string(source));
+  const CoordinateSystem* const system = FindCode(stated);
+  if (system != nullptr && system->IsProjected() && from == Kind::Geographic) {
+    throw Failure("it says that it is in " + label + ", not in longitude and latitude; say: orvex convert --from " +
+                  label);
+  }
+}
+
+Json SystemMember(int code) {
+  return {{"type", "name"}, {"properties", {{"name", "urn:ogc:def:crs:EPSG::" + std::to_string(code)}}}};
+}
+
+/// The text with that member second, behind the type.
+Json WithSystem(const Json& root, int code) {
+  Json result = {{"type", root["type"]}, {"crs", SystemMember(code)}};
+  for (const auto& [name, value] : root.items()) {
+    if (name != "type") result[name] = value;
+  }
+  return result;
+}
+
+void RefuseTableOptions(const TableOptions& options) {
+  if (options.keep || options.format.dms || !options.delimiter.empty() || !options.xColumn.empty() ||
+      !options.yColumn.empty()) {
+    throw Failure("--keep, --dms, --delimiter, --x and --y belong to tables; the input is GeoJSON");
+  }
+}
+
+void Write(const std::string& file, const std::string& text) {
+  std::ofstream target;
+  if (file != "-") {
+    target.open(file, std::ios::binary);
+    if (!target) throw Failure("cannot write " + file);
+  }
+  std::ostream& out = file == "-" ? std::cout : target;
+  out.write(text.data(), static_cast<std::streamsize>(text.size()));
+  out.flush();
+  if (!out) throw Failure("cannot write the output");
+}
+
+}  // namespace
+
+bool IsGeoJsonName(const std::string& file) {
+  const std::string lower = Lower(file);
+  return lower.ends_with(".geojson") || lower.ends_with(".json");
+}
+
+int ConvertGeoJson(const TableOptions& options, Kind from, Kind to, const Converter& convert) {
+  RefuseTableOptions(options);
+  RefuseSameFile(options.file, options.output);
+  const int usual = to == Kind::Geographic ? kDegreeDecimals : kLengthDecimals;
+  Walker walker(options.format.decimals < 0 ? usual : options.format.decimals);
+  Json root;
+  try {
+    root = Json::parse(ReadAll(options.file));
+    walker.Gather(root);
+    CompareSystems(root, options.sourceCode, from);
+  } catch (const Json::exception& e) {
+    throw Failure(DisplayName(options.file) + " is no JSON: " + e.what());
+  } catch (const Failure& e) {
+    throw Failure(DisplayName(options.file) + ": " + e.what());
+  }
+  const std::size_t count = walker.Points().size();
+  if (count > 0) convert(walker.Points());
+  walker.Store(root);
+  const bool said = options.resultCode != 0 && options.resultCode != kWgs84;
+  Write(options.output, Dump(said ? WithSystem(root, options.resultCode) : root));
+  if (walker.Unplottable() == 0) return kSuccess;
+  if (!options.quiet) {
+    std::cerr << "orvex: points converted: " << count - walker.Unplottable()
+              << ", unplottable: " << walker.Unplottable() << "\n";
+  }
+  return kSomePointsFailed;
+}
+
+}  // namespace orvex::tool
