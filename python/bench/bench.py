@@ -1,6 +1,6 @@
-"""Measures the package: against pyproj, by threads, as arrays grow, and on Dask's workers.
+"""Measures the package: against pyproj, by threads, as arrays grow, stage by stage, and on Dask's workers.
 
-    bench.py [peers] [threads] [growth] [dask] [--points N] [--largest N] [--repetitions N] [--write PAGE]
+    bench.py [peers] [threads] [growth] [stages] [dask] [--points N] [--largest N] [--repetitions N] [--write PAGE]
 
 Everything is timed in one run, the contestants by turns, so that what else the machine does falls on all of them. Ratios
 to pyproj are those of processor time, one thread each, paired; what threads and workers gain is wall-clock time, the
@@ -197,6 +197,51 @@ def measure_dask(largest: int, repetitions: int) -> str:
     return table(header, rows)
 
 
+# ---- where the time goes ----
+
+
+def measure_stages(points: int, repetitions: int) -> str:
+    """Each stage of a table's way on one core, in processor time; the shuffle on two workers, by the clock."""
+    import tempfile
+
+    import pandas
+
+    way = orvex.Transformer("EPSG:32039", "EPSG:32614")
+    frame = _generated(0, points)
+    with tempfile.TemporaryDirectory() as directory:
+        text, binary = pathlib.Path(directory, "places.csv"), pathlib.Path(directory, "places.npy")
+        frame.to_csv(text, index=False, float_format="%.3f")
+        np.save(binary, frame.to_numpy())
+        pairs = np.load(binary)
+        stages: List[Tuple[str, Timed]] = [
+            ("reading text (CSV)", lambda: pandas.read_csv(text)),
+            ("reading binary (npy)", lambda: np.load(binary)),
+            ("converting, new arrays", lambda: way.transform(pairs[:, 0], pairs[:, 1], threads=1)),
+            ("writing binary (npy)", lambda: np.save(binary, pairs)),
+            ("writing text (CSV)", lambda: frame.to_csv(text, index=False, float_format="%.3f")),
+        ]
+        times = by_turns(time.process_time, repetitions, *(work for _, work in stages))
+    rows = [[name, f"{statistics.median(each) / points * 1e9:.0f}"] for (name, _), each in zip(stages, times)]
+    rows.append(["shuffling between two workers, by the clock", f"{_shuffle_seconds(points) / points * 1e9:.0f}"])
+    return table(["stage", "ns a point"], rows)
+
+
+def _shuffle_seconds(points: int) -> float:
+    """Every row goes to the partition of its strip of the map."""
+    import dask
+    import dask.dataframe as dd
+    import distributed
+
+    with distributed.LocalCluster(n_workers=2, threads_per_worker=1, host="127.0.0.1",
+                                  dashboard_address=None) as cluster, distributed.Client(cluster) as client:
+        parts = [dask.delayed(_generated)(block, points // 8) for block in range(8)]
+        frame = client.persist(dd.from_delayed(parts, meta=_generated(0, 0)))
+        distributed.wait(frame)
+        strips = [1.5e6 + 125e3 * strip for strip in range(9)]
+        return clocked(time.perf_counter, lambda: distributed.wait(
+            client.persist(frame.set_index("x", divisions=strips, shuffle="tasks"))))
+
+
 def write(page: pathlib.Path, topic: str, text: str) -> None:
     marks = f"<!-- {topic} -->", f"<!-- end of {topic} -->"
     old = page.read_text(encoding="utf-8")
@@ -208,7 +253,7 @@ def write(page: pathlib.Path, topic: str, text: str) -> None:
 
 def main() -> None:
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("topics", nargs="*", choices=["peers", "threads", "growth", "dask", []])
+    parser.add_argument("topics", nargs="*", choices=["peers", "threads", "growth", "stages", "dask", []])
     parser.add_argument("--points", type=int, default=10**6)
     parser.add_argument("--largest", type=int, default=10**8)
     parser.add_argument("--repetitions", type=int, default=5)
@@ -218,6 +263,7 @@ def main() -> None:
         "peers": lambda: measure_peers(options.points, options.repetitions),
         "threads": lambda: measure_threads(options.points, options.repetitions),
         "growth": lambda: measure_growth(options.largest),
+        "stages": lambda: measure_stages(options.points, options.repetitions),
         "dask": lambda: measure_dask(options.largest, options.repetitions),
     }
     for topic in options.topics or work:

