@@ -4,9 +4,12 @@ import os
 from typing import Any, NamedTuple, Optional, Sequence, Tuple
 
 import numpy as np
+from numpy.typing import NDArray
 
 from ._core import Conversion
 from ._errors import UNPLOTTABLE, OrvexError
+
+Array = NDArray[Any]
 
 #: Up to here one thread has done its work before others are under way.
 FEW_POINTS = 100_000
@@ -15,8 +18,8 @@ FEW_POINTS = 100_000
 class Column(NamedTuple):
     """One coordinate of all points: aligned native doubles, and where they are masked."""
 
-    values: np.ndarray
-    mask: Optional[np.ndarray]
+    values: Array
+    mask: Optional[Array]
 
 
 def column(values: Any, name: str) -> Column:
@@ -26,7 +29,7 @@ def column(values: Any, name: str) -> Column:
         raise OrvexError(f"{name} is None, not real numbers")
     if isinstance(values, np.ma.MaskedArray):
         mask = np.ma.getmaskarray(values)
-        values = values.astype(np.float64).filled(np.nan)
+        values = np.ma.filled(values.astype(np.float64), np.nan)
     elif hasattr(values, "to_numpy") and getattr(values, "ndim", 1) == 1 and hasattr(values, "dtype"):
         values = _from_series(values, name)
     try:
@@ -41,7 +44,7 @@ def column(values: Any, name: str) -> Column:
     return Column(np.require(array, np.float64, ["ALIGNED"]), mask)
 
 
-def _from_series(series: Any, name: str) -> np.ndarray:
+def _from_series(series: Any, name: str) -> Array:
     """A column of a table; what is missing there is NaN."""
     if series.dtype == object or getattr(series.dtype, "kind", "O") not in "fiu":
         return np.asarray(series)
@@ -51,7 +54,7 @@ def _from_series(series: Any, name: str) -> np.ndarray:
         raise OrvexError(f"{name} does not hold real numbers: {error}") from None
 
 
-def _from_objects(array: np.ndarray, name: str) -> np.ndarray:
+def _from_objects(array: Array, name: str) -> Array:
     if any(isinstance(value, (str, bytes, bool, complex)) for value in array.flat):
         raise OrvexError(f"{name} holds objects that are not real numbers")
     try:
@@ -115,14 +118,14 @@ def _convert_pairs(conversion: Conversion, points: Any, out: Any, errors: str, t
     return target if mask is None else np.ma.array(target, mask=np.column_stack([mask, mask]))
 
 
-def _joined(a: Optional[np.ndarray], b: Optional[np.ndarray], shape: Tuple[int, ...]) -> Optional[np.ndarray]:
+def _joined(a: Optional[Array], b: Optional[Array], shape: Tuple[int, ...]) -> Optional[Array]:
     if a is None and b is None:
         return None
     none = np.zeros((), bool)
     return np.array(np.broadcast_to(none if a is None else a, shape) | np.broadcast_to(none if b is None else b, shape))
 
 
-def _checked(array: Any, shape: Tuple[int, ...]) -> np.ndarray:
+def _checked(array: Any, shape: Tuple[int, ...]) -> Array:
     if not isinstance(array, np.ndarray) or isinstance(array, np.ma.MaskedArray) or array.dtype != np.float64 \
             or not array.dtype.isnative:
         raise OrvexError("out takes arrays of float64")
@@ -133,7 +136,7 @@ def _checked(array: Any, shape: Tuple[int, ...]) -> np.ndarray:
     return array
 
 
-def _targets(out: Any, shape: Tuple[int, ...]) -> Tuple[np.ndarray, np.ndarray]:
+def _targets(out: Any, shape: Tuple[int, ...]) -> Tuple[Array, Array]:
     """The arrays for both results: two new ones, the two of a pair, or both halves of one (..., 2) array."""
     if out is None:
         return np.empty(shape), np.empty(shape)
@@ -148,19 +151,19 @@ def _targets(out: Any, shape: Tuple[int, ...]) -> Tuple[np.ndarray, np.ndarray]:
     return out_x, out_y
 
 
-def _overlap(a: np.ndarray, b: np.ndarray) -> bool:
+def _overlap(a: Array, b: Array) -> bool:
     try:
         return np.shares_memory(a, b, max_work=10_000)
     except np.TooHardError:
         return True
 
 
-def _same_places(a: np.ndarray, b: np.ndarray) -> bool:
+def _same_places(a: Array, b: Array) -> bool:
     return a.__array_interface__["data"] == b.__array_interface__["data"] and a.strides == b.strides
 
 
-def _run(conversion: Conversion, given: Sequence[np.ndarray], targets: Sequence[np.ndarray],
-         mask: Optional[np.ndarray], fresh: bool, errors: str, threads: Optional[int], names: Tuple[str, str]) -> None:
+def _run(conversion: Conversion, given: Sequence[Array], targets: Sequence[Array],
+         mask: Optional[Array], fresh: bool, errors: str, threads: Optional[int], names: Tuple[str, str]) -> None:
     """Converts into the targets. Straight where nothing can be spoilt: a call that is going to raise, or whose results
     lie over points that are still to be read, goes through arrays of its own."""
     workers = thread_count(threads, given[0].size)
@@ -177,7 +180,7 @@ def _run(conversion: Conversion, given: Sequence[np.ndarray], targets: Sequence[
             target[...] = result
 
 
-def _refuse(given: Sequence[np.ndarray], result: np.ndarray, mask: Optional[np.ndarray],
+def _refuse(given: Sequence[Array], result: Array, mask: Optional[Array],
             names: Tuple[str, str]) -> None:
     failed = np.isnan(result) if mask is None else np.isnan(result) & ~mask
     count = int(failed.sum())

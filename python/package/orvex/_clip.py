@@ -5,11 +5,12 @@ from typing import Any, List, Optional
 import numpy as np
 
 from . import _arrays
+from ._arrays import Array
 from ._errors import OrvexError
 from ._projection import Projection
 
 
-def clip(projection: Projection, shapes: Any = None, *, rings: Any = None, lines: Any = None) -> List[np.ndarray]:
+def clip(projection: Projection, shapes: Any = None, *, rings: Any = None, lines: Any = None) -> List[Array]:
     """What of the shapes a projection can show, still in degrees: a list of (m, 2) arrays to be projected.
 
     rings
@@ -40,14 +41,14 @@ def clip(projection: Projection, shapes: Any = None, *, rings: Any = None, lines
     return [piece for part in parts for piece in projection._record.clip_line(part)]
 
 
-def _parts(shapes: Any) -> List[np.ndarray]:
+def _parts(shapes: Any) -> List[Array]:
     if isinstance(shapes, np.ndarray) and shapes.ndim == 2 and shapes.dtype != object:
         return [_part(shapes)]
     try:
         parts = list(shapes)
     except TypeError:
         raise OrvexError(f"shapes are (n, 2) arrays, not {shapes!r}") from None
-    first: Optional[np.ndarray] = None
+    first: Optional[Array] = None
     if parts and not isinstance(parts[0], np.ndarray):
         try:
             first = np.asarray(parts[0], np.float64)
@@ -58,7 +59,7 @@ def _parts(shapes: Any) -> List[np.ndarray]:
     return [_part(part) for part in parts]
 
 
-def _part(points: Any) -> np.ndarray:
+def _part(points: Any) -> Array:
     given = _arrays.column(points, "a shape")
     if given.values.ndim != 2 or given.values.shape[1] != 2:
         raise OrvexError(f"a shape has the dimensions (n, 2), not {given.values.shape}")
@@ -69,9 +70,9 @@ def _part(points: Any) -> np.ndarray:
     return given.values
 
 
-def _is_closed(part: np.ndarray) -> bool:
+def _is_closed(part: Array) -> bool:
     return len(part) > 3 and bool((part[0] == part[-1]).all())
 
 
-def _closed(ring: np.ndarray) -> np.ndarray:
+def _closed(ring: Array) -> Array:
     return ring if (ring[0] == ring[-1]).all() else np.vstack([ring, ring[:1]])

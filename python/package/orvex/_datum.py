@@ -73,9 +73,10 @@ class Datum:
             dx, dy, dz in metres; rx, ry, rz in arcseconds, position-vector convention; k in parts per million;
             prime_meridian in degrees east of Greenwich.
         """
+        given: Dict[str, Any] = {"method": method, **parameters}
         if ellipsoid is not None:
-            parameters["ellipsoid"] = ellipsoid  # type: ignore[assignment]
-        return cls(name, method=method, **parameters)
+            given["ellipsoid"] = ellipsoid
+        return cls(name, **given)
 
     @classmethod
     def numbered(cls, number: int) -> "Datum":

@@ -5,6 +5,7 @@ from typing import Any, Dict, NamedTuple, Optional, Tuple
 import numpy as np
 
 from . import _arrays, _core
+from ._arrays import Array
 from ._errors import OrvexError
 from ._names import find_name
 
@@ -31,14 +32,14 @@ def _find(text: str) -> _Method:
     return _METHODS[find_name("method", text, names) % len(_METHODS)]
 
 
-def _pairs(points: Any, what: str) -> np.ndarray:
+def _pairs(points: Any, what: str) -> Array:
     array = _arrays.column(points, what).values
     if array.ndim != 2 or array.shape[1] != 2:
         raise OrvexError(f"{what} has the shape (n, 2), not {array.shape}")
     return array
 
 
-def _controls(controls: Any) -> Tuple[np.ndarray, np.ndarray]:
+def _controls(controls: Any) -> Tuple[Array, Array]:
     if isinstance(controls, tuple) and len(controls) == 2:
         source, target = _pairs(controls[0], "the source of the controls"), _pairs(controls[1], "their target")
     else:
@@ -94,12 +95,12 @@ class Georef:
         return _NAMES[self._method.number]
 
     @property
-    def controls(self) -> np.ndarray:
+    def controls(self) -> Array:
         """The control points, shape (n, 4)."""
         return np.hstack([self._source, self._target])
 
     @property
-    def residuals(self) -> np.ndarray:
+    def residuals(self) -> Array:
         """Distance between each control's image and its target, in units of the target; shape (n,)."""
         return self._residuals
 

@@ -13,7 +13,7 @@ _LONGEST = 200
 
 
 @overload
-def parse_angle(text: str) -> float: ...
+def parse_angle(text: str) -> float: ...  # type: ignore[misc]  # a text is a list of texts as well
 @overload
 def parse_angle(text: Iterable[str]) -> List[float]: ...
 

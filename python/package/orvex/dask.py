@@ -1,6 +1,6 @@
 """Dask: columns of a table converted partition by partition, on one machine or many."""
 
-from typing import Any, Optional, Tuple, Union
+from typing import Any, Dict, Optional, Tuple, Union
 
 from ._georef import Georef
 from ._projection import Projection
@@ -26,7 +26,8 @@ def convert(table: Any, transformer: Union[Transformer, Projection, Georef], x: 
     The partitions stay as they are, no row leaves its own, and the bits do not depend on their number. A Dask table is
     converted when it is computed.
     """
-    arguments = dict(transformer=transformer, x=x, y=y, out=out or (x, y), errors=errors, threads=threads)
+    arguments: Dict[str, Any] = dict(transformer=transformer, x=x, y=y, out=out or (x, y), errors=errors,
+                                     threads=threads)
     if hasattr(table, "map_partitions"):
         return table.map_partitions(_convert_frame, meta=_convert_frame(table._meta, **arguments), **arguments)
     return _convert_frame(table, **arguments)

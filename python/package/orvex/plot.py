@@ -16,7 +16,7 @@ from matplotlib import pyplot
 from matplotlib.collections import LineCollection, PolyCollection
 
 from . import _parameters
-from ._arrays import column
+from ._arrays import Array, column
 from ._clip import clip
 from ._errors import OrvexError
 from ._projection import Projection
@@ -44,7 +44,7 @@ class Extent(NamedTuple):
     def turns_round(self) -> bool:
         return self.east - self.west >= 360
 
-    def holds(self, points: np.ndarray) -> np.ndarray:
+    def holds(self, points: Array) -> Array:
         lon, lat = points.T
         inside = (lat >= self.south) & (lat <= self.north)
         return inside if self.turns_round else inside & (lon >= self.west) & (lon <= self.east)
@@ -94,9 +94,9 @@ def _extent(projection: Projection, extent: Optional[Sequence[float]]) -> Extent
 
 
 @functools.lru_cache(maxsize=1)
-def land() -> Tuple[np.ndarray, ...]:
+def land() -> Tuple[Array, ...]:
     """The land of the world at 1:110m (Natural Earth): closed rings of longitude and latitude, shape (n, 2)."""
-    rings: List[np.ndarray] = []
+    rings: List[Array] = []
     rows = [line.split() for line in _LAND.read_text(encoding="ascii").splitlines() if line and not line.startswith("#")]
     at = 0
     while at < len(rows):
@@ -109,7 +109,7 @@ def land() -> Tuple[np.ndarray, ...]:
 # ---- from shapes on the globe to paths on the map ----
 
 
-def _dense(points: np.ndarray, step: float) -> np.ndarray:
+def _dense(points: Array, step: float) -> Array:
     """Neighbours joined the short way round, with points on the way."""
     points = np.column_stack([np.unwrap(points[:, 0], period=360), points[:, 1]])
     parts = np.maximum(1, np.ceil(np.abs(np.diff(points, axis=0)).max(axis=1, initial=0) / step)).astype(int)
@@ -118,18 +118,18 @@ def _dense(points: np.ndarray, step: float) -> np.ndarray:
     return np.column_stack([np.interp(places, whole, points[:, axis]) for axis in (0, 1)])
 
 
-def _runs(points: np.ndarray, kept: np.ndarray) -> Iterable[np.ndarray]:
+def _runs(points: Array, kept: Array) -> Iterable[Array]:
     """The stretches of a line whose points are kept."""
     edges = np.flatnonzero(np.diff(np.concatenate([[False], kept, [False]]).astype(np.int8)))
     return (points[start:end] for start, end in edges.reshape(-1, 2) if end - start > 1)
 
 
-def _paths(projection: Projection, lines: Iterable[np.ndarray], extent: Extent) -> List[np.ndarray]:
+def _paths(projection: Projection, lines: Iterable[Array], extent: Extent) -> List[Array]:
     """Lines in degrees as paths on the map: cut to the extent and to the projection's domain."""
     step = min(1.0, (extent.east - extent.west) / _WORLD_STEPS, (extent.north - extent.south) / _WORLD_STEPS * 2)
     radius = (projection.figure() or _WGS_84)[0]
     quarter = np.pi / 2 * radius * projection.parameters.get("scale", 1.0) / projection.metres_per_unit
-    paths: List[np.ndarray] = []
+    paths: List[Array] = []
     for line in lines:
         dense = _dense(line, step)
         for turn in (0.0,) if extent.turns_round else (-360.0, 0.0, 360.0):
@@ -140,7 +140,7 @@ def _paths(projection: Projection, lines: Iterable[np.ndarray], extent: Extent) 
     return paths
 
 
-def _unbroken(path: np.ndarray, far: float) -> Iterable[np.ndarray]:
+def _unbroken(path: Array, far: float) -> Iterable[Array]:
     """The stretches of a path without missing points and without leaps from one side of the map to the other."""
     leaps = np.flatnonzero(np.hypot(*np.diff(path, axis=0).T) > far) + 1
     for part in np.split(path, leaps):
@@ -190,7 +190,7 @@ def graticule(projection: Projection, ax: Any = None, *, step: Step = "auto",
     return _add(_axes(ax), LineCollection(paths, **{"colors": "#a9b8c4", "linewidths": 0.5, "zorder": 1, **style}))
 
 
-def _ground_scale(projection: Projection, lat: np.ndarray) -> Tuple[np.ndarray, np.ndarray]:
+def _ground_scale(projection: Projection, lat: Array) -> Tuple[Array, Array]:
     """Metres of a degree of longitude and of latitude on the projection's ellipsoid."""
     radius, flattening = projection.figure() or _WGS_84
     squared = flattening * (2 - flattening)
@@ -199,7 +199,7 @@ def _ground_scale(projection: Projection, lat: np.ndarray) -> Tuple[np.ndarray, 
     return radius / np.sqrt(root) * np.cos(np.radians(lat)) * degree, radius * (1 - squared) / root**1.5 * degree
 
 
-def indicatrices(projection: Projection, lon: Any, lat: Any) -> np.ndarray:
+def indicatrices(projection: Projection, lon: Any, lat: Any) -> Array:
     """Derivatives of the map at places: what a metre eastward and a metre northward become.
 
     Shape (n, 2, 2): [[dx/east, dx/north], [dy/east, dy/north]]. The singular values are the semi-axes of Tissot's
