@@ -23,10 +23,21 @@ Points From(const Points& points, std::size_t first) {
   return {{&points.x[first], points.x.stride}, {&points.y[first], points.y.stride}, points.size - first};
 }
 
-PROJPOINT Unmarked(PROJPOINT p) {
-  constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-  const bool marked = p.x == DBL_MAX || p.y == DBL_MAX;
-  return {marked ? kNaN : p.x, marked ? kNaN : p.y};
+bool Marked(const PROJPOINT& p) {
+  return (p.x == DBL_MAX) | (p.y == DBL_MAX);  // no branch, so that the compiler looks at several points at a time
+}
+
+std::size_t CountMarked(std::span<const PROJPOINT> block) {
+  std::size_t count = 0;
+  for (const PROJPOINT& p : block) count += Marked(p);
+  return count;
+}
+
+void Store(std::span<const PROJPOINT> block, double* __restrict x, double* __restrict y) {
+  for (std::size_t i = 0; i < block.size(); ++i) {
+    x[i] = block[i].x;
+    y[i] = block[i].y;
+  }
 }
 
 }  // namespace
@@ -42,21 +53,24 @@ void Gather(const Points& from, std::size_t first, std::span<PROJPOINT> block) {
   }
 }
 
-std::size_t Scatter(std::span<const PROJPOINT> block, const Points& to, std::size_t first) {
+std::size_t Scatter(std::span<PROJPOINT> block, const Points& to, std::size_t first) {
   const Points part = From(to, first);
-  std::size_t missing = 0;
-  const auto store = [&](const Column& x, const Column& y) {
-    for (std::size_t i = 0; i < block.size(); ++i) {
-      const PROJPOINT p = Unmarked(block[i]);
-      missing += p.x != p.x;
-      x[i] = p.x;
-      y[i] = p.y;
+  const std::size_t missing = CountMarked(block);
+  if (missing > 0) {
+    constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+    for (PROJPOINT& p : block) {
+      if (Marked(p)) p = {kNaN, kNaN};
     }
-  };
-  if (Plain(part)) {
-    store({part.x.first, 1}, {part.y.first, 1});  // a stride that the compiler knows
+  }
+  if (Interleaved(part)) {
+    std::memcpy(part.x.first, block.data(), block.size_bytes());
+  } else if (Plain(part)) {
+    Store(block, part.x.first, part.y.first);
   } else {
-    store(part.x, part.y);
+    for (std::size_t i = 0; i < block.size(); ++i) {
+      part.x[i] = block[i].x;
+      part.y[i] = block[i].y;
+    }
   }
   return missing;
 }

@@ -25,8 +25,8 @@ struct Points {
 /// Copies the points from `first` on into the block.
 void Gather(const Points& from, std::size_t first, std::span<PROJPOINT> block);
 
-/// Copies the block to the points from `first` on, with NaN in both coordinates where the library left its marker in
-/// one. Answers how many those are.
-std::size_t Scatter(std::span<const PROJPOINT> block, const Points& to, std::size_t first);
+/// Copies the block to the points from `first` on, with NaN in both coordinates (of the block, too) where the library
+/// left its marker in one. Answers how many those are.
+std::size_t Scatter(std::span<PROJPOINT> block, const Points& to, std::size_t first);
 
 }  // namespace orvex::python

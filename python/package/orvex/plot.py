@@ -127,8 +127,7 @@ def _runs(points: Array, kept: Array) -> Iterable[Array]:
 def _paths(projection: Projection, lines: Iterable[Array], extent: Extent) -> List[Array]:
     """Lines in degrees as paths on the map: cut to the extent and to the projection's domain."""
     step = min(1.0, (extent.east - extent.west) / _WORLD_STEPS, (extent.north - extent.south) / _WORLD_STEPS * 2)
-    radius = (projection.figure() or _WGS_84)[0]
-    quarter = np.pi / 2 * radius * projection.parameters.get("scale", 1.0) / projection.metres_per_unit
+    quarter = _quarter(projection)
     paths: List[Array] = []
     for line in lines:
         dense = _dense(line, step)
@@ -138,6 +137,12 @@ def _paths(projection: Projection, lines: Iterable[Array], extent: Extent) -> Li
                 for piece in clip(projection, lines=run):
                     paths.extend(_unbroken(projection.forward(piece), quarter))
     return paths
+
+
+def _quarter(projection: Projection) -> float:
+    """A quarter of the ellipsoid's girth in units of the map: what lies farther apart there is no neighbour."""
+    radius = (projection.figure() or _WGS_84)[0]
+    return float(np.pi / 2 * radius * projection.parameters.get("scale", 1.0) / projection.metres_per_unit)
 
 
 def _unbroken(path: Array, far: float) -> Iterable[Array]:
@@ -211,7 +216,9 @@ def indicatrices(projection: Projection, lon: Any, lat: Any) -> Array:
     for d_lon, d_lat, metres in ((_DIFFERENCE, 0.0, east), (0.0, _DIFFERENCE, north)):
         x1, y1 = projection.forward(lons + d_lon, lats + d_lat)
         x0, y0 = projection.forward(lons - d_lon, lats - d_lat)
-        columns.append(np.stack([x1 - x0, y1 - y0], axis=-1) / (2 * _DIFFERENCE * metres[..., None]))
+        apart = np.stack([x1 - x0, y1 - y0], axis=-1)
+        apart[np.abs(apart).max(axis=-1) > _quarter(projection)] = np.nan  # one on each side of the map's edge
+        columns.append(apart / (2 * _DIFFERENCE * metres[..., None]))
     return np.stack(columns, axis=-1)
 
 
