@@ -46,21 +46,24 @@ def table(header: Sequence[str], rows: Sequence[Sequence[str]]) -> str:
 # ---- against pyproj ----
 
 
-def duel(peer: Peer, points: int, repetitions: int) -> List[Tuple[str, float, float, float]]:
-    """For each direction: nanoseconds a point here and there, and the median of the paired ratios."""
+def duel(peer: Peer, points: int, repetitions: int) -> List[Tuple[List[float], float, float]]:
+    """For each direction: nanoseconds a point with new arrays, with out= and with pyproj, and the medians of the paired
+    ratios of the latter to both of the former."""
     import pyproj
 
     lon, lat = peer.places(points)
-    ours, theirs = peer.projection(), pyproj.Proj(peer.definition())
+    ours, theirs, out = peer.projection(), pyproj.Proj(peer.definition()), (np.empty(points), np.empty(points))
     x, y = ours.forward(lon, lat)
     results = []
-    for direction, mine, other in [
-        ("forward", lambda: ours.forward(lon, lat, threads=1), lambda: theirs(lon, lat)),
-        ("inverse", lambda: ours.inverse(x, y, threads=1), lambda: theirs(x, y, inverse=True)),
+    for contestants in [
+        (lambda: ours.forward(lon, lat, threads=1), lambda: ours.forward(lon, lat, out=out, threads=1),
+         lambda: theirs(lon, lat)),
+        (lambda: ours.inverse(x, y, threads=1), lambda: ours.inverse(x, y, out=out, threads=1),
+         lambda: theirs(x, y, inverse=True)),
     ]:
-        here, there = by_turns(time.process_time, repetitions, mine, other)
-        ratio = statistics.median(b / a for a, b in zip(here, there))
-        results.append((direction, statistics.median(here) / points * 1e9, statistics.median(there) / points * 1e9, ratio))
+        times = by_turns(time.process_time, repetitions, *contestants)
+        ratios = [statistics.median(there / here for here, there in zip(mine, times[2])) for mine in times[:2]]
+        results.append(([statistics.median(each) / points * 1e9 for each in times], *ratios))
     return results
 
 
@@ -68,14 +71,17 @@ def measure_peers(points: int, repetitions: int) -> str:
     rows, ratios = [], []
     for peer in PEERS:
         cells = [peer.label]
-        for _, here, there, ratio in duel(peer, points, repetitions):
-            cells += [f"{here:.1f}", f"{there:.0f}", f"{ratio:.1f}"]
-            ratios.append(ratio)
+        for (new, reused, there), *pair in duel(peer, points, repetitions):
+            cells += [f"{new:.1f}", f"{reused:.1f}", f"{there:.0f}", f"{pair[0]:.1f}", f"{pair[1]:.1f}"]
+            ratios.append(pair)
         rows.append(cells)
         print(*cells, sep="  ", file=sys.stderr)
-    header = ["ns a point", "forward", "pyproj", "ratio", "inverse", "pyproj", "ratio"]
-    return table(header, rows) + (f"\n\nOf {len(ratios)} ratios the median is {statistics.median(ratios):.1f}, the least "
-                                  f"{min(ratios):.1f}, the most {max(ratios):.1f}.")
+    one = ["{}", "out=", "pyproj", "ratio", "out="]
+    header = ["ns a point", *(cell.format(direction) for direction in ("forward", "inverse") for cell in one)]
+    new, reused = (statistics.median(column) for column in zip(*ratios))
+    return table(header, rows) + (f"\n\nOf {len(ratios)} ratios the median is {new:.1f} with new arrays (least "
+                                  f"{min(min(pair) for pair in ratios):.1f}) and {reused:.1f} with `out=` (most "
+                                  f"{max(max(pair) for pair in ratios):.1f}).")
 
 
 # ---- threads ----
