@@ -1,5 +1,5 @@
 # Installation and packages: libraries, headers, CMake and pkg-config files, the tool; a zip for Windows, a set of
-# Debian packages elsewhere. Components: runtime, development, tools.
+# Debian packages elsewhere. Components: runtime, development, tools, python.
 include(CMakePackageConfigHelpers)
 
 install(TARGETS orvex EXPORT orvex-targets
@@ -64,6 +64,9 @@ set(CPACK_COMPONENTS_ALL runtime development)
 if(TARGET orvex_tool)
   list(APPEND CPACK_COMPONENTS_ALL tools)
 endif()
+if(TARGET orvex_python)
+  list(APPEND CPACK_COMPONENTS_ALL python)
+endif()
 if(WIN32)
   set(CPACK_GENERATOR ZIP)
   set(CPACK_PACKAGE_FILE_NAME orvex-${PROJECT_VERSION}-windows-${ORVEX_WINDOWS_ARCHITECTURE})
@@ -87,8 +90,13 @@ else()
   set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${runtime_package} (= ${PROJECT_VERSION})")
   set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME orvex-tools)
   set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${runtime_package} (>= ${PROJECT_VERSION})")
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-orvex)
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "${ORVEX_PYTHON_DEPENDS}")
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS "python3-pandas, python3-geopandas, python3-matplotlib, python3-distributed")
   set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "Shared library.")
   set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "Headers, static library, CMake and pkg-config files.")
   set(CPACK_COMPONENT_TOOLS_DESCRIPTION "Command-line tool.")
+  set(CPACK_COMPONENT_PYTHON_DESCRIPTION "Python package.")
 endif()
 include(CPack)

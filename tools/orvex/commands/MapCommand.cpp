@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <memory>
 
+#include "Failure.h"
 #include "commands/Commands.h"
 #include "commands/ProjectionOptions.h"
 #include "maps/MapSheet.h"

@@ -1,0 +1,155 @@
+// Conversion - steps one behind the other over arrays of any size, by several threads.
+#include "Conversion.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cfloat>
+#include <exception>
+#include <new>
+#include <span>
+#include <system_error>
+#include <thread>
+
+namespace orvex::python {
+
+namespace {
+
+// Points that go through all steps before the next are fetched: 32 KB, which stays in the nearest caches, and enough
+// for the cost of the library's calls not to count.
+constexpr std::size_t kBlock = 1024;
+
+}  // namespace
+
+/// The steps and the block of one thread.
+class Conversion::Worker {
+ public:
+  explicit Worker(const std::vector<std::shared_ptr<Recipe>>& recipes) : m_block(kBlock) {
+    for (const auto& recipe : recipes) m_steps.push_back(recipe->Make());
+  }
+
+  /// Converts at most a block; answers how many points could not be computed.
+  std::size_t Convert(const Points& from, const Points& to, std::size_t first, std::size_t count) {
+    const std::span<PROJPOINT> block(m_block.data(), count);
+    Gather(from, first, block);
+    try {
+      Run(block);
+    } catch (const PointRefused&) {
+      Gather(from, first, block);
+      for (std::size_t i = 0; i < count; ++i) RunAlone(block.subspan(i, 1));
+    }
+    return Scatter(block, to, first);
+  }
+
+ private:
+  void Run(std::span<PROJPOINT> points) {
+    for (const auto& step : m_steps) step->Convert(points);
+  }
+
+  void RunAlone(std::span<PROJPOINT> point) {
+    try {
+      Run(point);
+    } catch (const PointRefused&) {
+      point[0] = {DBL_MAX, DBL_MAX};
+    }
+  }
+
+  std::vector<std::unique_ptr<Step>> m_steps;
+  std::vector<PROJPOINT> m_block;
+};
+
+/// A worker taken from those that are idle, for as long as the lease lives.
+class Conversion::Lease {
+ public:
+  explicit Lease(Conversion& owner) : m_owner(owner), m_worker(owner.Take()) {}
+  ~Lease() { m_owner.GiveBack(std::move(m_worker)); }
+  Lease(const Lease&) = delete;
+  Lease& operator=(const Lease&) = delete;
+  Worker* operator->() const { return m_worker.get(); }
+
+ private:
+  Conversion& m_owner;
+  std::unique_ptr<Worker> m_worker;
+};
+
+/// One call, shared by its threads: each fetches the next block until there is none or one of them has failed.
+class Conversion::Job {
+ public:
+  Job(Conversion& owner, const Points& from, const Points& to) : m_owner(owner), m_from(from), m_to(to) {}
+
+  void Work() noexcept {
+    try {
+      const Lease worker(m_owner);
+      for (;;) {
+        const std::size_t first = m_next.fetch_add(kBlock, std::memory_order_relaxed);
+        if (first >= m_from.size || m_failed.load(std::memory_order_relaxed)) return;
+        m_missing += worker->Convert(m_from, m_to, first, std::min(kBlock, m_from.size - first));
+      }
+    } catch (...) {
+      const std::lock_guard lock(m_mutex);
+      if (!m_failed.exchange(true)) m_failure = std::current_exception();
+    }
+  }
+
+  /// After all threads have ended: how many points could not be computed.
+  std::size_t Finish() const {
+    if (m_failure) std::rethrow_exception(m_failure);
+    return m_missing;
+  }
+
+ private:
+  Conversion& m_owner;
+  const Points& m_from;
+  const Points& m_to;
+  std::atomic<std::size_t> m_next{0};
+  std::atomic<std::size_t> m_missing{0};
+  std::atomic<bool> m_failed{false};
+  std::mutex m_mutex;
+  std::exception_ptr m_failure;
+};
+
+Conversion::Conversion(std::vector<std::shared_ptr<Recipe>> recipes) : m_recipes(std::move(recipes)) {
+  GiveBack(Take());
+}
+
+Conversion::~Conversion() = default;
+
+std::unique_ptr<Conversion::Worker> Conversion::Take() {
+  {
+    const std::lock_guard lock(m_mutex);
+    if (!m_idle.empty()) {
+      auto worker = std::move(m_idle.back());
+      m_idle.pop_back();
+      return worker;
+    }
+  }
+  return std::make_unique<Worker>(m_recipes);
+}
+
+void Conversion::GiveBack(std::unique_ptr<Worker> worker) noexcept {
+  const std::lock_guard lock(m_mutex);
+  try {
+    m_idle.push_back(std::move(worker));
+  } catch (const std::bad_alloc&) {
+    // No room to keep it: the next call makes another.
+  }
+}
+
+std::size_t Conversion::Convert(const Points& from, const Points& to, int threads) {
+  Job job(*this, from, to);
+  const std::size_t blocks = (from.size + kBlock - 1) / kBlock;
+  const std::size_t wanted = std::min(static_cast<std::size_t>(threads), blocks);
+  std::vector<std::thread> helpers;
+  helpers.reserve(wanted);
+  for (std::size_t i = 1; i < wanted; ++i) {
+    try {
+      helpers.emplace_back([&job] { job.Work(); });
+    } catch (const std::system_error&) {
+      break;  // the system gives no more threads: those that there are do the work
+    }
+  }
+  job.Work();
+  for (std::thread& helper : helpers) helper.join();
+  return job.Finish();
+}
+
+}  // namespace orvex::python
