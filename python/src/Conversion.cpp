@@ -14,7 +14,7 @@ namespace orvex::python {
 
 namespace {
 
-// Points that go through all steps before the next are fetched: 32 KB, which stays in the nearest caches, and enough
+// Points that go through all steps before the next are fetched: 16 KB, which stays in the nearest caches, and enough
 // for the cost of the library's calls not to count.
 constexpr std::size_t kBlock = 1024;
 
