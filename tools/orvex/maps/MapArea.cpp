@@ -5,7 +5,6 @@
 #include <cfloat>
 #include <cmath>
 #include <optional>
-#include <sstream>
 
 #include <orvex/zones.h>
 
@@ -28,19 +27,12 @@ constexpr double kAntipode = 0.05, kCassiniEnd = 0.01;  // degrees about points 
 constexpr double kQuarter = 90, kObliqueReach = 45, kGnomonicReach = 60, kEquidistantReach = 170;
 
 Bounds ParseBounds(const std::string& text) {
-  double value[4];
-  std::istringstream in(text);
-  std::string word;
-  int n = 0;
-  for (; std::getline(in, word, ','); ++n) {
-    const auto angle = ParseAngle(word);
-    if (n >= 4 || !angle) throw Failure("--bounds takes W,S,E,N in degrees, not \"" + text + "\"");
-    value[n] = *angle;
-  }
-  if (n != 4 || value[1] >= value[3] || std::abs(value[1]) > 90 || std::abs(value[3]) > 90) {
+  const auto places = ParseTwoPlaces(text);
+  if (!places || (*places)[1] >= (*places)[3]) {
     throw Failure("--bounds takes W,S,E,N in degrees with S below N, not \"" + text + "\"");
   }
-  Bounds box{value[0], value[1], value[2], value[3]};
+  const auto [west, south, east, north] = *places;
+  Bounds box{west, south, east, north};
   if (box.east <= box.west) box.east += 360;
   if (std::abs(box.west) > 360 || box.east > 360 + 180 || box.east - box.west > 360) {
     throw Failure("--bounds: the longitudes must lie within one turn");

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
-#include <sstream>
 
 #include "Failure.h"
 #include "StatePlane.h"
@@ -77,21 +76,11 @@ Picture Fit(const MapOptions& options, const BoxPen& area, const Frame& drawn, c
 }
 
 Points GreatCircle(const std::string& text) {
-  double value[4];
-  std::istringstream in(text);
-  std::string word;
-  int n = 0;
-  for (; std::getline(in, word, ','); ++n) {
-    const auto angle = ParseAngle(word);
-    if (n >= 4 || !angle || (n % 2 == 1 && std::abs(*angle) > 90)) {
-      n = 0;
-      break;
-    }
-    value[n] = *angle;
-  }
-  if (n != 4) throw Failure("--great-circle takes LON1,LAT1,LON2,LAT2 in degrees, not \"" + text + "\"");
-  Points points{{value[0], value[1]}};
-  AddGreatCircle(points, {value[2], value[3]});
+  const auto places = ParseTwoPlaces(text);
+  if (!places) throw Failure("--great-circle takes LON1,LAT1,LON2,LAT2 in degrees, not \"" + text + "\"");
+  const auto [x1, y1, x2, y2] = *places;
+  Points points{{x1, y1}};
+  AddGreatCircle(points, {x2, y2});
   return points;
 }
 

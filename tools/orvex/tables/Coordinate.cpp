@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <sstream>
 
 namespace orvex::tool {
 
@@ -201,6 +202,18 @@ void AppendCoordinate(std::string& out, double value, Kind kind, bool isLatitude
   const std::string_view written(text, static_cast<std::size_t>(end - text));
   const bool negativeZero = written.front() == '-' && written.find_first_not_of("-0.") == std::string_view::npos;
   out += negativeZero ? written.substr(1) : written;
+}
+
+std::optional<std::array<double, 4>> ParseTwoPlaces(const std::string& text) {
+  std::array<double, 4> value{};
+  std::istringstream in(text);
+  std::size_t n = 0;
+  for (std::string word; std::getline(in, word, ','); ++n) {
+    const auto angle = ParseAngle(word);
+    if (n >= value.size() || !angle || (n % 2 == 1 && std::abs(*angle) > 90)) return std::nullopt;
+    value[n] = *angle;
+  }
+  return n == value.size() ? std::optional(value) : std::nullopt;
 }
 
 }  // namespace orvex::tool

@@ -1,6 +1,7 @@
 // Coordinate - numbers and angles as text, in and out.
 #pragma once
 
+#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -44,5 +45,8 @@ std::optional<std::string> WithoutDecimalComma(std::string_view text);
 
 /// Appends a coordinate. `isLatitude` picks the hemisphere letters of degree-minute-second text.
 void AppendCoordinate(std::string& out, double value, Kind kind, bool isLatitude, const Format& format);
+
+/// Two places, "X1,Y1,X2,Y2", angles in any notation; nothing for other numbers of them and latitudes beyond a pole.
+std::optional<std::array<double, 4>> ParseTwoPlaces(const std::string& text);
 
 }  // namespace orvex::tool
