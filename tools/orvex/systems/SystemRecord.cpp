@@ -205,7 +205,9 @@ void Centred(PROJDATA& record, ProjType type, const double* p) {
 void OfSphere(PROJDATA& record, ProjType type, const double* p) {
   if (record.Flattening != 0) throw Failure("Orvex has this projection of the sphere only");
   Centred(record, type, p);
-  std::swap(record.Lat0, record.Lat1);
+  const double centre = record.Lat0;  // fields of a packed record cannot be swapped
+  record.Lat0 = record.Lat1;
+  record.Lat1 = centre;
 }
 
 void Fill(SystemRecord& system, const ProjectionDefinition& definition) {
