@@ -125,6 +125,51 @@ TEST(ExactRefuses, MapPlacesOutsideTheOutline) {
   }
 }
 
+// Where the definition has no place for a point, or a place is a pole to rounding; and no number is told of.
+TEST(ExactRefuses, HorizonsAxisEndsAntipodesAndFarGarbage) {
+  const struct {
+    ProjType type;
+    const char* parameters;
+    bool inverse;
+    double x, y;
+  } cases[] = {{PT_GNOMONIC, "R=6371000;Lat1=0", false, 90, 0},
+               {PT_GNOMONIC, "R=6371000;Lat1=40;Lon0=10", false, 100, 0},
+               {PT_TRANSVERSEMERCATOR, "R=6371000", false, 90, 0},
+               {PT_CASSINI, "R=6371000", false, -90, 0},
+               {PT_AZIMUTHALEQUI, "R=6371000;Lat1=30", false, 180, -30},
+               {PT_LAMBERTAZIMUTHAL, "R=6371000;Lat1=30", false, 180, -30},
+               {PT_STEREOGRAPHIC, "a=6378137;f=0.003;Lat0=40", true, 0, 3e7},
+               {PT_MERCATOR, "a=6378137;f=0.003", true, 0, 1e9},
+               {PT_LAMBERT, "Lat1=33;Lat2=45", true, 0, -1e20},
+               {PT_HOTINE, "Lat0=40;bUseAlpha=1;Alpha=30", true, 0, 1e12},
+               {PT_MERCATOR, "a=6378137;f=0.003", true, std::nan(""), 1}};
+  for (const auto& c : cases) {
+    CProjector projector = ExactProjector(Record(c.type, c.parameters));
+    const PROJPOINT p = c.inverse ? Inverse(projector, c.x, c.y) : Forward(projector, c.x, c.y);
+    EXPECT_TRUE(Unplottable(p)) << c.type << " " << c.parameters << ": " << c.x << ", " << c.y;
+    EXPECT_EQ(projector.Result(), 1) << c.type << " " << c.parameters;
+  }
+}
+
+// The antimeridian as a host computes it is the edge on that side, there and back.
+TEST(ExactMaps, EdgesKeepTheirSide) {
+  std::mt19937 random(7);
+  std::uniform_real_distribution<double> centre(-180, 180);
+  for (const ProjType type : {PT_MERCATOR, PT_ROBINSONSTERLING, PT_SINUSOIDAL, PT_MOLLWEIDE, PT_VANDERGRINTEN}) {
+    for (int i = 0; i < 300; ++i) {
+      PROJDATA record = Record(type, "R=6371000");
+      const double lon0 = record.Lon0 = centre(random);
+      CProjector projector = ExactProjector(record);
+      for (const double side : {-180.0, 180.0}) {
+        const PROJPOINT edge = Forward(projector, lon0 + side, 40);
+        EXPECT_GT(edge.x * side, 0) << type << " " << lon0 << " " << side;
+        const PROJPOINT place = Inverse(projector, edge.x, edge.y);
+        EXPECT_GT(Forward(projector, place.x, place.y).x * side, 0) << type << " " << lon0 << " " << side;
+      }
+    }
+  }
+}
+
 // ---- the choice ----
 
 std::vector<PROJPOINT> Places(const ProjectionForm& form) {
