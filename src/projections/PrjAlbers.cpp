@@ -214,9 +214,11 @@ struct ExactCone {
     n = stated.n;
     side = n < 0 ? -1 : 1;
     poleQ = 1 + (1 - e2) * eccentric.PerSquare(1.0);
-    const auto [sine, cosine] = SinCos(double(work.Lat1));
-    const bool pole = Abs(double(work.Lat1)) == kHalfPi;
-    base = (pole ? 0 : Square(cosine) / (1 - e2 * Square(sine))) - side * n * Gap(double(work.Lat1), 0.0);
+    // Either parallel tells the base; the one next to the pole tells it best.
+    const double lat = side * work.Lat1 > side * work.Lat2 ? work.Lat1 : work.Lat2;
+    const auto [sine, cosine] = SinCos(lat);
+    const double m2 = Abs(lat) == kHalfPi ? 0 : Square(cosine) / (1 - e2 * Square(sine));  // 14-15
+    base = m2 - side * n * Gap(lat, 0.0);
     gap0 = Gap(double(work.Lat0), 0.0);
     root0 = Root(gap0);
     usable = usable && IsFinite(base);

@@ -70,7 +70,7 @@ Plot<T> InverseSphere(const Constants& c, Point<T>& p) {
 template <class T>
 Plot<T> ForwardExact(const Constants& c, Point<T>& p) {
   const T target = kPoleSum * Sin(p.y);
-  T theta = p.y, cosTheta = T(1);
+  T theta = p.y;
   Iteration<T> it(20);
   while (it.Goes()) {
     const auto [sine, cosine] = SinCos(theta);
@@ -78,8 +78,7 @@ Plot<T> ForwardExact(const Constants& c, Point<T>& p) {
     it.Step(theta, theta - step);
     it.Settle(Abs(step) <= T(1e-9));
   }
-  cosTheta = Cos(theta);
-  p = {c.scale * p.x * (1 + cosTheta), 2 * c.scale * theta};
+  p = {c.scale * p.x * (1 + Cos(theta)), 2 * c.scale * theta};
   return Plottable<T>();
 }
 

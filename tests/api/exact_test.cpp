@@ -151,6 +151,17 @@ TEST(ExactRefuses, HorizonsAxisEndsAntipodesAndFarGarbage) {
   }
 }
 
+// A cone that touches a pole keeps its digits there.
+TEST(ExactMaps, AlbersAtThePoleThatItTouches) {
+  for (const char* parameters : {"a=6378137;f=0.00335;Lat0=90;Lat1=90;Lat2=60", "R=6371000;Lat0=40;Lat1=30;Lat2=90"}) {
+    CProjector projector = ExactProjector(Record(PT_ALBERS, parameters));
+    for (const PROJPOINT place : {PROJPOINT{3, 89.999}, {-100, 89.9999999}, {20, 50}, {0, 90}}) {
+      const PROJPOINT p = Forward(projector, place.x, place.y), back = Inverse(projector, p.x, p.y);
+      EXPECT_LE(ArcDegrees(back, place), 1e-11) << parameters << " " << place.x << " " << place.y;
+    }
+  }
+}
+
 // The antimeridian as a host computes it is the edge on that side, there and back.
 TEST(ExactMaps, EdgesKeepTheirSide) {
   std::mt19937 random(7);
