@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <iostream>
 #include <memory>
-#include <mutex>
 #include <string_view>
 #include <thread>
 #include <utility>
@@ -280,16 +279,6 @@ int ConvertLabelledTable(const TableOptions& options, Kind from, Kind to, const 
   const FileHandle input = OpenInput(options.file);
   OutputFile output(options.output);
   return TableConverter(options, from, to, makeConverter, input.get(), output, SizeOf(options.file)).Run();
-}
-
-int ConvertTable(const TableOptions& options, Kind from, Kind to, const Converter& convert) {
-  std::mutex mutex;
-  return ConvertTable(options, from, to, ConverterFactory([&] {
-                        return Converter([&](std::vector<PROJPOINT>& points) {
-                          const std::lock_guard<std::mutex> lock(mutex);
-                          convert(points);
-                        });
-                      }));
 }
 
 }  // namespace orvex::tool

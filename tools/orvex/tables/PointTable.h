@@ -58,7 +58,4 @@ int ConvertTable(const TableOptions& options, Kind from, Kind to, const Converte
 /// The same where the options name columns of labels.
 int ConvertLabelledTable(const TableOptions& options, Kind from, Kind to, const LabelConverterFactory& makeConverter);
 
-/// The same with one converter for all threads, which take turns with it.
-int ConvertTable(const TableOptions& options, Kind from, Kind to, const Converter& convert);
-
 }  // namespace orvex::tool
