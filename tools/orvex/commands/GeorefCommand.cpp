@@ -8,7 +8,6 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
-#include <iostream>
 #include <memory>
 #include <optional>
 
@@ -178,8 +177,8 @@ int Run(const Options& options) {
   const Controls controls = ReadControls(options.controls, options.table.delimiter);
   Fit fit(method, controls, options.flipY);
   if (fit.IsMirrored()) {
-    std::cerr << "orvex: the source is the mirror image of the destination; try "
-              << (options.flipY ? "without" : "with") << " --flip-y\n";
+    Warn(std::string("the source is the mirror image of the destination; try ") + (options.flipY ? "without" : "with") +
+         " --flip-y");
   }
   if (options.inverse) fit.CheckInverse();
   if (!options.worldFile.empty()) WriteWorldFile(fit, options);

@@ -133,7 +133,7 @@ class TableConverter {
 
   void ConvertBlocks() {
     std::vector<BlockConverter> converters;
-    const int threads = m_reader.AtEnd() ? 1 : Threads();
+    const int threads = m_reader.AtEnd() ? 1 : ThreadCount(m_options);
     for (int i = 0; i < threads; ++i) {
       converters.emplace_back(m_options, m_from, m_to, m_layout, m_makeConverter());
     }
@@ -144,11 +144,6 @@ class TableConverter {
       return true;
     };
     RunPipeline(source, converters, [this](const Block& block, const BlockResult& result) { Take(block, result); });
-  }
-
-  int Threads() const {
-    if (m_options.threads > 0) return m_options.threads;
-    return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, kMostThreads);
   }
 
   void Take(const Block& block, const BlockResult& result) {
@@ -262,8 +257,13 @@ void AddTableOptions(CLI::App& command, TableOptions& options) {
   command.add_flag("-q,--quiet", options.quiet, "No progress and no summary");
 }
 
+int ThreadCount(const TableOptions& options) {
+  if (options.threads > 0) return options.threads;
+  return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, kMostThreads);
+}
+
 int ConvertTable(const TableOptions& options, Kind from, Kind to, const ConverterFactory& makeConverter) {
-  if (options.geoJson || IsGeoJsonName(options.file)) return ConvertGeoJson(options, from, to, makeConverter());
+  if (options.geoJson || IsGeoJsonName(options.file)) return ConvertGeoJson(options, from, to, makeConverter);
   return ConvertLabelledTable(options, from, to, [&] {
     return LabelConverter(
         [convert = makeConverter()](std::vector<PROJPOINT>& points, std::vector<std::string>&) { convert(points); });

@@ -51,6 +51,9 @@ using ConverterFactory = std::function<Converter()>;
 using LabelConverter = std::function<void(std::vector<PROJPOINT>&, std::vector<std::string>&)>;
 using LabelConverterFactory = std::function<LabelConverter()>;
 
+/// Threads that the options ask for, or one for each processor.
+int ThreadCount(const TableOptions& options);
+
 /// Runs the table through converters in blocks, so that a file of any size takes constant memory. Lines without two
 /// readable coordinates are reported with their numbers and passed on with empty ones. Answers the exit status.
 int ConvertTable(const TableOptions& options, Kind from, Kind to, const ConverterFactory& makeConverter);
