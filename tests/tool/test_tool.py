@@ -231,7 +231,7 @@ class CommandLine(ToolTest):
 
     def test_lists_for_other_programs_and_of_some_rows(self):
         for arguments, count in [(["datums"], 253), (["zones"], 142), (["ellipsoids"], 55), (["projections"], 29), (["units"], 23),
-                                 (["zones", "texas central"], 3), (["datums", "6267"], 4), (["datums", "nowhere"], 0)]:
+                                 (["zones", "texas central"], 3), (["zones", "central", "texas"], 3), (["datums", "6267"], 4), (["datums", "nowhere"], 0)]:
             status, out, _ = run("list", *arguments, "--csv")
             rows = list(csv.DictReader(io.StringIO(out)))
             self.assertEqual((status, len(rows)), (OK, count), arguments)
@@ -473,6 +473,7 @@ class Tables(ToolTest):
         self.assertIn('4: latitude "95" lies beyond the pole', messages)
         self.assertIn("unreadable lines: 3", messages)
         self.refused("project", "--proj", "mercator", "--set", "lon0=50N", says="letter of a latitude")
+        self.refused("project", "--proj", "tm", "--set", "lat0=95", says="lat0=95 lies beyond the pole")
 
     def test_columns_that_a_header_does_not_tell(self):
         text = "Breite;Laenge\n48.1;11.5\n"
@@ -496,6 +497,12 @@ class Tables(ToolTest):
         # a point may be a comma for thousands there
         self.assertEqual(run(*utm, text="11.500;48,1")[0], SOME_FAILED)
         self.assertIn("--decimal-comma", run("project", "--utm", "32N", text="lon;lat\n11,5;48\n")[2])
+
+    def test_lines_longer_than_the_header_are_said(self):
+        for text, count in [("lon,lat\n11,5,48,1\n9,0\n", 1), ("lon,lat\n9,0,\n", 0), ("lon lat name\n9 0 New York\n", 0),
+                            ("9,0\n9,0,1\n", 0), ('lon,lat,name\n9,0,"a,b"\n', 0)]:
+            told = re.findall(r"warning: lines with more columns than the header: (\d+)", run("project", "--utm", "32N", text=text)[2])
+            self.assertEqual(told, [str(count)] if count else [], text)
 
     def test_threads_change_nothing(self):
         rows = ["%d,%.6f,%.6f" % (i, 6 + i % 6000 / 1000, i % 80000 / 1000) for i in range(60000)]

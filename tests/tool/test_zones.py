@@ -81,7 +81,11 @@ class Zones(ToolTest):
                  "YAA1212", "BIA1212", "CAA1212", "52.5", "x", "33UUU9139x17855"]
         status, out, messages = run("project", "--mgrs", "-i", text="id,mgrs\n" + "".join("1,%s\n" % w for w in wrong))
         self.assertEqual((status, set(out.splitlines()[1:])), (SOME_FAILED, {"1,,"}), messages)
-        self.assertIn("unplottable: %d" % len(wrong), messages)
+        self.assertIn("unreadable lines: %d" % len(wrong), messages)
+        self.assertIn('input:2: cannot read mgrs "33UUU913901785"', messages)
+        status, out, messages = run("project", "--utm", "auto", "-i", text="x,y,zone\n391390,5817855,33X\n391390,5817855,33n\n")
+        self.assertEqual((status, out.splitlines()[1]), (SOME_FAILED, ",,33X"))
+        self.assertIn('input:2: cannot read zone "33X"', messages)
 
     def test_columns(self):
         table = "name,lat,lon,note\nA,52.5,13.4,x\nB,,13,y\n"

@@ -60,7 +60,11 @@ PointGrid::PointGrid(const ProjectionOptions& options, const std::optional<SideD
       m_projector(MakeGrid(options, datum), stated) {}
 
 LabelColumn PointGrid::Column() const {
-  return m_mgrsDigits >= 0 ? LabelColumn{Label::Alone, "mgrs"} : LabelColumn{Label::Beside, "zone"};
+  if (m_mgrsDigits >= 0) {
+    return {Label::Alone, "mgrs", [](const std::string& text) { return ParseMgrs(text).has_value(); }};
+  }
+  return {Label::Beside, "zone",
+          [grid = m_projector.SharedGrid()](const std::string& text) { return grid->Parse(text).has_value(); }};
 }
 
 void PointGrid::Forward(std::vector<PROJPOINT>& points, std::vector<std::string>& labels) {

@@ -20,7 +20,8 @@ namespace orvex::tool {
 namespace {
 
 struct Options {
-  std::string filter, ini, projection;
+  std::vector<std::string> words;
+  std::string ini, projection;
   bool csv = false;
 };
 
@@ -37,7 +38,7 @@ std::string Number(const char* format, double value) {
 }
 
 void ListProjections(const Options& options) {
-  Listing list(options.csv, options.filter, {{"NUMBER", 6}, {"MASK", 4}, {"NAME", 0}});
+  Listing list(options.csv, options.words, {{"NUMBER", 6}, {"MASK", 4}, {"NAME", 0}});
   for (int type = 0; type < ProjNumProjections(); ++type) {
     char name[80], mask[8];
     std::snprintf(mask, sizeof mask, "0x%02X", ProjGetProjectionInfo(static_cast<ProjType>(type), name) & 0xFF);
@@ -46,7 +47,7 @@ void ListProjections(const Options& options) {
 }
 
 void ListEllipsoids(const Options& options) {
-  Listing list(options.csv, options.filter,
+  Listing list(options.csv, options.words,
                {{"NUMBER", 6}, {"POSC", 6}, {"RADIUS (m)", 14}, {"1/FLATTENING", 14}, {"NAME", 0}});
   for (int i = ET_USER_DEFINED + 1; i <= ET_BESSEL_NGO_1948; ++i) {
     const auto type = static_cast<EllipsoidType>(i);
@@ -61,7 +62,7 @@ void ListEllipsoids(const Options& options) {
 }
 
 void ListZones(const Options& options) {
-  Listing list(options.csv, options.filter, {{"NUMBER", 6}, {"USGS", 6}, {"1927", 6}, {"1983", 6}, {"NAME", 0}});
+  Listing list(options.csv, options.words, {{"NUMBER", 6}, {"USGS", 6}, {"1927", 6}, {"1983", 6}, {"NAME", 0}});
   for (int i = 0; i < SZ_NONE; ++i) {
     const auto zone = static_cast<StateZoneType>(i);
     char name[80];
@@ -78,7 +79,7 @@ void ListDatums(const Options& options) {
                                              "HARN", "regression", "NTv2"};
   const char* const file = options.ini.empty() ? nullptr : options.ini.c_str();
   const std::vector<std::string> names = DatumNames(options.ini);
-  Listing list(options.csv, options.filter,
+  Listing list(options.csv, options.words,
                {{"NUMBER", 6}, {"POSC", 6}, {"METHOD", -10}, {"REVERSIBLE", -10}, {"NAME", -47}, {"AREA", 0}});
   for (std::size_t i = 1; i < names.size(); ++i) {
     DatumMethod method{};
@@ -93,7 +94,7 @@ void ListDatums(const Options& options) {
 }
 
 void ListUnits(const Options& options) {
-  Listing list(options.csv, options.filter, {{"SYMBOL", -10}, {"METRES", 16}, {"NAME", 0}});
+  Listing list(options.csv, options.words, {{"SYMBOL", -10}, {"METRES", 16}, {"NAME", 0}});
   for (const Unit& unit : Units()) list.Add({unit.symbol, Number("%.12g", unit.metres), unit.name});
 }
 
@@ -101,7 +102,7 @@ void ListUnits(const Options& options) {
 void ListParams(const Options& options) {
   const auto type = static_cast<ProjType>(FindName(ProjectionNames(), options.projection, "projection"));
   static constexpr const char* kTypes[] = {"number", "yes/no", "projection", "zone", "ellipsoid"};
-  Listing list(options.csv, options.filter, {{"USED", -4}, {"SHORT", -10}, {"TYPE", -10}, {"UNIT", -20}, {"NAME", 0}});
+  Listing list(options.csv, options.words, {{"USED", -4}, {"SHORT", -10}, {"TYPE", -10}, {"UNIT", -20}, {"NAME", 0}});
   const auto add = [&](const Parameter& parameter, const char* used) {
     list.Add({used, parameter.shortName, kTypes[parameter.type], parameter.unit.empty() ? "-" : parameter.unit,
               parameter.name});
@@ -133,7 +134,7 @@ void AddListCommand(CLI::App& app, int& status) {
   };
   const auto addFiltered = [&](const char* name, const char* help, void (*run)(const Options&)) {
     CLI::App* list = add(name, help, run);
-    list->add_option("TEXT", options->filter, "Only rows that hold these words");
+    list->add_option("TEXT", options->words, "Only rows that hold these words");
     return list;
   };
   addFiltered("projections", "The projections", ListProjections);
@@ -143,7 +144,7 @@ void AddListCommand(CLI::App& app, int& status) {
   addFiltered("datums", "The datums", ListDatums)->add_option("--ini", options->ini, "INI file with custom datums");
   CLI::App* params = add("params", "The parameters of a projection", ListParams);
   params->add_option("TYPE", options->projection, "Projection by name")->required();
-  params->add_option("TEXT", options->filter, "Only rows that hold these words");
+  params->add_option("TEXT", options->words, "Only rows that hold these words");
   AddListSystems(*command, status);
 }
 

@@ -11,10 +11,12 @@
 
 namespace orvex::tool {
 
-Listing::Listing(bool csv, const std::string& filter, std::vector<Column> columns)
+Listing::Listing(bool csv, const std::vector<std::string>& words, std::vector<Column> columns)
     : m_csv(csv), m_columns(std::move(columns)) {
-  std::istringstream words(Lower(filter));
-  for (std::string word; words >> word;) m_words.push_back(word);
+  for (const std::string& text : words) {
+    std::istringstream quoted(Lower(text));
+    for (std::string word; quoted >> word;) m_words.push_back(word);
+  }
   std::vector<std::string> names;
   for (const Column& column : m_columns) names.push_back(m_csv ? Lower(column.name) : column.name);
   Print(names);

@@ -14,7 +14,7 @@ struct Column {
 /// Prints its rows as they come; of those without the words that are looked for nothing.
 class Listing {
  public:
-  Listing(bool csv, const std::string& filter, std::vector<Column> columns);
+  Listing(bool csv, const std::vector<std::string>& words, std::vector<Column> columns);
   void Add(const std::vector<std::string>& cells) const;
 
  private:

@@ -96,6 +96,7 @@ class TableConverter {
       RefuseSwappedColumns(line, fields);
       return;
     }
+    if (m_layout.splitter.Delimiter() == ',') m_layout.mostColumns = fields.size();
     m_output.Write(text.substr(0, begin));
     WriteHeader(line, fields);
     m_output.Write(line.size() < lineEnd - begin ? "\r\n" : "\n");
@@ -155,6 +156,7 @@ class TableConverter {
     m_complaints += result.complaintCount;
     m_badLines += result.badLines;
     m_unplottable += result.unplottable;
+    m_longLines += result.longLines;
     m_converted += result.converted;
     m_output.Write(result.text);
     m_progress.Update(block.bytesRead, block.firstLine + block.lines - 1);
@@ -163,6 +165,10 @@ class TableConverter {
   void Summarise() const {
     if (m_complaints > kMostComplaints) {
       std::cerr << "orvex: " << m_complaints - kMostComplaints << " more such reports\n";
+    }
+    if (m_longLines > 0 && !m_options.quiet) {
+      Warn("lines with more columns than the header: " + std::to_string(m_longLines) +
+           "; decimal commas need quotes or another delimiter, and --decimal-comma");
     }
     if (m_options.quiet || m_badLines + m_unplottable == 0) return;
     std::cerr << "orvex: points converted: " << m_converted << ", unplottable: " << m_unplottable
@@ -178,7 +184,7 @@ class TableConverter {
   Block m_pending;      // with the first points
   std::string m_place;  // of the first line with content
   Layout m_layout;
-  std::uint64_t m_complaints = 0, m_badLines = 0, m_unplottable = 0, m_converted = 0;
+  std::uint64_t m_complaints = 0, m_badLines = 0, m_unplottable = 0, m_converted = 0, m_longLines = 0;
 };
 
 std::uint64_t SizeOf(const std::string& file) {

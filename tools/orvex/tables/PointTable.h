@@ -18,7 +18,8 @@ enum class Label { None, Beside, Alone };
 
 struct LabelColumn {
   Label use = Label::None;
-  std::string name = {};  ///< in the header
+  std::string name = {};                                       ///< in the header
+  std::function<bool(const std::string&)> readable = nullptr;  ///< of one that is read; none: any
 };
 
 /// How the table looks and what becomes of it.
