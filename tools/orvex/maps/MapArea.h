@@ -20,8 +20,8 @@ struct MapArea {
 /// A zone as the projection that stands behind it.
 PROJDATA Expanded(PROJDATA record);
 
-/// The area for a projection, or what the user asked for as "W,S,E,N" (empty: the default). Throws Failure for a
-/// projection that cannot be drawn.
-MapArea ChooseArea(const PROJDATA& record, const std::string& bounds);
+/// The area for a projection, or what the user asked for as "W,S,E,N" (empty: the default); `stated` as the projection
+/// is computed. Throws Failure for a projection that cannot be drawn.
+MapArea ChooseArea(const PROJDATA& record, const std::string& bounds, bool stated);
 
 }  // namespace orvex::tool
