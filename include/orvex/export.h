@@ -1,4 +1,5 @@
-/* Export and calling-convention macros of the public interface, for C as well. */
+/** \file
+ * Export and calling-convention macros of the public interface, for C as well. */
 #pragma once
 
 /** ORVEX_API marks what the library exports. Define ORVEX_STATIC when linking the static library. */

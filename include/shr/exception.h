@@ -1,4 +1,5 @@
-// The exception that Orvex throws.
+/// \file
+/// The exception that Orvex throws.
 #pragma once
 
 #include <exception>
@@ -6,6 +7,7 @@
 
 #include <orvex/export.h>
 
+/// What Orvex shares with its hosts: the exception and image registration.
 namespace shr {
 
 namespace detail {
@@ -19,8 +21,8 @@ class ORVEX_API Exception : public std::exception {
   Exception() noexcept;
   /// The texts are copied; null counts as empty.
   Exception(int messageId, int line, const char* module, const char* source, const char* message) noexcept;
-  Exception(const Exception& other) noexcept;
-  Exception& operator=(const Exception& other) noexcept;
+  Exception(const Exception& other) noexcept;             ///< shares the texts
+  Exception& operator=(const Exception& other) noexcept;  ///< shares the texts
   ~Exception() override;
 
   /// Number of the message: 20200 to 20281; see docs/errors.md for each id, its cause and what to do.
