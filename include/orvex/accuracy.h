@@ -5,9 +5,12 @@
 
 #include <stdint.h>
 
+/** \defgroup accuracy Accuracy */
+
 #if defined(__cplusplus) && __cplusplus >= 201103L
 namespace orvex {
-/** How a projection or datum handle computes. */
+/** How a projection or datum handle computes.
+ * \ingroup accuracy */
 enum ProjAccuracy : int32_t {
 #elif defined(__cplusplus)
 namespace orvex {

@@ -7,6 +7,9 @@
 
 namespace orvex {
 
+/// \addtogroup clip
+/// \{
+
 #pragma pack(push, 1)
 /// One line segment with a flag for each end, byte-packed.
 struct SEGMENT {
@@ -83,5 +86,7 @@ ORVEX_API bool ORVEX_CALL ProjLLPreclipPolyline(void* hProj, void* pUser, int nP
 /// ProjLLPreclipPolyline, and false as well when a part has fewer than 2 points.
 ORVEX_API bool ORVEX_CALL ProjLLPreclipPolygon(void* hProj, void* pUser, int nParts, const int* pCounts,
                                                const PROJPOINT* pPts, PROJFILLCALLBACK pFill, PROJLINECALLBACK pLine);
+
+/// \}
 
 }  // namespace orvex

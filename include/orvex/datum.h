@@ -12,6 +12,9 @@
 
 namespace orvex {
 
+/// \addtogroup datum
+/// \{
+
 /// How one step between a datum and WGS 84 is computed.
 enum DatumMethod : std::int32_t {
   DM_NOXFORM = 0,     ///< no change
@@ -435,5 +438,7 @@ ORVEX_API bool ORVEX_CALL NDatReversible(const char* ini, const char* name);
 ORVEX_API bool ORVEX_CALL NDatSave(const char* ini, const char* name, const DATUM2WGS84* params);
 /// Removes a custom datum; false as NDatSave. The last one cannot be removed: the call succeeds and the entry stays.
 ORVEX_API bool ORVEX_CALL NDatDelete(const char* ini, const char* name);
+
+/// \}
 
 }  // namespace orvex

@@ -8,6 +8,9 @@
 
 namespace orvex {
 
+/// \addtogroup ellipsoid
+/// \{
+
 /// The ellipsoids. The value is the row of the table; 0 means that the caller gives radius and flattening himself.
 enum EllipsoidType : std::int32_t {
   ET_USER_DEFINED = 0,                        ///< radius and flattening as the caller gives them
@@ -94,5 +97,7 @@ ORVEX_API bool ORVEX_CALL EllipsoidFromPOSCNumber(int posc, EllipsoidType* type)
 
 /// POSC code of an ellipsoid; false, nothing written, when it has none. `posc` may be null.
 ORVEX_API bool ORVEX_CALL EllipsoidToPOSCNumber(EllipsoidType type, int* posc);
+
+/// \}
 
 }  // namespace orvex

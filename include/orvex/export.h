@@ -2,6 +2,9 @@
  * Export and calling-convention macros of the public interface, for C as well. */
 #pragma once
 
+/** \addtogroup export
+ * \{ */
+
 /** ORVEX_API marks what the library exports. Define ORVEX_STATIC when linking the static library. */
 #if defined(ORVEX_STATIC)
 #define ORVEX_API
@@ -21,3 +24,5 @@
 #else
 #define ORVEX_CALL
 #endif
+
+/** \} */

@@ -9,6 +9,9 @@
 
 namespace orvex {
 
+/// \addtogroup georef
+/// \{
+
 /// How a georeference transform is made. The value is the index of RefMethodName.
 enum TransformMethod : std::int32_t {
   RM_HELMERT = 0,             ///< similarity: scale, rotation, two shifts; least squares, at least 2 controls
@@ -107,5 +110,7 @@ class ORVEX_API CGeorefTransform {
  private:
   std::shared_ptr<void> m_hRef;
 };
+
+/// \}
 
 }  // namespace orvex

@@ -14,6 +14,9 @@
 #include <orvex/accuracy.h>
 #include <orvex/export.h>
 
+/** \addtogroup orvex_c
+ * \{ */
+
 #ifdef __cplusplus
 extern "C" {
 #endif
@@ -96,6 +99,8 @@ ORVEX_API void ORVEX_CALL orvex_datum_delete(void* datum);
 ORVEX_API int ORVEX_CALL orvex_datum_convert(void* datum, orvex_point* points, int count, char* message);
 /** The same choice for a conversion between datums. */
 ORVEX_API int ORVEX_CALL orvex_datum_set_accuracy(void* datum, int accuracy);
+
+/** \} */
 
 #ifdef __cplusplus
 }

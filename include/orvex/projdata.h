@@ -9,6 +9,9 @@
 
 namespace orvex {
 
+/// \addtogroup projdata
+/// \{
+
 /// The projections. The value is the row of the projection table; any integer may be cast to the type.
 enum ProjType : std::int32_t {
   PT_LATLONG = 0,              ///< Unprojected Lat/Long
@@ -92,5 +95,7 @@ static_assert(offsetof(PROJDATA, Zone) == 101 && offsetof(PROJDATA, Alpha) == 10
               offsetof(PROJDATA, Ellipsoid) == 116);
 static_assert(offsetof(PROJDATA, iResult) == 136 && offsetof(PROJDATA, bWrapLon) == 140 &&
               offsetof(PROJDATA, Reserved) == 141);
+
+/// \}
 
 }  // namespace orvex

@@ -12,6 +12,9 @@
 
 namespace orvex {
 
+/// \addtogroup projection
+/// \{
+
 /// Number of projections: 29.
 ORVEX_API int ORVEX_CALL ProjNumProjections();
 
@@ -163,5 +166,7 @@ class ORVEX_API CPROJCHAIN {
   std::int32_t iValue;               ///< the host's own
   std::vector<std::int32_t> Counts;  ///< counts that belong to them, the host's own
 };
+
+/// \}
 
 }  // namespace orvex

@@ -6,6 +6,9 @@
 
 namespace orvex {
 
+/// \addtogroup text
+/// \{
+
 /// Bits of the format word of DegreesToLatLon. The low four bits hold the number of decimals (0 to 15) of the last
 /// field.
 enum LatLonFormat : int {
@@ -41,5 +44,7 @@ ORVEX_API bool ORVEX_CALL LatLonToDegrees(const char* text, double* degrees, cha
 /// written without LLF_MINUSSIGN and without LLF_HEMISPHERE loses its sign.
 ORVEX_API bool ORVEX_CALL DegreesToLatLon(char* text, double degrees, int format, char degSep, char minSep,
                                           char secSep);
+
+/// \}
 
 }  // namespace orvex

@@ -9,6 +9,9 @@
 
 namespace orvex {
 
+/// \addtogroup zones
+/// \{
+
 /// The state plane zones of both sets (1927 and 1983) in catalogue order; not every zone exists in both.
 enum StateZoneType : std::int32_t {
   SZ_ALABAMA_EAST = 0,                           ///< Alabama East
@@ -195,5 +198,7 @@ ORVEX_API bool ORVEX_CALL ProjUTMZoneNameToNumber(const char* name, int* zone, b
 ORVEX_API int ORVEX_CALL ProjUTMLonToZoneNumber(double lon);
 /// Central meridian of a zone in degrees; any integer zone is taken modulo 60.
 ORVEX_API double ORVEX_CALL ProjUTMZoneNumberToLon(int zone);
+
+/// \}
 
 }  // namespace orvex

@@ -10,6 +10,9 @@
 /// What Orvex shares with its hosts: the exception and image registration.
 namespace shr {
 
+/// \addtogroup exception
+/// \{
+
 namespace detail {
 struct SharedTexts;
 }
@@ -43,5 +46,7 @@ class ORVEX_API Exception : public std::exception {
   int m_line;
   detail::SharedTexts* m_texts;  // shared by the copies; null: all empty
 };
+
+/// \}
 
 }  // namespace shr

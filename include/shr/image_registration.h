@@ -14,6 +14,9 @@ struct WarpAccess;
 
 namespace shr {
 
+/// \addtogroup image_registration
+/// \{
+
 /// A point of either plane.
 struct RPoint {
   double x;  ///< first coordinate
@@ -76,5 +79,7 @@ class ORVEX_API CImageRegistration {
   struct State;
   std::unique_ptr<State> m_state;
 };
+
+/// \}
 
 }  // namespace shr
