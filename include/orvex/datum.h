@@ -413,10 +413,10 @@ class ORVEX_API CDatumTransform {
  private:
   std::shared_ptr<void> m_hDatum;
 };
-
-// ---- built-in and custom datums as one list, by name ----
-// `ini` is the path of the host's INI file, section "Custom Datums"; null means built-in datums only. Nothing throws:
-// every failure is a false. Names are compared without regard to case; built-in names take precedence.
+/// \file
+/// Built-in and custom datums as one list, by name, are what the functions `NDat...` know: `ini` is the path of the
+/// host's INI file, section "Custom Datums"; null means built-in datums only. Nothing throws: every failure is a false.
+/// Names are compared without regard to case; built-in names take precedence.
 
 /// 254 plus the number of custom datums.
 ORVEX_API int ORVEX_CALL NDatNumDatums(const char* ini);
