@@ -1,12 +1,15 @@
 """The site: guides from Markdown, the reference from what Doxygen read in the headers. Built by scripts/docs."""
 
+import json
 import re
 from pathlib import Path
 
 from docutils import nodes
+from sphinx.util import logging
 
 ROOT = Path(__file__).resolve().parents[2]
-ATLAS = (ROOT / "web/atlas/dist/index.html").exists()
+ATLAS = ROOT / "web/atlas/dist/projections.json"  # what the atlas has, where it has been built
+LOGGER = logging.getLogger(__name__)
 
 project = "Orvex"
 version = re.search(r"project\(orvex VERSION (\S+)", (ROOT / "CMakeLists.txt").read_text()).group(1)
@@ -36,7 +39,7 @@ html_show_sphinx = False
 html_static_path = ["_static"]
 html_css_files = ["style.css"]
 templates_path = ["_templates"]
-html_context = {"atlas": ATLAS}
+html_context = {"atlas": ATLAS.exists()}
 html_sidebars = {"**": [f"sidebar/{part}.html" for part in ("brand", "search", "scroll-start", "navigation")]
                  + ["more.html", "sidebar/scroll-end.html"]}
 html_theme_options = {
@@ -80,13 +83,17 @@ def link_guides(app, doctree):
 
 
 def link_atlas(app, doctree, docname):
-    """The pictures of the gallery lead to their maps in the atlas."""
-    if docname == "docs/gallery" and ATLAS:
-        for image in list(doctree.findall(nodes.image)):
-            uri = f"../atlas/index.html#{Path(image['uri']).stem}"
-            link = nodes.reference("", "", refuri=uri, internal=True)
-            image.replace_self(link)
-            link += image
+    """The pictures of the gallery lead to their projections in the atlas."""
+    if docname != "docs/gallery" or not ATLAS.exists():
+        return
+    slugs = {projection["name"]: projection["slug"] for projection in json.loads(ATLAS.read_text())}
+    for image in list(doctree.findall(nodes.image)):
+        if image["alt"] not in slugs:
+            LOGGER.warning("the atlas lacks %s", image["alt"], location=docname)
+            continue
+        link = nodes.reference("", "", refuri=f"../atlas/index.html#{slugs[image['alt']]}", internal=True)
+        image.replace_self(link)
+        link += image
 
 
 def setup(app):

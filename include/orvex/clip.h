@@ -58,8 +58,8 @@ class ORVEX_API CSEGLIST {
   int m_capacity;
 };
 /// \file
-/// Every function throws shr::Exception 20200 when it needs the domain of a projection that has none ("Unprojected
-/// Lat/Long") or of a state plane zone that does not exist.
+/// Every function throws shr::Exception 20200 when it needs the domain of a projection that has none (that of
+/// "Unprojected Lat/Long") or of a state plane zone that does not exist.
 
 /// Whether a point (degrees) lies in the projection's domain. False for null pointers and outside +-360, +-90 degrees.
 ORVEX_API bool ORVEX_CALL ProjLLInProjection(void* hProj, const PROJPOINT* pPt);
