@@ -53,6 +53,10 @@ html_theme_options = {
         "color-api-name": "#1f5f7a",
         "color-api-pre-name": "#46565f",
         "color-inline-code-background": "#eef4f7",
+        "color-sidebar-item-background--hover": "#dcecf5",
+        "color-sidebar-item-background--current": "#dcecf5",
+        "color-highlight-on-target": "#efe8d6",
+        "site-land": "#d9ceb0",
     },
     "dark_css_variables": {
         "color-foreground-primary": "#e6ecef",
@@ -66,6 +70,10 @@ html_theme_options = {
         "color-api-name": "#8cc4de",
         "color-api-pre-name": "#a9b6bd",
         "color-inline-code-background": "#1d2f3b",
+        "color-sidebar-item-background--hover": "#1d2f3b",
+        "color-sidebar-item-background--current": "#1d2f3b",
+        "color-highlight-on-target": "#3a3a30",
+        "site-land": "#4a4a3c",
     },
 }
 
