@@ -3,8 +3,8 @@
 Usage: test_pages.py TOOL LIBRARY-DIRECTORY COMPILER-OPTIONS [PAGE...]
 
 Blocks of `sh` must succeed line by line; lines that build, install or run a script of the source tree are not run, but
-what they name must be there. In other blocks lines that begin with "$ " are run and must print what stands below them. A block
-after "save as `name`:" becomes that file.
+what they name must be there. In other blocks lines that begin with "$ " must print what stands below them. A block after
+"save as `name`:" becomes that file.
 """
 
 import os
@@ -18,7 +18,7 @@ import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 PAGES = ["README.md", *(f"docs/{name}.md" for name in (
-    "tutorial", "recipes", "tool", "systems", "maps", "georeferencing", "embedding", "performance"))]
+    "tutorial", "recipes", "tool", "systems", "maps", "gallery", "georeferencing", "embedding", "performance"))]
 NOT_RUN = ("scripts/", "cmake ", "cpack ", "sudo ", "pip ", "PATH=")
 SHELL = shutil.which("dash") or "/bin/sh"
 
@@ -92,11 +92,11 @@ class Names(unittest.TestCase):
             listed = subprocess.run([ARGUMENTS[0], "list", what, "--csv"], capture_output=True, check=True, encoding="utf-8")
             names = {int(row.split(",")[0]): row for row in listed.stdout.splitlines()[1:]}
             text = (ROOT / f"include/orvex/{header}.h").read_text(encoding="utf-8")
-            said = [(int(value), name) for value, name in re.findall(r"^  (?:DT|ET|SZ|PT)_\w+ = (\d+),? +///< (.*)$", text, re.M)]
+            said = re.findall(r"^  (?:DT|ET|SZ|PT)_\w+ = (\d+),? +///< (.*)$", text, re.M)
             self.assertGreater(len(said), 28)
             for value, name in said:
-                if value in names:
-                    self.assertIn(name, names.pop(value).replace('"', ""))
+                if int(value) in names:
+                    self.assertIn(name, names.pop(int(value)).replace('"', ""))
             self.assertLessEqual(len(names), 1, names)  # one name is too long for the line of its value
 
 
