@@ -853,21 +853,6 @@ class Georef(ToolTest):
         self.refused(*good, "affine", "--world-file", "good.csv", says="is the input")
 
 
-class Manual(ToolTest):
-    def test_examples_print_what_the_pages_show(self):
-        os.symlink(os.path.join(ROOT, "examples"), self.file("examples"))
-        environment = dict(os.environ, PATH=os.path.dirname(PROGRAM) + os.pathsep + os.environ["PATH"])
-        for page in ["tool.md", "georeferencing.md"]:
-            with open(os.path.join(ROOT, "docs", page), encoding="ascii") as text:
-                blocks = re.findall(r"^```\n(\$ .*?)^```", text.read(), re.M | re.S)
-            examples = re.findall(r"^\$ (.*)\n((?:(?!\$ ).*\n)*)", "".join(blocks), re.M)
-            self.assertGreater(len(examples), 0)
-            for command, shown in examples:
-                done = subprocess.run(["sh", "-c", command], cwd=self.directory, env=environment, stdout=subprocess.PIPE,
-                                      stderr=subprocess.STDOUT, encoding="utf-8", timeout=300)
-                self.assertEqual(done.stdout.rstrip("\n"), shown.rstrip("\n"), command)
-
-
 if __name__ == "__main__":
     PROGRAM = os.path.abspath(sys.argv.pop(1))
     unittest.main()
