@@ -24,12 +24,10 @@ class ProjectionStep : public Step {
     }
   }
 
-  void Convert(std::span<PROJPOINT> points) override {
-    const int count = static_cast<int>(points.size());
+  void Convert(const Block& points) override {
     bool done = false;
     try {
-      done = m_direction == Direction::Forward ? m_projector.Forward(points.data(), count)
-                                               : m_projector.Inverse(points.data(), count);
+      done = m_direction == Direction::Forward ? Forward(points) : Inverse(points);
     } catch (const shr::Exception& e) {
       if (e.MessageId() == kInconsistency) throw PointRefused{};
       throw;
@@ -38,6 +36,15 @@ class ProjectionStep : public Step {
   }
 
  private:
+  bool Forward(const Block& points) {
+    if (points.AreRecords()) return m_projector.Forward(points.Records<PROJPOINT>(), points.Count());
+    return m_projector.ForwardColumns(&points.X(0), &points.Y(0), points.Count());
+  }
+  bool Inverse(const Block& points) {
+    if (points.AreRecords()) return m_projector.Inverse(points.Records<PROJPOINT>(), points.Count());
+    return m_projector.InverseColumns(&points.X(0), &points.Y(0), points.Count());
+  }
+
   Direction m_direction;
   CProjector m_projector;
 };
@@ -50,10 +57,12 @@ class DatumStep : public Step {
     }
   }
 
-  void Convert(std::span<PROJPOINT> points) override {
-    static_assert(sizeof(DATUMPOINT) == sizeof(PROJPOINT));
+  void Convert(const Block& points) override {
     try {
-      if (m_transform.Convert(reinterpret_cast<DATUMPOINT*>(points.data()), static_cast<int>(points.size()))) return;
+      if (points.AreRecords() ? m_transform.Convert(points.Records<DATUMPOINT>(), points.Count())
+                              : m_transform.ConvertColumns(&points.X(0), &points.Y(0), points.Count())) {
+        return;
+      }
     } catch (const shr::Exception& e) {
       if (e.Source() != "DtmNadcon") throw;
       throw tool::Failure("the NADCON grids (conus.LAS and conus.LOS, prvi.LAS and prvi.LOS) cannot be read");
@@ -71,9 +80,14 @@ class FormulaStep : public Step {
  public:
   explicit FormulaStep(Formula formula) : m_formula(formula) {}
 
-  void Convert(std::span<PROJPOINT> points) override {
-    for (PROJPOINT& p : points) {
-      if (p.x != DBL_MAX && p.y != DBL_MAX) p = m_formula(p);
+  void Convert(const Block& points) override {
+    for (std::size_t i = 0; i < points.Size(); ++i) {
+      double& x = points.X(i);
+      double& y = points.Y(i);
+      if (x == DBL_MAX || y == DBL_MAX) continue;
+      const PROJPOINT result = m_formula(PROJPOINT{x, y});
+      x = result.x;
+      y = result.y;
     }
   }
 
@@ -91,13 +105,18 @@ class GeorefStep : public Step {
     if (!m_transform.Create(&record)) throw tool::Failure("the control points do not determine the transform");
   }
 
-  void Convert(std::span<PROJPOINT> points) override {
-    static_assert(sizeof(GEOREFPOINT) == sizeof(PROJPOINT));
-    auto* const first = reinterpret_cast<GEOREFPOINT*>(points.data());
-    if (!m_transform.Forward(first, static_cast<int>(points.size()))) throw tool::Failure("the transform failed");
+  void Convert(const Block& points) override {
+    m_points.resize(points.Size());
+    for (std::size_t i = 0; i < m_points.size(); ++i) m_points[i] = {points.X(i), points.Y(i)};
+    if (!m_transform.Forward(m_points.data(), points.Count())) throw tool::Failure("the transform failed");
+    for (std::size_t i = 0; i < m_points.size(); ++i) {
+      points.X(i) = m_points[i].x;
+      points.Y(i) = m_points[i].y;
+    }
   }
 
  private:
+  std::vector<GEOREFPOINT> m_points;  // the library has records only here
   CGeorefTransform m_transform;
 };
 

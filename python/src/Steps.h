@@ -4,12 +4,13 @@
 
 #include <array>
 #include <memory>
-#include <span>
 #include <vector>
 
 #include <orvex/datum.h>
 #include <orvex/georef.h>
 #include <orvex/projection.h>
+
+#include "Points.h"
 
 namespace orvex::python {
 
@@ -20,7 +21,7 @@ class Step {
  public:
   virtual ~Step() = default;
   /// Converts the points in place; those that cannot be computed become the library's marker.
-  virtual void Convert(std::span<PROJPOINT> points) = 0;
+  virtual void Convert(const Block& points) = 0;
 };
 
 class Recipe {

@@ -114,6 +114,10 @@ bool CDatumTransform::Convert(DATUMPOINT* pts, int n) {
   return DatConvertDatum(m_hDatum.get(), pts, n);
 }
 
+bool CDatumTransform::ConvertColumns(double* x, double* y, int n) {
+  return DatConvertColumns(m_hDatum.get(), x, y, n);
+}
+
 bool CDatumTransform::GetInfo(DATUMXFORM* out) const {
   return DatGetHandleInfo(m_hDatum.get(), out);
 }

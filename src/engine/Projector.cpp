@@ -60,6 +60,14 @@ bool CProjector::Inverse(PROJPOINT* pPts, int nPts) {
   return ProjInverse(m_hProj.get(), pPts, nPts);
 }
 
+bool CProjector::ForwardColumns(double* x, double* y, int nPts) {
+  return ProjForwardColumns(m_hProj.get(), x, y, nPts);
+}
+
+bool CProjector::InverseColumns(double* x, double* y, int nPts) {
+  return ProjInverseColumns(m_hProj.get(), x, y, nPts);
+}
+
 int CProjector::Result() const {
   return ProjResult(m_hProj.get());
 }
