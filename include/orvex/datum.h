@@ -363,9 +363,10 @@ ORVEX_API void ORVEX_CALL DatDeleteDatum(void* handle);
 /// does so before a point is touched, but for memory for a part of a NADCON grid (20201), which leaves the rest of the
 /// points as given. One handle must not be used by two threads at once.
 ORVEX_API bool ORVEX_CALL DatConvertDatum(void* handle, DATUMPOINT* pts, int n);
-/// The same for n points of which x[i] is the longitude and y[i] the latitude, with the same bits. Neither column may
-/// be null or overlap the other.
-ORVEX_API bool ORVEX_CALL DatConvertColumns(void* handle, double* x, double* y, int n);
+/// The same for n points in columns, with the same bits. Results may go into columns of their own or into the given
+/// ones, but else must not overlap them. No column may be null.
+ORVEX_API bool ORVEX_CALL DatConvertColumns(void* handle, const double* fromLon, const double* fromLat, double* toLon,
+                                            double* toLat, int n);
 /// Copies the handle's record; false for null pointers.
 ORVEX_API bool ORVEX_CALL DatGetHandleInfo(void* handle, DATUMXFORM* out);
 /// Whether the last conversion met an unplottable point; false for a null handle.
@@ -396,7 +397,7 @@ class ORVEX_API CDatumTransform {
   void Delete();
   bool IsCreated() const;
   bool Convert(DATUMPOINT* pts, int n);
-  bool ConvertColumns(double* x, double* y, int n);
+  bool ConvertColumns(const double* fromLon, const double* fromLat, double* toLon, double* toLat, int n);
   bool GetInfo(DATUMXFORM* out) const;
   bool HadUnplottables() const;
   /// DatSetAccuracy and DatGetAccuracy; a copy computes like the object that it is made from, Create starts anew.

@@ -73,11 +73,14 @@ ORVEX_API bool ORVEX_CALL ProjForward(void* hProj, PROJPOINT* pPts, int nPts);
 /// too large for a double become DBL_MAX in that coordinate alone, without setting it either.
 ORVEX_API bool ORVEX_CALL ProjInverse(void* hProj, PROJPOINT* pPts, int nPts);
 
-/// ProjForward and ProjInverse for hosts that keep coordinates in two columns: x[i] and y[i] are point i, converted in
-/// place, with the same bits. Neither column may be null or overlap the other; they need not be aligned. About twice as
-/// fast as copying to points and back where the projection is a cheap one.
-ORVEX_API bool ORVEX_CALL ProjForwardColumns(void* hProj, double* x, double* y, int nPts);
-ORVEX_API bool ORVEX_CALL ProjInverseColumns(void* hProj, double* x, double* y, int nPts);
+/// ProjForward and ProjInverse for hosts that keep coordinates in columns, with the same bits: point i is lon[i],
+/// lat[i], and its image x[i], y[i]. Results may go into columns of their own or into the given ones (then as in
+/// place), but else must not overlap them; where a formula asserts, the columns hold results before that point and from
+/// it on anything. No column may be null; none needs to be aligned.
+ORVEX_API bool ORVEX_CALL ProjForwardColumns(void* hProj, const double* lon, const double* lat, double* x, double* y,
+                                             int nPts);
+ORVEX_API bool ORVEX_CALL ProjInverseColumns(void* hProj, const double* x, const double* y, double* lon, double* lat,
+                                             int nPts);
 
 // ---- parameter catalogue: every settable field by number, for dialogs and generic storage ----
 
@@ -127,8 +130,8 @@ class ORVEX_API CProjector {
   /// The free functions of the same names with this object's handle.
   bool Forward(PROJPOINT* pPts, int nPts);
   bool Inverse(PROJPOINT* pPts, int nPts);
-  bool ForwardColumns(double* x, double* y, int nPts);
-  bool InverseColumns(double* x, double* y, int nPts);
+  bool ForwardColumns(const double* lon, const double* lat, double* x, double* y, int nPts);
+  bool InverseColumns(const double* x, const double* y, double* lon, double* lat, int nPts);
   int Result() const;
   bool GetInfo(PROJDATA* pProjData) const;
   /// ProjSetAccuracy and ProjGetAccuracy; a copy computes like the object that it is made from, Create starts anew.

@@ -17,8 +17,8 @@ namespace {
 // for the cost of the library's calls not to count.
 constexpr std::size_t kBlock = 4096;
 
-/// Whether the library can convert in place where the results go: in a layout of its own, and without losing what may
-/// have to be read again.
+/// Whether the library can put results there: in a layout of its own, and without losing what may have to be read
+/// again.
 bool CanHold(const Points& to, const Points& from) {
   const auto apart = [&from](const double* first) { return first != from.x.first && first != from.y.first; };
   return (to.AreColumns() || to.AreRecords()) && apart(to.x.first) && apart(to.y.first);
@@ -35,9 +35,9 @@ class Conversion::Worker {
 
   /// Converts at most a block; answers how many points could not be computed.
   std::size_t Convert(const Points& from, const Points& to) {
-    if (CanHold(to, from)) return ConvertIn(Block(to), from);
+    if (CanHold(to, from)) return ConvertInto(Block(to), from);
     const Block own = OwnBlock(to.AreRecords(), to.size);
-    const std::size_t missing = ConvertIn(own, from);
+    const std::size_t missing = ConvertInto(own, from);
     Copy(own.All(), to);
     return missing;
   }
@@ -49,24 +49,26 @@ class Conversion::Worker {
     return Block(records ? Points{{first, 2}, {first + 1, 2}, count} : Points{{first, 1}, {first + kBlock, 1}, count});
   }
 
-  std::size_t ConvertIn(const Block& block, const Points& from) {
-    Copy(from, block.All());
+  std::size_t ConvertInto(const Block& to, const Points& from) {
+    const bool sameLayout = to.AreRecords() ? from.AreRecords() : from.AreColumns();
+    if (!sameLayout) Copy(from, to.All());
     try {
-      Run(block);
+      Run(sameLayout ? Block(from) : to, to);
     } catch (const PointRefused&) {
-      Copy(from, block.All());
-      for (std::size_t i = 0; i < from.size; ++i) RunAlone(block.One(i));
+      Copy(from, to.All());
+      for (std::size_t i = 0; i < to.Size(); ++i) RunAlone(to.One(i));
     }
-    return Unmark(block);
+    return Unmark(to);
   }
 
-  void Run(const Block& points) {
-    for (const auto& step : m_steps) step->Convert(points);
+  void Run(const Block& from, const Block& to) {
+    if (m_steps.empty()) Copy(from, to);
+    for (const auto& step : m_steps) step->Convert(step == m_steps.front() ? from : to, to);
   }
 
   void RunAlone(const Block& point) {
     try {
-      Run(point);
+      Run(point, point);
     } catch (const PointRefused&) {
       point.X(0) = point.Y(0) = DBL_MAX;
     }

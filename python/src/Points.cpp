@@ -56,6 +56,10 @@ void Copy(const Points& from, const Points& to) {
   }
 }
 
+void Copy(const Block& from, const Block& to) {
+  if (!(from == to)) Copy(from.All(), to.All());
+}
+
 std::size_t Unmark(const Block& block) {
   if (!HasMarker(block)) return 0;
   std::size_t marked = 0;

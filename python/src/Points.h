@@ -27,11 +27,14 @@ struct Points {
   bool AreColumns() const { return x.stride == 1 && y.stride == 1; }
 };
 
-/// Points in either of the two layouts that the library converts in place.
+/// Points in either of the two layouts that the library converts.
 class Block {
  public:
   /// The points must be records or columns.
   explicit Block(const Points& points) : m_points(points) {}
+  bool operator==(const Block& other) const {
+    return m_points.x.first == other.m_points.x.first && m_points.y.first == other.m_points.y.first;
+  }
 
   const Points& All() const { return m_points; }
   double& X(std::size_t i) const { return m_points.x[i]; }
@@ -53,6 +56,8 @@ class Block {
 
 /// Copies all points; the two must not overlap.
 void Copy(const Points& from, const Points& to);
+/// The same unless the two are one.
+void Copy(const Block& from, const Block& to);
 
 /// Puts NaN into both coordinates where the library left its marker in one. Answers how many points those are.
 std::size_t Unmark(const Block& block);

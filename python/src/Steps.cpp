@@ -24,10 +24,10 @@ class ProjectionStep : public Step {
     }
   }
 
-  void Convert(const Block& points) override {
+  void Convert(const Block& from, const Block& to) override {
     bool done = false;
     try {
-      done = m_direction == Direction::Forward ? Forward(points) : Inverse(points);
+      done = to.AreRecords() ? ConvertRecords(from, to) : ConvertColumns(from, to);
     } catch (const shr::Exception& e) {
       if (e.MessageId() == kInconsistency) throw PointRefused{};
       throw;
@@ -36,13 +36,16 @@ class ProjectionStep : public Step {
   }
 
  private:
-  bool Forward(const Block& points) {
-    if (points.AreRecords()) return m_projector.Forward(points.Records<PROJPOINT>(), points.Count());
-    return m_projector.ForwardColumns(&points.X(0), &points.Y(0), points.Count());
+  bool ConvertRecords(const Block& from, const Block& to) {
+    Copy(from, to);
+    auto* const points = to.Records<PROJPOINT>();
+    return m_direction == Direction::Forward ? m_projector.Forward(points, to.Count())
+                                             : m_projector.Inverse(points, to.Count());
   }
-  bool Inverse(const Block& points) {
-    if (points.AreRecords()) return m_projector.Inverse(points.Records<PROJPOINT>(), points.Count());
-    return m_projector.InverseColumns(&points.X(0), &points.Y(0), points.Count());
+  bool ConvertColumns(const Block& from, const Block& to) {
+    return m_direction == Direction::Forward
+               ? m_projector.ForwardColumns(&from.X(0), &from.Y(0), &to.X(0), &to.Y(0), to.Count())
+               : m_projector.InverseColumns(&from.X(0), &from.Y(0), &to.X(0), &to.Y(0), to.Count());
   }
 
   Direction m_direction;
@@ -57,12 +60,9 @@ class DatumStep : public Step {
     }
   }
 
-  void Convert(const Block& points) override {
+  void Convert(const Block& from, const Block& to) override {
     try {
-      if (points.AreRecords() ? m_transform.Convert(points.Records<DATUMPOINT>(), points.Count())
-                              : m_transform.ConvertColumns(&points.X(0), &points.Y(0), points.Count())) {
-        return;
-      }
+      if (to.AreRecords() ? ConvertRecords(from, to) : ConvertColumns(from, to)) return;
     } catch (const shr::Exception& e) {
       if (e.Source() != "DtmNadcon") throw;
       throw tool::Failure("the NADCON grids (conus.LAS and conus.LOS, prvi.LAS and prvi.LOS) cannot be read");
@@ -71,6 +71,14 @@ class DatumStep : public Step {
   }
 
  private:
+  bool ConvertRecords(const Block& from, const Block& to) {
+    Copy(from, to);
+    return m_transform.Convert(to.Records<DATUMPOINT>(), to.Count());
+  }
+  bool ConvertColumns(const Block& from, const Block& to) {
+    return m_transform.ConvertColumns(&from.X(0), &from.Y(0), &to.X(0), &to.Y(0), to.Count());
+  }
+
   CDatumTransform m_transform;
 };
 
@@ -80,14 +88,12 @@ class FormulaStep : public Step {
  public:
   explicit FormulaStep(Formula formula) : m_formula(formula) {}
 
-  void Convert(const Block& points) override {
-    for (std::size_t i = 0; i < points.Size(); ++i) {
-      double& x = points.X(i);
-      double& y = points.Y(i);
-      if (x == DBL_MAX || y == DBL_MAX) continue;
-      const PROJPOINT result = m_formula(PROJPOINT{x, y});
-      x = result.x;
-      y = result.y;
+  void Convert(const Block& from, const Block& to) override {
+    for (std::size_t i = 0; i < to.Size(); ++i) {
+      PROJPOINT p{from.X(i), from.Y(i)};
+      if (p.x != DBL_MAX && p.y != DBL_MAX) p = m_formula(p);
+      to.X(i) = p.x;
+      to.Y(i) = p.y;
     }
   }
 
@@ -105,13 +111,13 @@ class GeorefStep : public Step {
     if (!m_transform.Create(&record)) throw tool::Failure("the control points do not determine the transform");
   }
 
-  void Convert(const Block& points) override {
-    m_points.resize(points.Size());
-    for (std::size_t i = 0; i < m_points.size(); ++i) m_points[i] = {points.X(i), points.Y(i)};
-    if (!m_transform.Forward(m_points.data(), points.Count())) throw tool::Failure("the transform failed");
+  void Convert(const Block& from, const Block& to) override {
+    m_points.resize(to.Size());
+    for (std::size_t i = 0; i < m_points.size(); ++i) m_points[i] = {from.X(i), from.Y(i)};
+    if (!m_transform.Forward(m_points.data(), to.Count())) throw tool::Failure("the transform failed");
     for (std::size_t i = 0; i < m_points.size(); ++i) {
-      points.X(i) = m_points[i].x;
-      points.Y(i) = m_points[i].y;
+      to.X(i) = m_points[i].x;
+      to.Y(i) = m_points[i].y;
     }
   }
 

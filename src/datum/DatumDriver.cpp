@@ -184,7 +184,11 @@ bool Convert(void* handle, const PointView& pts, int n) {
   record->bUnplottable = false;
   const bool exact = IsExact(handle);
   if (work.SrcDatum == work.DestDatum && work.SrcDatum != DT_USER_DEFINED) {
-    if (exact) record->bUnplottable = DatumOperationsFor(n).convert(pts, n, {}, {}, exact);
+    if (exact) {
+      record->bUnplottable = DatumOperationsFor(n).convert(pts, n, {}, {}, exact);
+    } else {
+      BringOver(pts, n);
+    }
     return true;
   }
 
@@ -209,11 +213,13 @@ bool DatConvertDatum(void* handle, DATUMPOINT* pts, int n) {
   return Convert(handle, ViewOf(pts), n);
 }
 
-bool DatConvertColumns(void* handle, double* x, double* y, int n) {
+bool DatConvertColumns(void* handle, const double* fromLon, const double* fromLat, double* toLon, double* toLat,
+                       int n) {
   const FpGuard guard;
-  LogPrintf("DatConvertColumns(hDatum=%p, x=%p, y=%p, nPts=%d)\n", handle, static_cast<void*>(x), static_cast<void*>(y),
-            n);
-  return Convert(handle, ViewOf(x, y), n);
+  LogPrintf("DatConvertColumns(hDatum=%p, fromLon=%p, fromLat=%p, toLon=%p, toLat=%p, nPts=%d)\n", handle,
+            static_cast<const void*>(fromLon), static_cast<const void*>(fromLat), static_cast<const void*>(toLon),
+            static_cast<const void*>(toLat), n);
+  return Convert(handle, ViewOf(fromLon, fromLat, toLon, toLat), n);
 }
 
 }  // namespace orvex

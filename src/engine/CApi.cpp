@@ -154,16 +154,20 @@ int ORVEX_CALL orvex_inverse(void* projection, orvex_point* points, int count, c
   return Convert(projection, count, message, ProjInverse, AnyUnprojected, reinterpret_cast<PROJPOINT*>(points));
 }
 
-int ORVEX_CALL orvex_forward_columns(void* projection, double* x, double* y, int count, char* message) {
-  LogPrintf("orvex_forward_columns(projection=%p, x=%p, y=%p, count=%d, message=%p)\n", projection,
-            static_cast<void*>(x), static_cast<void*>(y), count, static_cast<void*>(message));
-  return Convert(projection, count, message, ProjForwardColumns, AnyUnprojected, x, y);
+int ORVEX_CALL orvex_forward_columns(void* projection, const double* lon, const double* lat, double* x, double* y,
+                                     int count, char* message) {
+  LogPrintf("orvex_forward_columns(projection=%p, lon=%p, lat=%p, x=%p, y=%p, count=%d, message=%p)\n", projection,
+            static_cast<const void*>(lon), static_cast<const void*>(lat), static_cast<const void*>(x),
+            static_cast<const void*>(y), count, static_cast<void*>(message));
+  return Convert(projection, count, message, ProjForwardColumns, AnyUnprojected, lon, lat, x, y);
 }
 
-int ORVEX_CALL orvex_inverse_columns(void* projection, double* x, double* y, int count, char* message) {
-  LogPrintf("orvex_inverse_columns(projection=%p, x=%p, y=%p, count=%d, message=%p)\n", projection,
-            static_cast<void*>(x), static_cast<void*>(y), count, static_cast<void*>(message));
-  return Convert(projection, count, message, ProjInverseColumns, AnyUnprojected, x, y);
+int ORVEX_CALL orvex_inverse_columns(void* projection, const double* x, const double* y, double* lon, double* lat,
+                                     int count, char* message) {
+  LogPrintf("orvex_inverse_columns(projection=%p, x=%p, y=%p, lon=%p, lat=%p, count=%d, message=%p)\n", projection,
+            static_cast<const void*>(x), static_cast<const void*>(y), static_cast<const void*>(lon),
+            static_cast<const void*>(lat), count, static_cast<void*>(message));
+  return Convert(projection, count, message, ProjInverseColumns, AnyUnprojected, x, y, lon, lat);
 }
 
 int ORVEX_CALL orvex_set_accuracy(void* projection, int accuracy) {
@@ -196,10 +200,13 @@ int ORVEX_CALL orvex_datum_convert(void* datum, orvex_point* points, int count, 
   return Convert(datum, count, message, DatConvertDatum, AnyUnshifted, reinterpret_cast<DATUMPOINT*>(points));
 }
 
-int ORVEX_CALL orvex_datum_convert_columns(void* datum, double* x, double* y, int count, char* message) {
-  LogPrintf("orvex_datum_convert_columns(datum=%p, x=%p, y=%p, count=%d, message=%p)\n", datum, static_cast<void*>(x),
-            static_cast<void*>(y), count, static_cast<void*>(message));
-  return Convert(datum, count, message, DatConvertColumns, AnyUnshifted, x, y);
+int ORVEX_CALL orvex_datum_convert_columns(void* datum, const double* from_lon, const double* from_lat, double* to_lon,
+                                           double* to_lat, int count, char* message) {
+  LogPrintf(
+      "orvex_datum_convert_columns(datum=%p, from_lon=%p, from_lat=%p, to_lon=%p, to_lat=%p, count=%d, message=%p)\n",
+      datum, static_cast<const void*>(from_lon), static_cast<const void*>(from_lat), static_cast<const void*>(to_lon),
+      static_cast<const void*>(to_lat), count, static_cast<void*>(message));
+  return Convert(datum, count, message, DatConvertColumns, AnyUnshifted, from_lon, from_lat, to_lon, to_lat);
 }
 
 int ORVEX_CALL orvex_datum_set_accuracy(void* datum, int accuracy) {

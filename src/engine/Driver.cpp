@@ -194,13 +194,13 @@ bool Convert(PROJDATA* handle, const PointView& pts, int nPts, const DriverSite&
   int line = 0;
   const ProjectionRow* row = work.Type == PT_LATLONG ? nullptr : PrepareRecord(work, site, line);
   if (row == nullptr) {
-    handle->iResult = Screen(pts, nPts) ? 1 : 0;
+    handle->iResult = Screen(BringOver(pts, nPts), nPts) ? 1 : 0;
     if (work.Type == PT_LATLONG) return true;
     Assert("Orvex", line);
   }
   // Exact computation decides by itself what has no answer: no trap of the host has a say in it.
   const bool exact = IsExact(handle);
-  const bool ok = guard.HostTraps() && !exact ? guarded(*row, work, handle, pts, nPts, guard)
+  const bool ok = guard.HostTraps() && !exact ? guarded(*row, work, handle, BringOver(pts, nPts), nPts, guard)
                                               : Run(row->*direction, work, handle, pts, nPts, exact);
   if (!ok) {
     LogPrintf("%s", failure);
@@ -258,16 +258,16 @@ bool ORVEX_CALL ProjInverse(void* hProj, PROJPOINT* pPts, int nPts) {
   return Inverse(hProj, ViewOf(pPts), nPts);
 }
 
-bool ORVEX_CALL ProjForwardColumns(void* hProj, double* x, double* y, int nPts) {
-  LogPrintf("ProjForwardColumns(hProj=%p, x=%p, y=%p, nPts=%d)\n", hProj, static_cast<void*>(x), static_cast<void*>(y),
-            nPts);
-  return Forward(hProj, ViewOf(x, y), nPts);
+bool ORVEX_CALL ProjForwardColumns(void* hProj, const double* lon, const double* lat, double* x, double* y, int nPts) {
+  LogPrintf("ProjForwardColumns(hProj=%p, lon=%p, lat=%p, x=%p, y=%p, nPts=%d)\n", hProj, static_cast<const void*>(lon),
+            static_cast<const void*>(lat), static_cast<const void*>(x), static_cast<const void*>(y), nPts);
+  return Forward(hProj, ViewOf(lon, lat, x, y), nPts);
 }
 
-bool ORVEX_CALL ProjInverseColumns(void* hProj, double* x, double* y, int nPts) {
-  LogPrintf("ProjInverseColumns(hProj=%p, x=%p, y=%p, nPts=%d)\n", hProj, static_cast<void*>(x), static_cast<void*>(y),
-            nPts);
-  return Inverse(hProj, ViewOf(x, y), nPts);
+bool ORVEX_CALL ProjInverseColumns(void* hProj, const double* x, const double* y, double* lon, double* lat, int nPts) {
+  LogPrintf("ProjInverseColumns(hProj=%p, x=%p, y=%p, lon=%p, lat=%p, nPts=%d)\n", hProj, static_cast<const void*>(x),
+            static_cast<const void*>(y), static_cast<const void*>(lon), static_cast<const void*>(lat), nPts);
+  return Inverse(hProj, ViewOf(x, y, lon, lat), nPts);
 }
 
 }  // namespace orvex

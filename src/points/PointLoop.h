@@ -140,9 +140,10 @@ ORVEX_INLINE void StoreRecords(double* to, const Pair<V>& x, const Pair<V>& y) {
 class Block {
  public:
   ORVEX_INLINE Block(const PointView& view, int first, int count)
-      : m_points{view.x + first * view.stride, view.y + first * view.stride, view.stride},
+      : m_points{view.x + first * view.stride, view.y + first * view.stride, view.stride,
+                 view.fromX + first * view.stride, view.fromY + first * view.stride},
         m_count(count - first < kWidth ? count - first : kWidth),
-        m_records(m_count == kWidth && view.stride == 2 && view.y == view.x + 1),
+        m_records(m_count == kWidth && view.stride == 2),
         m_columns(m_count == kWidth && view.stride == 1) {}
 
   ORVEX_INLINE int Count() const { return m_count; }
@@ -150,12 +151,12 @@ class Block {
   /// The points, as LanesOf hands them out: a block of less than kWidth repeats its last one.
   ORVEX_INLINE void Load(Point<Real>& p) const {
     if (m_records) {
-      LoadRecords(m_points.x, p.x, p.y);
+      LoadRecords(m_points.fromX, p.x, p.y);
       return;
     }
     if (m_columns) {
-      p.x = detail::ORVEX_LEVEL::Load<Real>(m_points.x);
-      p.y = detail::ORVEX_LEVEL::Load<Real>(m_points.y);
+      p.x = detail::ORVEX_LEVEL::Load<Real>(m_points.fromX);
+      p.y = detail::ORVEX_LEVEL::Load<Real>(m_points.fromY);
       return;
     }
     double x[kWidth], y[kWidth];
@@ -284,7 +285,7 @@ struct WithoutMarkers {
   ORVEX_INLINE void Leave(Point<Real>&, MaskOf<Real>&) const {}
 };
 
-/// Takes points through a stage and an operation, in place, and answers whether one is flagged: refused by the
+/// Takes points through a stage and an operation to their place, and answers whether one is flagged: refused by the
 /// operation, or by the stage. Refused points become the marker. The first impossible point asserts in the name of
 /// `source`; those before it are converted then, it and those behind it are as they were given.
 ///

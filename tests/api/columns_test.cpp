@@ -14,6 +14,8 @@
 namespace orvex::test {
 namespace {
 
+constexpr auto kNad27 = DT_NORTH_AMERICAN_DATUM_1927, kWgs84 = DT_WORLD_GEODETIC_SYSTEM_1984;
+
 /// x and y of some points, each in memory that no double is aligned to.
 class Columns {
  public:
@@ -57,36 +59,55 @@ TEST(Columns, ProjectLikePoints) {
       ASSERT_TRUE(projector.SetAccuracy(accuracy));
       for (const int count : {1, 2, 7, 8, 16, 33, 100}) {
         std::vector<PROJPOINT> points = Places(form, count);
-        Columns columns(points);
+        Columns given(points), image(std::vector<PROJPOINT>(points.size()));
+        const Columns asGiven = given;
         EXPECT_TRUE(projector.Forward(points.data(), count));
         const int result = projector.Result();
-        EXPECT_TRUE(projector.ForwardColumns(columns.X(), columns.Y(), count));
+        EXPECT_TRUE(projector.ForwardColumns(given.X(), given.Y(), image.X(), image.Y(), count));
         EXPECT_EQ(projector.Result(), result);
-        EXPECT_TRUE(columns == Columns(points)) << form.type << " " << form.form << ": " << count;
+        EXPECT_TRUE(image == Columns(points)) << form.type << " " << form.form << ": " << count;
+        EXPECT_TRUE(given == asGiven);
         EXPECT_TRUE(projector.Inverse(points.data(), count));
-        EXPECT_TRUE(projector.InverseColumns(columns.X(), columns.Y(), count));
-        EXPECT_TRUE(columns == Columns(points)) << form.type << " " << form.form << " back: " << count;
+        EXPECT_TRUE(projector.InverseColumns(image.X(), image.Y(), image.X(), image.Y(), count));
+        EXPECT_TRUE(image == Columns(points)) << form.type << " " << form.form << " back: " << count;
       }
     }
   }
 }
 
+// Both results may lie where the other coordinate was given.
+TEST(Columns, MayChangePlaces) {
+  PROJDATA record = Record(PT_MERCATOR, "Lon0=10");
+  CProjector projector(&record);
+  std::vector<PROJPOINT> points;
+  for (int i = 0; i < 21; ++i) points.push_back({10.0 + i, 50.0 - i});
+  points[9].y = 90;  // cannot be plotted
+  Columns columns(points);
+  EXPECT_TRUE(projector.ForwardColumns(columns.X(), columns.Y(), columns.Y(), columns.X(), 21));
+  EXPECT_TRUE(projector.Forward(points.data(), 21));
+  for (PROJPOINT& p : points) p = {p.y, p.x};
+  EXPECT_TRUE(columns == Columns(points));
+}
+
 TEST(Columns, ShiftLikePoints) {
   DATUMXFORM xform{};
-  xform.SrcDatum = static_cast<DatumType>(2);
-  xform.DestDatum = DT_WGS_84;
-  CDatumTransform transform(&xform);
-  for (const ProjAccuracy accuracy : {PA_STATED, PA_EXACT}) {
-    ASSERT_TRUE(transform.SetAccuracy(accuracy));
-    std::vector<DATUMPOINT> points;
-    for (int i = 0; i < 37; ++i) points.push_back({-120.0 + i, 30.0 + i / 2.0});
-    points[3].y = 91;
-    points[20].x = DBL_MAX;
-    Columns columns(points);
-    EXPECT_TRUE(transform.Convert(points.data(), 37));
-    EXPECT_TRUE(transform.ConvertColumns(columns.X(), columns.Y(), 37));
-    EXPECT_TRUE(columns == Columns(points));
-    EXPECT_TRUE(transform.HadUnplottables());
+  xform.SrcDatum = kNad27;
+  for (const DatumType destination : {kWgs84, kNad27}) {
+    xform.DestDatum = destination;
+    CDatumTransform transform(&xform);
+    for (const ProjAccuracy accuracy : {PA_STATED, PA_EXACT}) {
+      ASSERT_TRUE(transform.SetAccuracy(accuracy));
+      std::vector<DATUMPOINT> points;
+      for (int i = 0; i < 37; ++i) points.push_back({-120.0 + i, 30.0 + i / 2.0});
+      points[3].y = 91;
+      points[20].x = DBL_MAX;
+      Columns given(points), shifted(std::vector<DATUMPOINT>(points.size()));
+      EXPECT_TRUE(transform.Convert(points.data(), 37));
+      const bool unplottables = transform.HadUnplottables();
+      EXPECT_TRUE(transform.ConvertColumns(given.X(), given.Y(), shifted.X(), shifted.Y(), 37));
+      EXPECT_TRUE(shifted == Columns(points));
+      EXPECT_EQ(transform.HadUnplottables(), unplottables);
+    }
   }
 }
 
@@ -100,16 +121,16 @@ TEST(Columns, HostsWithTraps) {
     PROJDATA record = form.MakeRecord();
     CProjector projector(&record);
     std::vector<PROJPOINT> points = Places(form, 40);
-    Columns columns(points);
+    Columns given(points), image(std::vector<PROJPOINT>(points.size()));
     host.Set();
     const bool done = projector.Forward(points.data(), 40);
-    const bool doneInColumns = projector.ForwardColumns(columns.X(), columns.Y(), 40);
+    const bool doneInColumns = projector.ForwardColumns(given.X(), given.Y(), image.X(), image.Y(), 40);
     const bool back = projector.Inverse(points.data(), 40);
-    const bool backInColumns = projector.InverseColumns(columns.X(), columns.Y(), 40);
+    const bool backInColumns = projector.InverseColumns(image.X(), image.Y(), image.X(), image.Y(), 40);
     usual.Set();
     EXPECT_EQ(done, doneInColumns);
     EXPECT_EQ(back, backInColumns);
-    EXPECT_TRUE(columns == Columns(points)) << form.type << " " << form.form;
+    EXPECT_TRUE(image == Columns(points)) << form.type << " " << form.form;
   }
 }
 #endif
@@ -118,12 +139,13 @@ TEST(Columns, RefuseWhatIsMissing) {
   PROJDATA record = Record(PT_MERCATOR, "Lon0=10");
   CProjector projector(&record);
   double x[] = {11}, y[] = {50};
-  EXPECT_THROW(projector.ForwardColumns(nullptr, y, 1), shr::Exception);
-  EXPECT_THROW(projector.InverseColumns(x, nullptr, 1), shr::Exception);
-  EXPECT_THROW(projector.ForwardColumns(x, y, 0), shr::Exception);
-  EXPECT_FALSE(ProjForwardColumns(nullptr, x, y, 1));
-  EXPECT_THROW(DatConvertColumns(&record, x, nullptr, 1), shr::Exception);
-  EXPECT_FALSE(DatConvertColumns(nullptr, x, y, 1));
+  EXPECT_THROW(projector.ForwardColumns(nullptr, y, x, y, 1), shr::Exception);
+  EXPECT_THROW(projector.InverseColumns(x, nullptr, x, y, 1), shr::Exception);
+  EXPECT_THROW(projector.ForwardColumns(x, y, x, nullptr, 1), shr::Exception);
+  EXPECT_THROW(projector.ForwardColumns(x, y, x, y, 0), shr::Exception);
+  EXPECT_FALSE(ProjForwardColumns(nullptr, x, y, x, y, 1));
+  EXPECT_THROW(DatConvertColumns(&record, x, y, nullptr, y, 1), shr::Exception);
+  EXPECT_FALSE(DatConvertColumns(nullptr, x, y, x, y, 1));
   EXPECT_EQ(x[0], 11);
   EXPECT_EQ(y[0], 50);
 }
@@ -131,27 +153,27 @@ TEST(Columns, RefuseWhatIsMissing) {
 TEST(Columns, FromOtherLanguages) {
   PROJDATA record = Record(PT_MERCATOR, "Lon0=10");
   void* projection = ProjCreateProjection(&record);
-  double x[] = {11, DBL_MAX, 12}, y[] = {50, 51, 52};
+  const double lon[] = {11, 11, 12}, lat[] = {50, 91, 52};
+  double x[3], y[3];
   char message[ORVEX_MESSAGE_SIZE];
   ASSERT_EQ(orvex_set_accuracy(projection, PA_EXACT), ORVEX_OK);
-  EXPECT_EQ(orvex_forward_columns(projection, x, y, 3, message), ORVEX_UNPLOTTABLE);
+  EXPECT_EQ(orvex_forward_columns(projection, lon, lat, x, y, 3, message), ORVEX_UNPLOTTABLE);
   EXPECT_EQ(x[1], DBL_MAX);
-  EXPECT_EQ(orvex_inverse_columns(projection, x + 2, y + 2, 1, message), ORVEX_OK);
-  EXPECT_NEAR(x[2], 12, 1e-13);
-  EXPECT_NEAR(y[2], 52, 1e-13);
-  EXPECT_EQ(orvex_forward_columns(projection, x, nullptr, 3, message), ORVEX_BAD_ARGUMENT);
-  EXPECT_EQ(orvex_inverse_columns(nullptr, x, y, 3, nullptr), ORVEX_BAD_ARGUMENT);
+  EXPECT_EQ(orvex_inverse_columns(projection, x + 2, y + 2, x, y, 1, message), ORVEX_OK);
+  EXPECT_NEAR(x[0], 12, 1e-13);
+  EXPECT_NEAR(y[0], 52, 1e-13);
+  EXPECT_EQ(orvex_forward_columns(projection, lon, lat, x, nullptr, 3, message), ORVEX_BAD_ARGUMENT);
+  EXPECT_EQ(orvex_inverse_columns(nullptr, x, y, x, y, 3, nullptr), ORVEX_BAD_ARGUMENT);
   orvex_delete(projection);
 
   void* datum = nullptr;
-  ASSERT_EQ(orvex_datum_create(2, DT_WGS_84, &datum, message), ORVEX_OK);
-  DATUMPOINT point{-100, 40};
-  double lon[] = {point.x}, lat[] = {point.y};
-  EXPECT_EQ(orvex_datum_convert_columns(datum, lon, lat, 1, message), ORVEX_OK);
+  ASSERT_EQ(orvex_datum_create(kNad27, kWgs84, &datum, message), ORVEX_OK);
+  DATUMPOINT point{lon[0], lat[0]};
+  EXPECT_EQ(orvex_datum_convert_columns(datum, lon, lat, x, y, 1, message), ORVEX_OK);
   EXPECT_TRUE(DatConvertDatum(datum, &point, 1));
-  EXPECT_EQ(lon[0], point.x);
-  EXPECT_EQ(lat[0], point.y);
-  EXPECT_EQ(orvex_datum_convert_columns(datum, lon, lat, 0, message), ORVEX_BAD_ARGUMENT);
+  EXPECT_EQ(x[0], point.x);
+  EXPECT_EQ(y[0], point.y);
+  EXPECT_EQ(orvex_datum_convert_columns(datum, lon, lat, x, y, 0, message), ORVEX_BAD_ARGUMENT);
   orvex_datum_delete(datum);
 }
 
