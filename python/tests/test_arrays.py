@@ -256,7 +256,7 @@ def test_the_lock_is_released():
 
 def test_kept_memory_is_nobody_elses():
     # Results of this size get memory that earlier results had, once nobody looks at those any more.
-    mercator = orvex.Projection("Mercator")
+    mercator = Projection("Mercator")
     lon = np.linspace(-170, 170, 100_000)
     first_x, first_y = mercator.forward(lon, lon / 3)
     expected = first_x.copy()
@@ -271,7 +271,7 @@ def test_kept_memory_is_nobody_elses():
 
 
 def test_out_may_exchange_the_columns():
-    mercator = orvex.Projection("Mercator")
+    mercator = Projection("Mercator")
     lon, lat = np.linspace(-170, 170, 10_000), np.linspace(-80, 95, 10_000)
     x, y = mercator.forward(lon, lat)
     mercator.forward(lon, lat, out=(lat, lon))
