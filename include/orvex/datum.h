@@ -374,6 +374,10 @@ ORVEX_API void ORVEX_CALL DatDeleteDatum(void* handle);
 /// does so before a point is touched, but for memory for a part of a NADCON grid (20201), which leaves the rest of the
 /// points as given. One handle must not be used by two threads at once.
 ORVEX_API bool ORVEX_CALL DatConvertDatum(void* handle, DATUMPOINT* pts, int n);
+/// The same for n points in columns, with the same bits. Results may go into columns of their own or into the given
+/// ones, but else must not overlap them. No column may be null.
+ORVEX_API bool ORVEX_CALL DatConvertColumns(void* handle, const double* fromLon, const double* fromLat, double* toLon,
+                                            double* toLat, int n);
 /// Copies the handle's record; false for null pointers.
 ORVEX_API bool ORVEX_CALL DatGetHandleInfo(void* handle, DATUMXFORM* out);
 /// Whether the last conversion met an unplottable point; false for a null handle.
@@ -404,8 +408,10 @@ class ORVEX_API CDatumTransform {
   void Delete();                         ///< lets go of the handle
   bool IsCreated() const;                ///< whether there is a handle
   bool Convert(DATUMPOINT* pts, int n);  ///< DatConvertDatum; false without a handle
-  bool GetInfo(DATUMXFORM* out) const;   ///< DatGetHandleInfo; false without a handle
-  bool HadUnplottables() const;          ///< DatHadUnplottables; false without a handle
+  /// DatConvertColumns; false without a handle.
+  bool ConvertColumns(const double* fromLon, const double* fromLat, double* toLon, double* toLat, int n);
+  bool GetInfo(DATUMXFORM* out) const;  ///< DatGetHandleInfo; false without a handle
+  bool HadUnplottables() const;         ///< DatHadUnplottables; false without a handle
   /// DatSetAccuracy; a copy computes like the object that it is made from, Create starts anew.
   bool SetAccuracy(ProjAccuracy accuracy);
   ProjAccuracy Accuracy() const;  ///< DatGetAccuracy; PA_STATED without a handle

@@ -85,6 +85,13 @@ ORVEX_API void ORVEX_CALL orvex_delete(void* projection);
 ORVEX_API int ORVEX_CALL orvex_forward(void* projection, orvex_point* points, int count, char* message);
 /** Converts points in place, x and y to longitude and latitude, with the same statuses. */
 ORVEX_API int ORVEX_CALL orvex_inverse(void* projection, orvex_point* points, int count, char* message);
+/** orvex_forward for coordinates in columns, with the same bits: point i is lon[i], lat[i], its image x[i], y[i].
+ * Results go into columns of their own or into the given ones. */
+ORVEX_API int ORVEX_CALL orvex_forward_columns(void* projection, const double* lon, const double* lat, double* x,
+                                               double* y, int count, char* message);
+/** orvex_inverse for coordinates in columns, in the same way. */
+ORVEX_API int ORVEX_CALL orvex_inverse_columns(void* projection, const double* x, const double* y, double* lon,
+                                               double* lat, int count, char* message);
 
 /** Chooses how a projection computes, PA_STATED or PA_EXACT; orvex::ProjSetAccuracy describes both. ORVEX_OK,
  * ORVEX_BAD_ARGUMENT for a null projection or an unknown value, ORVEX_FAILED where its parameters have no exact form.
@@ -97,6 +104,9 @@ ORVEX_API int ORVEX_CALL orvex_datum_create(int32_t source, int32_t destination,
 ORVEX_API void ORVEX_CALL orvex_datum_delete(void* datum);
 /** Converts longitudes and latitudes in place, degrees. ORVEX_OK, ORVEX_UNPLOTTABLE, or a failure. */
 ORVEX_API int ORVEX_CALL orvex_datum_convert(void* datum, orvex_point* points, int count, char* message);
+/** orvex_datum_convert for coordinates in columns. */
+ORVEX_API int ORVEX_CALL orvex_datum_convert_columns(void* datum, const double* from_lon, const double* from_lat,
+                                                     double* to_lon, double* to_lat, int count, char* message);
 /** The same choice for a conversion between datums. */
 ORVEX_API int ORVEX_CALL orvex_datum_set_accuracy(void* datum, int accuracy);
 

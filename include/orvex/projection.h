@@ -86,6 +86,16 @@ ORVEX_API bool ORVEX_CALL ProjForward(void* hProj, PROJPOINT* pPts, int nPts);
 /// too large for a double become DBL_MAX in that coordinate alone, without setting it either.
 ORVEX_API bool ORVEX_CALL ProjInverse(void* hProj, PROJPOINT* pPts, int nPts);
 
+/// ProjForward for hosts that keep coordinates in columns, with the same bits: point i is lon[i],
+/// lat[i], and its image x[i], y[i]. Results may go into columns of their own or into the given ones (then as in
+/// place), but else must not overlap them; where a formula asserts, the columns hold results before that point and from
+/// it on anything. No column may be null; none needs to be aligned.
+ORVEX_API bool ORVEX_CALL ProjForwardColumns(void* hProj, const double* lon, const double* lat, double* x, double* y,
+                                             int nPts);
+/// ProjInverse for columns, in the same way.
+ORVEX_API bool ORVEX_CALL ProjInverseColumns(void* hProj, const double* x, const double* y, double* lon, double* lat,
+                                             int nPts);
+
 // ---- parameter catalogue: every settable field by number, for dialogs and generic storage ----
 
 /// Value types of parameters.
@@ -136,6 +146,10 @@ class ORVEX_API CProjector {
   void Delete();                            ///< lets go of the handle
   bool Forward(PROJPOINT* pPts, int nPts);  ///< ProjForward with this object's handle
   bool Inverse(PROJPOINT* pPts, int nPts);  ///< ProjInverse with this object's handle
+  /// ProjForwardColumns with this object's handle.
+  bool ForwardColumns(const double* lon, const double* lat, double* x, double* y, int nPts);
+  /// ProjInverseColumns with this object's handle.
+  bool InverseColumns(const double* x, const double* y, double* lon, double* lat, int nPts);
   int Result() const;                       ///< ProjResult of this object's handle
   bool GetInfo(PROJDATA* pProjData) const;  ///< ProjGetHandleInfo; false without a handle
   /// ProjSetAccuracy; a copy computes like the object that it is made from, Create starts anew.
