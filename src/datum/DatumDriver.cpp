@@ -5,6 +5,7 @@
 #include <iterator>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "datum/DatumCatalogue.h"
 #include "datum/DatumDump.h"
@@ -33,6 +34,7 @@ enum Line : int {
   kLineNullPoints = 400,
   kLineBadCount = 401,
   kLineBadDatum = 410,
+  kLineNoCopy = 420,
   kLineSourceUnknown = 430,
   kLineDestinationUnknown = 431,
   kLineSourceMethod = 432,
@@ -129,6 +131,21 @@ class PreparedStep {
   Ntv2Step m_ntv2{};
 };
 
+/// Runs both steps over points. Parts of a NADCON grid are read on the way: what fails then leaves all points as they
+/// were given.
+bool ConvertOrRestore(DATUMPOINT* pts, int n, const DatumStep& first, const DatumStep& second, bool exact) {
+  std::vector<DATUMPOINT> given;
+  if (first.kind == StepKind::Nadcon || first.kind == StepKind::ExactNadcon) {
+    WithinMemory(kDatumSource, kLineNoCopy, [&] { given.assign(pts, pts + n); });
+  }
+  try {
+    return DatumOperationsFor(n).convert(ViewOf(pts), n, first, second, exact);
+  } catch (...) {
+    std::copy(given.begin(), given.end(), pts);
+    throw;
+  }
+}
+
 bool NeedsGrid(const DATUM2WGS84& step) {
   return step.Method == DM_NADCON || step.Method == DM_NTV2;
 }
@@ -196,7 +213,7 @@ bool DatConvertDatum(void* handle, DATUMPOINT* pts, int n) {
   PreparedStep first, second;
   if (!first.Prepare(work.SrcDatum, DatumRole::Source, work.Step1, exact)) return false;
   if (!second.Prepare(work.DestDatum, DatumRole::Destination, work.Step2, exact)) return false;
-  if (DatumOperationsFor(n).convert(ViewOf(pts), n, first.Step(), second.Step(), exact)) record->bUnplottable = true;
+  if (ConvertOrRestore(pts, n, first.Step(), second.Step(), exact)) record->bUnplottable = true;
   return true;
 }
 

@@ -9,6 +9,7 @@
 #include "datum/DatumStep.h"
 #include "datum/grids/GridDirectory.h"
 #include "datum/grids/Ntv2Grid.h"
+#include "platform/Platform.h"
 
 namespace orvex::detail {
 
@@ -17,6 +18,8 @@ namespace {
 // The one grid of the process. A failed load leaves it as it was, so that the next call tries again.
 class GridStore {
  public:
+  constexpr GridStore() = default;
+
   // One lock for each call; a thread that comes while another loads waits for that load.
   Ntv2Status Get(std::shared_ptr<const Ntv2Grid>& grid) {
     const std::lock_guard<std::mutex> lock(m_mutex);
@@ -41,29 +44,40 @@ class GridStore {
     m_grid.reset();
   }
 
+  std::mutex& Mutex() { return m_mutex; }
+
  private:
   std::mutex m_mutex;
   std::string m_path;  // empty: beside the executable
   std::shared_ptr<const Ntv2Grid> m_grid;
 };
 
-GridStore& Store() {
-  static GridStore store;
-  return store;
+constinit GridStore g_store;
+
+// A child process has only the thread that forked: it must not find the store locked by another one. The locks are
+// taken in the order of a load.
+void HoldGrids() {
+  g_store.Mutex().lock();
+  HoldGridDirectory();
 }
+void ReleaseGrids() {
+  ReleaseGridDirectory();
+  g_store.Mutex().unlock();
+}
+[[maybe_unused]] const bool g_atFork = (platform::AtFork(HoldGrids, ReleaseGrids), true);
 
 }  // namespace
 
 void SetNtv2Path(const char* path) {
-  Store().SetPath(path);
+  g_store.SetPath(path);
 }
 
 void ForgetNtv2() {
-  Store().Forget();
+  g_store.Forget();
 }
 
 int LoadNtv2(std::shared_ptr<const Ntv2Grid>& grid) try {
-  return static_cast<int>(Store().Get(grid));
+  return static_cast<int>(g_store.Get(grid));
 } catch (const std::bad_alloc&) {
   return static_cast<int>(Ntv2Status::NoMemory);
 }
