@@ -184,12 +184,14 @@ class FileBuffer : public std::streambuf {
     setg(m_bytes.data(), m_bytes.data(), m_bytes.data() + count);
     return count > 0 ? traits_type::to_int_type(m_bytes[0]) : traits_type::eof();
   }
-  // To the beginning or the end, which is all that is asked for.
+  // To the beginning or the end, or nowhere, which is all that is asked for.
   pos_type seekoff(off_type offset, std::ios::seekdir from, std::ios::openmode) override {
-    if (offset != 0 || from == std::ios::cur) return pos_type(off_type(-1));
-    m_position = from == std::ios::end ? m_file.Size() : 0;
-    setg(m_bytes.data(), m_bytes.data(), m_bytes.data());
-    return pos_type(static_cast<off_type>(m_position));
+    if (offset != 0) return pos_type(off_type(-1));
+    if (from != std::ios::cur) {
+      m_position = from == std::ios::end ? m_file.Size() : 0;
+      setg(m_bytes.data(), m_bytes.data(), m_bytes.data());
+    }
+    return pos_type(static_cast<off_type>(m_position) + (gptr() - eback()));
   }
 
  private:
