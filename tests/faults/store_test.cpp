@@ -1,5 +1,5 @@
-// Custom datums under failing system calls, kills, limits and competitors: what answered true is there, and nothing that
-// was there is lost.
+// Custom datums under failing system calls, kills, limits and competitors: what answered true is there, and nothing
+// that was there is lost.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/file.h>
@@ -23,7 +23,8 @@
 namespace orvex::test {
 namespace {
 
-constexpr const char* kBefore = "[X]\nx=1\n[Custom Datums]\nOne=none,\nTwo=molodensky,0,WGS 84,1,0,0,1,2,3,\n[Y]\ny=1\n";
+constexpr const char* kBefore =
+    "[X]\nx=1\n[Custom Datums]\nOne=none,\nTwo=molodensky,0,WGS 84,1,0,0,1,2,3,\n[Y]\ny=1\n";
 
 class Store : public testing::Test {
  protected:

@@ -19,8 +19,6 @@ namespace {
 /// The directory of the process with its separator, empty for none.
 class Directory {
  public:
-  constexpr Directory() = default;
-
   void Set(std::string directory) {
     if (!directory.empty() && directory.back() != '/' && directory.back() != '\\') directory += '/';
     const std::lock_guard<std::mutex> lock(m_mutex);
@@ -39,7 +37,10 @@ class Directory {
   std::string m_directory;
 };
 
-constinit Directory g_hostDirectory;
+Directory& HostDirectory() {
+  static Directory directory;
+  return directory;
+}
 
 std::string FirstOf(const std::string& directory, std::initializer_list<std::string> names) {
   if (directory.empty()) return {};
@@ -52,24 +53,24 @@ std::string FirstOf(const std::string& directory, std::initializer_list<std::str
 }  // namespace
 
 std::string FindGridFile(std::initializer_list<std::string> names) {
-  const std::string host = g_hostDirectory.Get(), program = platform::ExecutableDirectory();
+  const std::string host = HostDirectory().Get(), program = platform::ExecutableDirectory();
   if (std::string path = FirstOf(host, names); !path.empty()) return path;
   if (std::string path = FirstOf(program, names); !path.empty()) return path;
   return program.empty() ? std::string() : program + *names.begin();
 }
 
 void HoldGridDirectory() {
-  g_hostDirectory.Mutex().lock();
+  HostDirectory().Mutex().lock();
 }
 void ReleaseGridDirectory() {
-  g_hostDirectory.Mutex().unlock();
+  HostDirectory().Mutex().unlock();
 }
 
 }  // namespace detail
 
 bool DatSetGridDirectory(const char* directory) try {
   detail::LogPrintf("DatSetGridDirectory(directory=\"%s\")\n", detail::LogText(directory));
-  detail::g_hostDirectory.Set(directory != nullptr ? directory : "");
+  detail::HostDirectory().Set(directory != nullptr ? directory : "");
   detail::ForgetNtv2();
   return true;
 } catch (const std::bad_alloc&) {

@@ -18,8 +18,6 @@ namespace {
 // The one grid of the process. A failed load leaves it as it was, so that the next call tries again.
 class GridStore {
  public:
-  constexpr GridStore() = default;
-
   // One lock for each call; a thread that comes while another loads waits for that load.
   Ntv2Status Get(std::shared_ptr<const Ntv2Grid>& grid) {
     const std::lock_guard<std::mutex> lock(m_mutex);
@@ -52,32 +50,40 @@ class GridStore {
   std::shared_ptr<const Ntv2Grid> m_grid;
 };
 
-constinit GridStore g_store;
+GridStore& Store() {
+  static GridStore store;
+  return store;
+}
 
-// A child process has only the thread that forked: it must not find the store locked by another one. The locks are
-// taken in the order of a load.
+// A child process has only the thread that forked: it must not find the store locked by another one, nor in the making.
+// The locks are taken in the order of a load.
 void HoldGrids() {
-  g_store.Mutex().lock();
+  Store().Mutex().lock();
   HoldGridDirectory();
 }
 void ReleaseGrids() {
   ReleaseGridDirectory();
-  g_store.Mutex().unlock();
+  Store().Mutex().unlock();
 }
-[[maybe_unused]] const bool g_atFork = (platform::AtFork(HoldGrids, ReleaseGrids), true);
+[[maybe_unused]] const bool g_atFork = [] {
+  HoldGrids();  // makes what is locked
+  ReleaseGrids();
+  platform::AtFork(HoldGrids, ReleaseGrids);
+  return true;
+}();
 
 }  // namespace
 
 void SetNtv2Path(const char* path) {
-  g_store.SetPath(path);
+  Store().SetPath(path);
 }
 
 void ForgetNtv2() {
-  g_store.Forget();
+  Store().Forget();
 }
 
 int LoadNtv2(std::shared_ptr<const Ntv2Grid>& grid) try {
-  return static_cast<int>(g_store.Get(grid));
+  return static_cast<int>(Store().Get(grid));
 } catch (const std::bad_alloc&) {
   return static_cast<int>(Ntv2Status::NoMemory);
 }

@@ -59,7 +59,7 @@ class Ntv2Grid {
     std::int32_t rows, columns;              // at least 2 each
     std::vector<Ntv2Node> nodes;             // from the south-east corner, row by row, each from east to west
     Level children;
-    bool decisive = false;                   // holding a point settles the choice: see MarkDecisive
+    bool decisive = false;  // holding a point settles the choice: see MarkDecisive
 
     bool Holds(const Position& p) const {
       return p.north >= south && p.north < north && p.west >= east && p.west < west;

@@ -18,7 +18,7 @@ namespace {
 constexpr std::size_t kRecord = 16, kHeaderRecords = 11, kHeader = kRecord * kHeaderRecords;
 constexpr std::uint64_t kSmallestSubGrid = kHeader + 4 * kRecord;  // two rows of two nodes
 constexpr int kMostLevels = 100;
-constexpr double kLargestCount = 1e9;                              // rows or columns; keeps the arithmetic in range
+constexpr double kLargestCount = 1e9;  // rows or columns; keeps the arithmetic in range
 
 using HeaderBytes = std::array<unsigned char, kHeader>;
 

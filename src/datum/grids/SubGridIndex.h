@@ -1,5 +1,5 @@
-// SubGridIndex - which of many rectangles is the first to hold a point, in a time that grows with the logarithm of their
-// number, however they lie.
+// SubGridIndex - which of many rectangles is the first to hold a point, in a time that grows with the logarithm of
+// their number, however they lie.
 #pragma once
 
 #include <cstddef>

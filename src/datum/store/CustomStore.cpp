@@ -1,6 +1,6 @@
 // CustomStore - built-in datums and those of the host's INI file as one list by name.
-// Each call reads the section "Custom Datums" afresh; only the list of the names that were asked for one by one is kept,
-// for as long as the file stays as it is. Every failure is a false.
+// Each call reads the section "Custom Datums" afresh; only the list of the names that were asked for one by one is
+// kept, for as long as the file stays as it is. Every failure is a false.
 #include <cstring>
 #include <exception>
 #include <memory>
@@ -118,8 +118,6 @@ class Listing {
  public:
   using Entries = std::shared_ptr<const std::vector<std::string>>;
 
-  constexpr Listing() = default;
-
   Entries Of(const char* ini) {
     const auto state = platform::SettledState(ini);
     if (Entries known = state ? Known(*state) : nullptr) return known;
@@ -147,16 +145,23 @@ class Listing {
   Entries m_entries;
 };
 
-constinit Listing g_listing;
+Listing& TheListing() {
+  static Listing listing;
+  return listing;
+}
 
 // A child process has only the thread that forked: it must not find the listing locked by another one.
 void HoldListing() {
-  g_listing.Mutex().lock();
+  TheListing().Mutex().lock();
 }
 void ReleaseListing() {
-  g_listing.Mutex().unlock();
+  TheListing().Mutex().unlock();
 }
-[[maybe_unused]] const bool g_atFork = (platform::AtFork(HoldListing, ReleaseListing), true);
+[[maybe_unused]] const bool g_atFork = [] {
+  TheListing();
+  platform::AtFork(HoldListing, ReleaseListing);
+  return true;
+}();
 
 std::optional<DatumType> BuiltIn(const char* name) {
   DatumType datum = DT_USER_DEFINED;
@@ -184,8 +189,8 @@ Result Guarded(Result failure, Operation operation) {
   }
 }
 
-// Runs a change on the section while nobody else changes the file: what another thread or program stores meanwhile would
-// be lost.
+// Runs a change on the section while nobody else changes the file: what another thread or program stores meanwhile
+// would be lost.
 template <typename Change>
 bool ChangeSection(const char* ini, Change change) {
   return Guarded(false, [&] {
@@ -213,7 +218,7 @@ bool ORVEX_CALL NDatEnumDatumName(const char* ini, char* name, int index) {
   }
   if (ini == nullptr) return false;
   return Guarded(false, [&] {
-    const Listing::Entries entries = g_listing.Of(ini);
+    const Listing::Entries entries = TheListing().Of(ini);
     const auto custom = static_cast<std::size_t>(index - kBuiltIn);
     if (custom >= entries->size()) return false;
     const std::string& entry = (*entries)[custom];
