@@ -251,7 +251,8 @@ TEST_F(Ntv2Step, refusesWhatContradictsItself) {
   for (int i = 0; i < 101; ++i) {
     chain.push_back({"L" + std::to_string(i), i == 0 ? "NONE" : chain.back().name, -81, 45, -80, 46, 1, Constant(1)});
     Ntv2Grid grid;
-    if (i >= 99) EXPECT_EQ(ReadBytes(Ntv2File(chain), grid), i == 99 ? Ntv2Status::Ok : Ntv2Status::Corrupt) << i;
+    if (i < 99) continue;
+    EXPECT_EQ(ReadBytes(Ntv2File(chain), grid), i == 99 ? Ntv2Status::Ok : Ntv2Status::Corrupt) << i;
   }
   // Cut anywhere before the END record: refused; without it or with junk behind: accepted.
   for (std::size_t length = 0; length <= good.size() - 16; ++length) {
