@@ -131,17 +131,37 @@ class PreparedStep {
   Ntv2Step m_ntv2{};
 };
 
+/// What stands where the results go, to be put back when the conversion fails.
+class Before {
+ public:
+  Before(const PointView& pts, int n) : m_pts{pts.x, pts.y, pts.stride, pts.x, pts.y} {
+    m_places.resize(static_cast<std::size_t>(n));
+    for (int i = 0; i < n; ++i) m_pts.Get(i, At(i).x, At(i).y);
+  }
+  void PutBack() {
+    for (int i = 0; i < static_cast<int>(m_places.size()); ++i) m_pts.Put(i, At(i).x, At(i).y);
+  }
+
+ private:
+  struct Place {
+    double x, y;
+  };
+  Place& At(int i) { return m_places[static_cast<std::size_t>(i)]; }
+
+  PointView m_pts;
+  std::vector<Place> m_places;
+};
+
 /// Runs both steps over points. Parts of a NADCON grid are read on the way: what fails then leaves all points as they
 /// were given.
-bool ConvertOrRestore(DATUMPOINT* pts, int n, const DatumStep& first, const DatumStep& second, bool exact) {
-  std::vector<DATUMPOINT> given;
-  if (first.kind == StepKind::Nadcon || first.kind == StepKind::ExactNadcon) {
-    WithinMemory(kDatumSource, kLineNoCopy, [&] { given.assign(pts, pts + n); });
-  }
+bool ConvertOrPutBack(const PointView& pts, int n, const DatumStep& first, const DatumStep& second, bool exact) {
+  const auto convert = [&] { return DatumOperationsFor(n).convert(pts, n, first, second, exact); };
+  if (first.kind != StepKind::Nadcon && first.kind != StepKind::ExactNadcon) return convert();
+  Before before = WithinMemory(kDatumSource, kLineNoCopy, [&] { return Before(pts, n); });
   try {
-    return DatumOperationsFor(n).convert(ViewOf(pts), n, first, second, exact);
+    return convert();
   } catch (...) {
-    std::copy(given.begin(), given.end(), pts);
+    before.PutBack();
     throw;
   }
 }
@@ -151,9 +171,10 @@ bool NeedsGrid(const DATUM2WGS84& step) {
 }
 
 /// Whether a point is unplottable as it stands.
-bool AnyUnplottable(const DATUMPOINT* pts, int n) {
+bool AnyUnplottable(const PointView& pts, int n) {
   for (int i = 0; i < n; ++i) {
-    const double x = pts[i].x, y = pts[i].y;
+    double x, y;
+    pts.Get(i, x, y);
     if (!IsFinite(x) || !IsFinite(y) || x == DBL_MAX || y == DBL_MAX) return true;
   }
   return false;
@@ -187,11 +208,11 @@ bool HasExactForm(const DATUMXFORM& record) {
 
 using namespace detail;
 
-bool DatConvertDatum(void* handle, DATUMPOINT* pts, int n) {
-  const FpGuard guard;
-  LogPrintf("DatConvertDatum(hDatum=%p, pPts=%p, nPts=%d)\n", handle, static_cast<void*>(pts), n);
+namespace {
+
+bool Convert(void* handle, const PointView& pts, int n) {
   if (handle == nullptr) return false;
-  Require(pts != nullptr, kLineNullPoints);
+  Require(pts.x != nullptr, kLineNullPoints);
   Require(n >= 1, kLineBadCount);
 
   auto* record = static_cast<DATUMXFORM*>(handle);
@@ -200,7 +221,11 @@ bool DatConvertDatum(void* handle, DATUMPOINT* pts, int n) {
   record->bUnplottable = false;
   const bool exact = IsExact(handle);
   if (work.SrcDatum == work.DestDatum && work.SrcDatum != DT_USER_DEFINED) {
-    if (exact) record->bUnplottable = DatumOperationsFor(n).convert(ViewOf(pts), n, {}, {}, exact);
+    if (exact) {
+      record->bUnplottable = DatumOperationsFor(n).convert(pts, n, {}, {}, exact);
+    } else {
+      BringOver(pts, n);
+    }
     return true;
   }
 
@@ -213,8 +238,25 @@ bool DatConvertDatum(void* handle, DATUMPOINT* pts, int n) {
   PreparedStep first, second;
   if (!first.Prepare(work.SrcDatum, DatumRole::Source, work.Step1, exact)) return false;
   if (!second.Prepare(work.DestDatum, DatumRole::Destination, work.Step2, exact)) return false;
-  if (ConvertOrRestore(pts, n, first.Step(), second.Step(), exact)) record->bUnplottable = true;
+  if (ConvertOrPutBack(pts, n, first.Step(), second.Step(), exact)) record->bUnplottable = true;
   return true;
+}
+
+}  // namespace
+
+bool DatConvertDatum(void* handle, DATUMPOINT* pts, int n) {
+  const FpGuard guard;
+  LogPrintf("DatConvertDatum(hDatum=%p, pPts=%p, nPts=%d)\n", handle, static_cast<void*>(pts), n);
+  return Convert(handle, ViewOf(pts), n);
+}
+
+bool DatConvertColumns(void* handle, const double* fromLon, const double* fromLat, double* toLon, double* toLat,
+                       int n) {
+  const FpGuard guard;
+  LogPrintf("DatConvertColumns(hDatum=%p, fromLon=%p, fromLat=%p, toLon=%p, toLat=%p, nPts=%d)\n", handle,
+            static_cast<const void*>(fromLon), static_cast<const void*>(fromLat), static_cast<const void*>(toLon),
+            static_cast<const void*>(toLat), n);
+  return Convert(handle, ViewOf(fromLon, fromLat, toLon, toLat), n);
 }
 
 }  // namespace orvex

@@ -11,7 +11,6 @@
 #include "Failure.h"
 #include "ProjectPoints.h"
 #include "StatePlane.h"
-#include "tables/Coordinate.h"
 
 namespace orvex::tool {
 
@@ -25,21 +24,6 @@ constexpr double kJustInside = 1e-3;                                      // deg
 constexpr double kSeam = 1e-7;                          // degrees either side of a meridian at which the map is torn
 constexpr double kAntipode = 0.05, kCassiniEnd = 0.01;  // degrees about points that are stretched to lines
 constexpr double kQuarter = 90, kObliqueReach = 45, kGnomonicReach = 60, kEquidistantReach = 170;
-
-Bounds ParseBounds(const std::string& text) {
-  const auto places = ParseTwoPlaces(text);
-  if (!places || (*places)[1] >= (*places)[3]) {
-    throw Failure("--bounds takes W,S,E,N in degrees with S below N, not \"" + text + "\"");
-  }
-  const auto [west, south, east, north] = *places;
-  Bounds box{west, south, east, north};
-  if (box.east <= box.west) box.east += 360;
-  if (std::abs(box.west) > 360 || box.east > 360 + 180 || box.east - box.west > 360) {
-    throw Failure("--bounds: the longitudes must lie within one turn");
-  }
-  box.east = std::min(box.east, box.west + 360 - 2 * kSeam);
-  return box;
-}
 
 Bounds About(double lon, double reach, double south, double north) {
   return {lon - reach, south, lon + reach, north};
@@ -63,12 +47,12 @@ double CentreLatitude(const PROJDATA& real) {
 }
 
 /// The strip along the line of an oblique map. The line is what the projection's own inverse makes of its axis.
-void AddObliqueStrip(const PROJDATA& real, MapArea& area) {
+void AddObliqueStrip(const PROJDATA& real, bool stated, MapArea& area) {
   PROJDATA plain = real;
   plain.xOrg = plain.yOrg = 0;
   plain.Scale = plain.K0 = 1;
   plain.bRotate = plain.bUOffset = false;
-  CProjector projector(&plain);
+  CProjector projector = MakeProjector(plain, stated);
   PROJPOINT origin{0, 0}, further{real.MajorRadius, 0};
   ProjectPoint(projector, Direction::Inverse, origin);
   ProjectPoint(projector, Direction::Inverse, further);
@@ -86,7 +70,7 @@ void AddObliqueStrip(const PROJDATA& real, MapArea& area) {
 }
 
 /// The largest part of the globe that makes sense on a map of this projection.
-void AddDomains(const PROJDATA& real, MapArea& area) {
+void AddDomains(const PROJDATA& real, bool stated, MapArea& area) {
   const double lon0 = real.Lon0;
   const auto add = [&](auto domain) { area.domains.push_back(std::move(domain)); };
   const auto cap = [&](double lat, double arc) { add(std::make_unique<Cap>(PROJPOINT{lon0, lat}, arc)); };
@@ -114,7 +98,7 @@ void AddDomains(const PROJDATA& real, MapArea& area) {
       return cap(real.Lat1, 180 - kAntipode);
     case PT_HOTINE:
     case PT_OBLIQUEMERCATOR:
-      return AddObliqueStrip(real, area);
+      return AddObliqueStrip(real, stated, area);
     default:
       return box(Band(lon0));
   }
@@ -146,14 +130,21 @@ PROJDATA Expanded(PROJDATA record) {
   return record;
 }
 
-MapArea ChooseArea(const PROJDATA& record, const std::string& bounds) {
+std::optional<Bounds> WithinTurn(Bounds box) {
+  if (box.east <= box.west) box.east += 360;
+  if (std::abs(box.west) > 360 || box.east > 360 + 180 || box.east - box.west > 360) return std::nullopt;
+  box.east = std::min(box.east, box.west + 360 - 2 * kSeam);
+  return box;
+}
+
+MapArea ChooseArea(const PROJDATA& record, const std::optional<Bounds>& bounds, bool stated) {
   if (record.Type == PT_LATLONG) throw Failure("\"Unprojected Lat/Long\" is no projection that can be drawn");
   const PROJDATA real = Expanded(record);
   MapArea area{{}, 0, real.MajorRadius * record.Scale};
-  const std::optional<Bounds> part = bounds.empty() ? DefaultBounds(record, real) : ParseBounds(bounds);
+  const std::optional<Bounds> part = bounds ? bounds : DefaultBounds(record, real);
   if (part) area.domains.push_back(std::make_unique<Box>(*part));
   const bool everyLongitude = real.Type == PT_EQUICYLINDRICAL;  // a part may lie anywhere on its strip
-  if (!part || !everyLongitude) AddDomains(real, area);
+  if (!part || !everyLongitude) AddDomains(real, stated, area);
   area.frame = part ? 0 : area.domains.size() - 1;
   return area;
 }

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "Failure.h"
+#include "ProjectPoints.h"
 #include "StatePlane.h"
 #include "commands/ProjectionOptions.h"
 #include "maps/MapFurniture.h"
@@ -75,6 +76,19 @@ Picture Fit(const MapOptions& options, const BoxPen& area, const Frame& drawn, c
   return picture;
 }
 
+/// "W,S,E,N" as an area; nothing for "".
+std::optional<Bounds> ParseBounds(const std::string& text) {
+  if (text.empty()) return std::nullopt;
+  const auto places = ParseTwoPlaces(text);
+  if (!places || (*places)[1] >= (*places)[3]) {
+    throw Failure("--bounds takes W,S,E,N in degrees with S below N, not \"" + text + "\"");
+  }
+  const auto [west, south, east, north] = *places;
+  const std::optional<Bounds> box = WithinTurn({west, south, east, north});
+  if (!box) throw Failure("--bounds: the longitudes must lie within one turn");
+  return box;
+}
+
 Points GreatCircle(const std::string& text) {
   const auto places = ParseTwoPlaces(text);
   if (!places) throw Failure("--great-circle takes LON1,LAT1,LON2,LAT2 in degrees, not \"" + text + "\"");
@@ -128,8 +142,8 @@ class Sheet {
   Sheet(const PROJDATA& record, const MapOptions& options)
       : m_record(record),
         m_options(options),
-        m_projector(&m_record),
-        m_area(ChooseArea(Informed(), options.bounds)),
+        m_projector(MakeProjector(m_record, IsStated())),
+        m_area(ChooseArea(Informed(), ParseBounds(options.bounds), IsStated())),
         m_painter(m_projector, m_area),
         m_meter(m_projector, Figure()) {}
 
@@ -168,6 +182,10 @@ class Sheet {
   }
 
  private:
+  /// A part of the Equidistant Cylindrical may lie anywhere on its strip, which goes on beyond half a turn; otherwise
+  /// its formula is the same either way.
+  bool IsStated() const { return m_options.stated || m_record.Type == PT_EQUICYLINDRICAL; }
+
   const PROJDATA& Informed() {
     m_projector.GetInfo(&m_record);
     return m_record;

@@ -20,6 +20,7 @@ struct Method {
 #define ORVEX_METHOD(...) {__VA_ARGS__},
 #define ORVEX_PROJECTION(...) {__VA_ARGS__},
 #define ORVEX_SYSTEM(...) {__VA_ARGS__},
+#define ORVEX_REGION(...) {__VA_ARGS__},
 
 constexpr ReferenceDatum kDatums[] = {
 #include "systems/table/Datums.def"
@@ -27,7 +28,7 @@ constexpr ReferenceDatum kDatums[] = {
 constexpr Area kAreas[] = {
 #include "systems/table/Areas.def"
 };
-constexpr Unit kUnits[] = {
+constexpr AxisUnit kUnits[] = {
 #include "systems/table/Units.def"
 };
 constexpr Method kMethods[] = {
@@ -38,6 +39,14 @@ constexpr ProjectionDefinition kProjections[] = {
 };
 constexpr CoordinateSystem kSystems[] = {
 #include "systems/table/Systems.def"
+};
+
+struct Region {
+  int datum;
+  std::string_view name;
+};
+constexpr Region kRegions[] = {
+#include "systems/table/Regions.def"
 };
 
 constexpr bool PlacesExist(const CoordinateSystem& system) {
@@ -54,20 +63,11 @@ static_assert(std::ranges::all_of(kSystems, PlacesExist));
 
 }  // namespace
 
-bool Area::Contains(const PROJPOINT& point, double margin) const {
-  if (point.y < south - margin || point.y > north + margin) return false;
-  const double width = (west <= east ? east - west : east - west + 360) + 2 * margin;
-  double offset = point.x - (west - margin);
-  offset -= 360 * static_cast<double>(static_cast<long long>(offset / 360));
-  if (offset < 0) offset += 360;
-  return offset <= width;
-}
-
 const ReferenceDatum& CoordinateSystem::Datum() const {
   return kDatums[datumPlace];
 }
 
-const Unit& CoordinateSystem::UnitOfAxes() const {
+const AxisUnit& CoordinateSystem::UnitOfAxes() const {
   return kUnits[unitPlace];
 }
 
@@ -90,6 +90,11 @@ std::span<const CoordinateSystem> CoordinateSystems() {
 std::string_view MethodName(int method) {
   const auto* const row = std::ranges::lower_bound(kMethods, method, {}, kCode);
   return row != std::end(kMethods) && row->code == method ? row->name : "";
+}
+
+std::string_view DatumRegion(int datum) {
+  const auto* const found = std::ranges::find(kRegions, datum, &Region::datum);
+  return found == std::end(kRegions) ? std::string_view() : found->name;
 }
 
 }  // namespace orvex::tool
