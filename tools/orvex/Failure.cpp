@@ -1,12 +1,13 @@
 // Failure - saying something without ending the work.
 #include "Failure.h"
 
-#include <iostream>
+#include <cstdio>
 
 namespace orvex::tool {
 
 void Warn(std::string_view text) {
-  std::cerr << "orvex: warning: " << text << "\n";
+  // Not a stream of C++: those would be most of a program that needs nothing else of them.
+  std::fprintf(stderr, "orvex: warning: %.*s\n", static_cast<int>(text.size()), text.data());
 }
 
 }  // namespace orvex::tool
