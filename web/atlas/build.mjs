@@ -1,5 +1,5 @@
 // Builds the atlas into dist, or with --serve also serves it at a loopback address.
-import { cpSync, mkdirSync, rmSync, writeFileSync } from "node:fs";
+import { cpSync, mkdirSync, readdirSync, readFileSync, renameSync, rmSync, writeFileSync } from "node:fs";
 import { createRequire } from "node:module";
 import { dirname } from "node:path";
 import { fileURLToPath, pathToFileURL } from "node:url";
@@ -9,6 +9,7 @@ import { gzipSync } from "node:zlib";
 import * as esbuild from "esbuild";
 
 import { outlines } from "./outlines.mjs";
+import { serve } from "./serve.mjs";
 
 const here = new URL("./", import.meta.url);
 const dist = fileURLToPath(new URL("dist/", here));
@@ -24,7 +25,7 @@ for (const [from, to] of [["index.html", "index.html"], ["src/icon.svg", "icon.s
 const library = dirname(createRequire(import.meta.url).resolve("orvex"));
 cpSync(fileURLToPath(new URL("orvex.wasm", pathToFileURL(`${library}/`))), `${dist}orvex.wasm`);
 
-const result = await esbuild.build({
+await esbuild.build({
   absWorkingDir: fileURLToPath(here),
   entryPoints: { atlas: "src/main.ts", worker: "src/worker.ts", styles: "src/atlas.css" },
   entryNames: "[name]",
@@ -35,21 +36,16 @@ const result = await esbuild.build({
   minify: true,
   charset: "utf8",
   external: ["node:*"],
-  metafile: true,
   logLevel: "warning",
 });
-cpSync(`${dist}styles.css`, `${dist}atlas.css`);
-rmSync(`${dist}styles.css`);
+renameSync(`${dist}styles.css`, `${dist}atlas.css`);
 
-const { readdirSync, readFileSync } = await import("node:fs");
 for (const name of readdirSync(dist)) {
   const bytes = readFileSync(dist + name);
   console.log(`${name.padEnd(18)} ${String(bytes.length).padStart(8)} bytes  ${String(gzipSync(bytes, { level: 9 }).length).padStart(8)} gzipped`);
 }
-void result;
 
 if (values.serve) {
-  const context = await esbuild.context({});
-  const { port } = await context.serve({ servedir: dist, host: "127.0.0.1", port: values.port ? Number(values.port) : undefined });
-  console.log(`\nThe atlas is at http://127.0.0.1:${port}/ (end it with Ctrl+C)`);
+  const { address } = await serve(values.port ? Number(values.port) : undefined);
+  console.log(`\nThe atlas is at ${address} (end it with Ctrl+C)`);
 }

@@ -3,7 +3,7 @@ import type { Accuracy, MapGeometry, MapOptions, Paths, Projection } from "orvex
 
 import type { Choice, Engine } from "./engine";
 import type { Place } from "./state";
-import { fit, toMap, toPixels, wrapped, type Box, type Size, type Spot, type View } from "./view";
+import { fit, toMap, toPixels, wrapped, type Box, type Margins, type Size, type Spot, type View } from "./view";
 
 export type Bounds = readonly [west: number, south: number, east: number, north: number];
 
@@ -60,8 +60,8 @@ export class Chart {
     return this.piece;
   }
 
-  fitted(size: Size, margin: number): View {
-    return fit(this.box, size, margin);
+  fitted(size: Size, margins: Margins): View {
+    return fit(this.box, size, margins);
   }
 
   /** Map units that an arc of a degree takes where the map is true to scale. */

@@ -3,6 +3,7 @@ import type { App } from "./app";
 import { projectCommand } from "./command";
 import { copy, h } from "./dom";
 import { grouped, none } from "./format";
+import { icon } from "./icons";
 import type { Place } from "./state";
 
 export class Foot {
@@ -15,7 +16,7 @@ export class Foot {
       this.cells.set(key, value);
       return h("span", { class: `cell ${key}` }, label && h("span", { class: "unit" }, label), value);
     };
-    const button = h("button", { type: "button", class: "copy", "aria-label": "Copy the command", title: "Copy the command", onclick: () => void copy(this.command.textContent ?? "", "Command") }, "\u29c9");
+    const button = h("button", { type: "button", class: "copy", "aria-label": "Copy the command", title: "Copy the command", onclick: () => void copy(this.command.textContent ?? "", "Command") }, icon("copy"));
     element.append(
       h("div", { class: "readout" }, cell("place", ""), cell("x", "x"), cell("y", "y"), cell("scale", "scale"), cell("area", "area"), cell("angle", "angle")),
       h("div", { class: "line" }, this.command, button));

@@ -132,9 +132,14 @@ export class GeorefPage implements Page {
     if (pairs.some((pair) => !pair.every(Number.isFinite))) this.method.setError("A control point lies where this map shows nothing");
     else if (pairs.length >= method.controls) this.compute(pairs, method.key);
     const missing = method.controls - pairs.length;
-    this.total.textContent = this.fit ? `Root mean square ${grouped(this.fit.error, 1)} m on the map` : missing > 0 ? `${missing} more control ${missing === 1 ? "point" : "points"} to go` : "";
+    this.total.textContent = this.sum(missing);
     this.showResiduals();
     this.show();
+  }
+
+  private sum(missing: number): string {
+    if (this.fit) return `Root mean square ${grouped(this.fit.error, 1)} m on the map`;
+    return missing > 0 ? `${missing} more control ${missing === 1 ? "point" : "points"} to go` : "";
   }
 
   private compute(pairs: GeorefControl[], key: GeorefMethod): void {

@@ -12,7 +12,7 @@ export class ProjectionList {
   private readonly items = new Map<string, { item: HTMLElement; button: HTMLButtonElement; canvas: HTMLCanvasElement }>();
   private readonly empty = h("li", { class: "quiet", hidden: true }, "No projection of that name.");
 
-  constructor(private readonly list: HTMLElement, find: HTMLInputElement, private readonly engine: Engine, choose: (slug: string) => void) {
+  constructor(list: HTMLElement, find: HTMLInputElement, private readonly engine: Engine, choose: (slug: string) => void) {
     const density = Math.min(window.devicePixelRatio || 1, 2);
     for (const entry of entries) {
       const canvas = h("canvas", { width: WIDTH * density, height: HEIGHT * density, "aria-hidden": "true" });
@@ -84,7 +84,7 @@ export class ProjectionList {
     context.setTransform(density, 0, 0, density, 0, 0);
     context.clearRect(0, 0, WIDTH, HEIGHT);
     const chart = new Chart(this.engine, { slug, values: {} }, "exact", size);
-    const view = chart.fitted(size, 2);
+    const view = chart.fitted(size, [2, 2]);
     chart.suit(view, size);
     const colors = theme();
     const surface = new CanvasSurface(context, size, view);

@@ -12,6 +12,7 @@ import { Foot } from "./foot";
 import { AngleText } from "./format";
 import { GeorefPage } from "./georefpage";
 import { Helper } from "./helper";
+import { icon, type IconName } from "./icons";
 import { ProjectionList } from "./list";
 import { MapView } from "./mapview";
 import { changed, Parameters, utmZoneOf } from "./parameters";
@@ -235,9 +236,9 @@ class Atlas implements App {
   // Controls about the map.
 
   private tools(): HTMLElement {
-    const button = (text: string, name: string, action: () => void) =>
-      h("button", { type: "button", "aria-label": name, title: name, onclick: action }, text);
-    const shareMenu = h("details", { class: "share" }, h("summary", { "aria-label": "Export and share", title: "Export and share" }, "\u2197"),
+    const button = (drawing: IconName, name: string, action: () => void) =>
+      h("button", { type: "button", "aria-label": name, title: name, onclick: action }, icon(drawing));
+    const shareMenu = h("details", { class: "share" }, h("summary", { "aria-label": "Export and share", title: "Export and share" }, icon("share")),
       h("div", { class: "menu" },
         h("button", { type: "button", onclick: () => this.exportSvg() }, "Save as SVG"),
         h("button", { type: "button", onclick: () => void this.exportPng() }, "Save as PNG"),
@@ -252,8 +253,8 @@ class Atlas implements App {
       if ((event.target as Element).closest(".menu button")) shareMenu.open = false;
     });
     return h("div", { class: "tools", role: "group", "aria-label": "Map tools" },
-      button("+", "Zoom in", () => this.map.zoomBy(1.6)), button("\u2212", "Zoom out", () => this.map.zoomBy(1 / 1.6)),
-      button("\u25ef", "Whole map", () => {
+      button("plus", "Zoom in", () => this.map.zoomBy(1.6)), button("minus", "Zoom out", () => this.map.zoomBy(1 / 1.6)),
+      button("whole", "Whole map", () => {
         this.map.goTo(undefined, 1);
         this.moved(true);
       }), shareMenu);

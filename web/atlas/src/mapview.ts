@@ -10,7 +10,7 @@ import type { Place } from "./state";
 import { CanvasSurface, SvgSurface } from "./surface";
 import { theme } from "./theme";
 import { Turner } from "./turn";
-import { keepWithin, leastZoom, mostZoom, pan, put, toMap, zoomAbout, type Size, type Spot, type View } from "./view";
+import { keepWithin, leastZoom, mostZoom, pan, put, toMap, zoomAbout, type Margins, type Size, type Spot, type View } from "./view";
 
 export interface MapEvents {
   /** A drag or a key has turned the projection; `done` when it ends. */
@@ -25,7 +25,7 @@ export interface MapEvents {
 /** Asks for the land at 1:50m, made elsewhere. */
 export type FineLand = (choice: Choice, piece: Piece) => Promise<Paths & { lines: Paths }>;
 
-const MARGIN = 30;            // pixels about a whole map, room for labels
+const MARGINS: Margins = [46, 34];  // pixels about a whole map, room for labels
 const CLICK = 4;              // pixels that a click may move
 const QUIET = 140;            // milliseconds without movement until the fine picture
 const TURN_BELOW = 4;         // zoom up to which a drag turns maps other than the azimuthal ones
@@ -104,13 +104,13 @@ export class MapView {
   }
 
   get zoom(): number {
-    return this.chart ? this.view.scale / this.chart.fitted(this.size, MARGIN).scale : 1;
+    return this.chart ? this.view.scale / this.chart.fitted(this.size, MARGINS).scale : 1;
   }
 
   /** The place in the middle; nothing when the map stands whole in its place. */
   get at(): Place | undefined {
     if (!this.chart) return undefined;
-    const whole = this.chart.fitted(this.size, MARGIN);
+    const whole = this.chart.fitted(this.size, MARGINS);
     const off = Math.hypot(whole.x - this.view.x, whole.y - this.view.y) * this.view.scale;
     return off < 1 && Math.abs(this.zoom - 1) < 1e-3 ? undefined : this.middle;
   }
@@ -121,7 +121,7 @@ export class MapView {
 
   goTo(at: Place | undefined, zoom: number): void {
     if (!this.chart) return;
-    const whole = this.chart.fitted(this.size, MARGIN);
+    const whole = this.chart.fitted(this.size, MARGINS);
     this.view = { ...whole, scale: whole.scale * Math.min(Math.max(zoom, leastZoom), mostZoom) };
     const spot = at && this.chart.spot(this.view, this.size, at);
     if (spot) this.centre(toMap(this.view, this.size, ...spot));
@@ -225,8 +225,8 @@ export class MapView {
   /** After a change of projection: the same place in the middle at the same size, or the whole map. */
   private keepPlace(before: Chart, chart: Chart): void {
     const place = before.place(this.view, this.size, this.size.width / 2, this.size.height / 2);
-    const wasZoomed = this.view.scale / before.fitted(this.size, MARGIN).scale > 1.05;
-    const whole = chart.fitted(this.size, MARGIN);
+    const wasZoomed = this.view.scale / before.fitted(this.size, MARGINS).scale > 1.05;
+    const whole = chart.fitted(this.size, MARGINS);
     const scale = (this.view.scale * before.degree) / chart.degree;
     this.view = whole;
     if (!wasZoomed || !place || scale < whole.scale) return;

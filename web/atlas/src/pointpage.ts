@@ -5,6 +5,7 @@ import type { App, Page } from "./app";
 import { copy, h } from "./dom";
 import { ChoiceField, NumberField, SegmentField } from "./fields";
 import { grouped, none } from "./format";
+import { icon } from "./icons";
 import type { AngleForm, Place } from "./state";
 import { wrapped } from "./view";
 
@@ -20,7 +21,7 @@ class Row {
 
   constructor(name: string) {
     this.name = h("dt", {}, name);
-    const button = h("button", { type: "button", class: "copy", "aria-label": `Copy ${name}`, title: "Copy" }, "\u29c9");
+    const button = h("button", { type: "button", class: "copy", "aria-label": `Copy ${name}`, title: "Copy" }, icon("copy"));
     button.addEventListener("click", () => void copy(this.plain, name));
     this.element = h("div", { class: "row" }, this.name, this.value, button);
   }

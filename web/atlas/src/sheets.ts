@@ -1,5 +1,6 @@
 // At phone width the panels are sheets that slide up over the map, opened from a bar at the foot.
 import { byId, h } from "./dom";
+import { icon } from "./icons";
 
 const sheets = [["choose", "Projection"], ["panel", "Details"]] as const;
 
@@ -16,7 +17,10 @@ export function setUpSheets(): void {
       buttons[i]!.setAttribute("aria-expanded", String(id === which));
     });
   bar.append(...buttons);
-  for (const close of document.querySelectorAll("[data-close]")) close.addEventListener("click", () => open(undefined));
+  for (const close of document.querySelectorAll("[data-close]")) {
+    close.append(icon("close"));
+    close.addEventListener("click", () => open(undefined));
+  }
   document.addEventListener("keydown", (event) => {
     if (event.key === "Escape") open(undefined);
   });

@@ -250,7 +250,7 @@ function isObject(value: Json | undefined): value is JsonObject {
 
 class GeoSource implements Source {
   private readonly root: JsonObject;
-  private readonly features: number;
+  private features = 0;
 
   constructor(private readonly name: string, text: string) {
     let root: Json;
@@ -261,7 +261,6 @@ class GeoSource implements Source {
     }
     if (!isObject(root)) throw new BadInput(`${name} is not GeoJSON: it is no object`);
     this.root = root;
-    this.features = 0;
     walk(root, (geometry) => {
       check(geometry, name);
       ++this.features;

@@ -3,6 +3,7 @@ import type { App, Page } from "./app";
 import { tableCommand } from "./command";
 import { acceptDrops, copy, h, save } from "./dom";
 import { ChoiceField } from "./fields";
+import { icon } from "./icons";
 import type { Kind, Outcome, Summary } from "./table";
 
 const kinds: readonly { value: Kind; text: string }[] = [
@@ -44,7 +45,7 @@ export class TablePage implements Page {
     this.download.addEventListener("click", () => this.outcome && save(this.outcome.file, this.outcome.fileName));
     const convert = h("button", { type: "button", class: "main", onclick: () => void this.convert() }, "Convert");
     const forget = h("button", { type: "button", class: "plain", onclick: () => this.forget() }, "Remove from the map");
-    const copyCommand = h("button", { type: "button", class: "copy", "aria-label": "Copy the command for this table", onclick: () => void copy(this.command.textContent ?? "", "Command") }, "\u29c9");
+    const copyCommand = h("button", { type: "button", class: "copy", "aria-label": "Copy the command for this table", onclick: () => void copy(this.command.textContent ?? "", "Command") }, icon("copy"));
     this.work.append(this.columns, this.kind.element, h("div", { class: "actions" }, convert, this.download, forget),
       h("div", { class: "scroll", tabindex: 0, role: "region", "aria-label": "First rows" }, this.preview), h("div", { class: "line" }, this.command, copyCommand));
     const read = h("button", { type: "button", onclick: () => void this.read("pasted", this.paste.value) }, "Read the text");

@@ -21,18 +21,20 @@ export interface View {
   readonly scale: number;
 }
 
+export type Margins = readonly [beside: number, above: number];
+
 export const leastZoom = 0.5;
 export const mostZoom = 1e6;
 
-/** The whole box within the picture, apart from a margin in pixels. */
-export function fit(box: Box, size: Size, margin: number): View {
+/** The whole box within the picture, apart from margins in pixels at its sides and at its ends. */
+export function fit(box: Box, size: Size, [beside, above]: Margins): View {
   const width = Math.max(box.maxX - box.minX, Number.MIN_VALUE);
   const height = Math.max(box.maxY - box.minY, Number.MIN_VALUE);
-  const room = (side: number) => Math.max(side - 2 * margin, 20);
+  const room = (side: number, margin: number) => Math.max(side - 2 * margin, 20);
   return {
     x: (box.minX + box.maxX) / 2,
     y: (box.minY + box.maxY) / 2,
-    scale: Math.min(room(size.width) / width, room(size.height) / height),
+    scale: Math.min(room(size.width, beside) / width, room(size.height, above) / height),
   };
 }
 
