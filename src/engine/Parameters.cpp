@@ -1,8 +1,8 @@
 // Parameters - the parameter catalogue: every settable field by number, for dialogs and generic storage.
-#include <algorithm>
 #include <cstring>
 
 #include "engine/ParameterTable.h"
+#include "support/FirstMatch.h"
 #include "support/Log.h"
 #include "support/Text.h"
 
@@ -20,8 +20,7 @@ const ParameterRow* FindParameter(int id) {
 
 /// The usage row of a projection; null outside the table.
 const UsageRow* FindUsage(ProjType type) {
-  const auto row = std::ranges::find(ParameterUsage(), type, &UsageRow::type);
-  return row != ParameterUsage().end() ? &*row : nullptr;
+  return FirstMatch(ParameterUsage(), [type](const UsageRow& row) { return row.type == type; });
 }
 
 /// Place of an id among the row's ids; that of the closing 0 when it is not there.

@@ -72,7 +72,8 @@ constexpr RobinsonSplines MakeRobinsonSplines() {
   constexpr double kStep = 5;
   constexpr int kLast = kRobinsonRows - 1;
   RobinsonSplines splines{};
-  for (const bool even : {true, false}) {
+  constexpr bool kParities[] = {true, false};
+  for (const bool even : kParities) {
     double v[kRobinsonRows] = {}, M[kRobinsonRows] = {};  // values and second derivatives
     for (int i = 0; i < kRobinsonRows; ++i) {
       v[i] = even ? kRobinsonRowsPublished[i].length : kRobinsonRowsPublished[i].distance;

@@ -1,13 +1,12 @@
 // LatLonText - latitudes and longitudes from and to degree-minute-second text, the same in every locale.
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <limits>
 #include <string_view>
-#include <system_error>
 
 #include "orvex/text.h"
 #include "support/AngleText.h"
+#include "support/CharConv.h"
 #include "support/FpGuard.h"
 #include "support/Log.h"
 
@@ -17,7 +16,7 @@ namespace detail {
 
 double ParseLongNumber(const char* first, const char* last) {
   double value = 0;
-  if (std::from_chars(first, last, value, std::chars_format::fixed).ec == std::errc::result_out_of_range) {
+  if (FromChars(first, last, value, std::chars_format::fixed).ec == std::errc::result_out_of_range) {
     const bool tooSmall = std::all_of(first, std::find(first, last, '.'), [](char c) { return c == '0'; });
     value = tooSmall ? 0 : std::numeric_limits<double>::infinity();
   }
@@ -47,7 +46,7 @@ class BoundedText {
   /// As "%g" (general, precision 6) or "%.*f" (fixed), padded on the left with zeros.
   void AppendNumber(double value, std::chars_format format, int precision, std::size_t width) {
     char digits[352];  // DBL_MAX with 15 decimals takes 325
-    const char* end = std::to_chars(digits, digits + sizeof digits, value, format, precision).ptr;
+    const char* end = ToChars(digits, digits + sizeof digits, value, format, precision).ptr;
     const auto length = static_cast<std::size_t>(end - digits);
     for (std::size_t i = length; i < width; ++i) Append(std::isfinite(value) ? '0' : ' ');
     Append({digits, length});

@@ -33,7 +33,7 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN(), kInf = std::nu
 class Checksum {
  public:
   void Add(std::uint64_t word) { m_sum = std::rotl((m_sum ^ word) * 0x9E3779B97F4A7C15u, 29); }
-  void Add(double value) { Add(std::bit_cast<std::uint64_t>(value)); }
+  void Add(double value) { Add(__builtin_bit_cast(std::uint64_t, value)); }
   void Add(int value) { Add(static_cast<std::uint64_t>(value)); }
   template <class Point>
   void AddPoints(const std::vector<Point>& points) {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <filesystem>
@@ -30,8 +29,8 @@ class ByteWriter {
     return *this;
   }
   ByteWriter& Int(std::int32_t value) { return Raw(static_cast<std::uint32_t>(value)); }
-  ByteWriter& Float(double value) { return Raw(std::bit_cast<std::uint32_t>(static_cast<float>(value))); }
-  ByteWriter& Double(double value) { return Raw(std::bit_cast<std::uint64_t>(value)); }
+  ByteWriter& Float(double value) { return Raw(__builtin_bit_cast(std::uint32_t, static_cast<float>(value))); }
+  ByteWriter& Double(double value) { return Raw(__builtin_bit_cast(std::uint64_t, value)); }
   ByteWriter& Text(std::string text, std::size_t width) {
     text.resize(width, ' ');
     m_bytes += text;

@@ -2,7 +2,6 @@
 // milder form that only says something.
 #pragma once
 
-#include <iostream>
 #include <stdexcept>
 #include <string_view>
 
@@ -13,9 +12,7 @@ struct Failure : std::runtime_error {
 };
 
 /// Says on standard error what the user may not have meant; the work goes on.
-inline void Warn(std::string_view text) {
-  std::cerr << "orvex: warning: " << text << "\n";
-}
+void Warn(std::string_view text);
 
 /// Exit statuses of the program.
 enum ExitStatus : int { kSuccess = 0, kSomePointsFailed = 1, kUsage = 2 };

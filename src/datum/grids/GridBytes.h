@@ -1,7 +1,6 @@
 // GridBytes - numbers of grid files out of their bytes, whatever the byte order of file and machine.
 #pragma once
 
-#include <bit>
 #include <cstdint>
 
 namespace orvex::detail {
@@ -20,14 +19,14 @@ inline std::int32_t LoadInt32(const unsigned char* bytes, ByteOrder order) {
 }
 
 inline float LoadFloat(const unsigned char* bytes, ByteOrder order) {
-  return std::bit_cast<float>(LoadUint32(bytes, order));
+  return __builtin_bit_cast(float, LoadUint32(bytes, order));
 }
 
 inline double LoadDouble(const unsigned char* bytes, ByteOrder order) {
   const bool little = order == ByteOrder::Little;
   const std::uint64_t low = LoadUint32(bytes + (little ? 0 : 4), order);
   const std::uint64_t high = LoadUint32(bytes + (little ? 4 : 0), order);
-  return std::bit_cast<double>(low | high << 32);
+  return __builtin_bit_cast(double, low | high << 32);
 }
 
 }  // namespace orvex::detail

@@ -2,13 +2,12 @@
 #include "datum/store/DatumText.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
-#include <system_error>
 
 #include "ellipsoids/Ellipsoid.h"
+#include "support/CharConv.h"
 #include "support/Flag.h"
 #include "support/Log.h"
 #include "support/Text.h"
@@ -44,7 +43,7 @@ const char* MethodKeyword(DatumMethod method) {
 
 void AppendNumber(std::string& text, double value, int decimals) {
   char digits[400];  // the largest number has 309 digits before the point
-  const auto result = std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, decimals);
+  const auto result = ToChars(digits, digits + sizeof digits, value, std::chars_format::fixed, decimals);
   text.append(digits, result.ptr).append(",");
 }
 
@@ -59,7 +58,7 @@ double ParseNumber(std::string_view text) {
   double value = 0;
   if (text.starts_with('-')) return 0;  // from_chars would take a second sign
   const auto format = hex ? std::chars_format::hex : std::chars_format::general;
-  const auto result = std::from_chars(text.data(), text.data() + text.size(), value, format);
+  const auto result = FromChars(text.data(), text.data() + text.size(), value, format);
   if (result.ec == std::errc::result_out_of_range) {
     // Too small or too large? The exponent's sign tells, or, without one, whether there are digits before the point.
     std::string_view number(text.data(), static_cast<std::size_t>(result.ptr - text.data()));

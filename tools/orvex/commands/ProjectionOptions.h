@@ -9,6 +9,7 @@
 #include <CLI/CLI.hpp>
 
 #include "Figure.h"
+#include "Parameters.h"
 
 namespace orvex::tool {
 
@@ -52,17 +53,5 @@ std::vector<std::string> ZoneNames();
 
 /// An ellipsoid by name or POSC number; throws Failure for neither.
 EllipsoidType ParseEllipsoid(const std::string& text);
-
-/// One parameter as the tool presents it.
-struct Parameter {
-  int id;
-  ProjDataType type;
-  std::string name;       ///< catalogue name
-  std::string shortName;  ///< as accepted by --set
-  std::string unit;       ///< "degrees", "map units" ...; "" where there is none
-};
-
-/// All parameters of the catalogue that can be set, in the order of their ids.
-const std::vector<Parameter>& Parameters();
 
 }  // namespace orvex::tool

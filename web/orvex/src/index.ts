@@ -1,20 +1,14 @@
 // The package orvex: the library in WebAssembly.
-import type { LoadOptions, Orvex, ParameterKey } from "./types.js";
+import { Catalogue } from "./catalogue.js";
+import { Module } from "./module.js";
+import { OrvexObject } from "./orvex.js";
+import type { LoadOptions, Orvex } from "./types.js";
 
+export { OrvexError } from "./errors.js";
 export type * from "./types.js";
 
-/** What the library refuses. */
-export class OrvexError extends Error {
-  constructor(
-    message: string,
-    /** Number of the library's message, 20200 to 20281; null for what the package itself refuses. */
-    readonly messageId: number | null = null,
-    /** The parameter that it is about, where that is known. */
-    readonly parameter: ParameterKey | null = null,
-  ) {
-    super(message);
-    this.name = "OrvexError";
-  }
+/** Loads the module. Each call makes one with a memory of its own. */
+export async function load(options: LoadOptions = {}): Promise<Orvex> {
+  const module = await Module.load(options);
+  return new OrvexObject(module, new Catalogue(module));
 }
-
-export declare function load(options?: LoadOptions): Promise<Orvex>;

@@ -149,15 +149,17 @@ export interface Shapes {
 
 export type Ring = ArrayLike<number>;
 
-interface Converter {
+/** One after the other: longitude, latitude, longitude, latitude ... or x, y ... */
+export type Coordinates = Float64Array | Points;
+
+export interface Converter {
   /** Converts one point; NaN twice where it cannot be computed. */
   forward(lon: number, lat: number): [number, number];
   /**
    * Converts pairs. `Points` and views of the module's memory are converted in place and returned; other arrays are
    * left alone and a new array is returned. Points that cannot be computed are NaN twice.
    */
-  forward(coords: Float64Array): Float64Array;
-  forward(points: Points): Float64Array;
+  forward(coords: Coordinates): Float64Array;
 }
 
 export interface Projection extends Converter {
@@ -166,8 +168,7 @@ export interface Projection extends Converter {
   readonly accuracy: Accuracy;
   /** As `forward`, from x, y to longitude, latitude. */
   inverse(x: number, y: number): [number, number];
-  inverse(coords: Float64Array): Float64Array;
-  inverse(points: Points): Float64Array;
+  inverse(coords: Coordinates): Float64Array;
   /** Whether a place lies in the projection's domain. */
   inProjection(lon: number, lat: number): boolean;
   /** Cuts a polyline, or the rings of a polygon, to the domain; longitude and latitude in and out. */

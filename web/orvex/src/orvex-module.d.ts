@@ -1,0 +1,3 @@
+// What Emscripten writes beside orvex.wasm.
+declare const factory: (options: object) => Promise<never>;
+export default factory;

@@ -1,0 +1,68 @@
+// A projection: conversion, clipping, distortion.
+import type { Catalogue } from "./catalogue.js";
+import { OrvexError } from "./errors.js";
+import type { Module } from "./module.js";
+import { Owned } from "./owned.js";
+import { createProjection, readParams } from "./record.js";
+import type {
+  Accuracy, CompleteParams, Coordinates, Params, Projection, ProjectionInfo, Ring,
+} from "./types.js";
+
+export class ProjectionObject implements Projection {
+  readonly parameters: CompleteParams;
+  private readonly owned: Owned;
+
+  constructor(
+    private readonly module: Module, catalogue: Catalogue, readonly info: ProjectionInfo, params: Params,
+    readonly accuracy: Accuracy,
+  ) {
+    const handle = createProjection(module, catalogue, info, params, accuracy);
+    this.owned = new Owned(module, handle, "projection_delete", "projection");
+    this.parameters = readParams(module, catalogue, handle);
+  }
+
+  forward(lon: number, lat: number): [number, number];
+  forward(coords: Coordinates): Float64Array;
+  forward(given: number | Coordinates, lat?: number): [number, number] | Float64Array {
+    return this.convert(given, lat, 0);
+  }
+
+  inverse(x: number, y: number): [number, number];
+  inverse(coords: Coordinates): Float64Array;
+  inverse(given: number | Coordinates, y?: number): [number, number] | Float64Array {
+    return this.convert(given, y, 1);
+  }
+
+  private convert(given: number | Coordinates, other: number | undefined, inverse: number): [number, number] | Float64Array {
+    const { handle } = this.owned;
+    const run = (at: number, count: number): void => this.module.run("projection_convert", handle, at, count, inverse);
+    return typeof given === "number" ? this.module.point(given, other ?? NaN, run) : this.module.convert(given, run);
+  }
+
+  inProjection(lon: number, lat: number): boolean {
+    const answer = this.module.call("projection_holds", this.owned.handle, lon, lat);
+    return answer < 0 ? this.module.fail() : answer !== 0;
+  }
+
+  clip(shape: Ring | readonly Ring[]): Float64Array[] {
+    const isPolygon = typeof shape[0] === "object";
+    const rings = (isPolygon ? shape : [shape]) as readonly Ring[];
+    const lengths = rings.map((ring) => ring.length / 2);
+    if (!lengths.every(Number.isInteger)) throw new OrvexError("coordinates come in pairs; an array has an odd length");
+    const coords = new Float64Array(rings.reduce((sum, ring) => sum + ring.length, 0));
+    rings.reduce((at, ring) => (coords.set(ring, at), at + ring.length), 0);
+    this.module.withDoubles(coords, (points) => {
+      const total = coords.length / 2;
+      if (!isPolygon) return this.module.run("projection_clip", this.owned.handle, points, total, 0, 0);
+      return this.module.withIntegers(lengths, (counts) => {
+        this.module.run("projection_clip", this.owned.handle, points, total, counts, rings.length);
+      });
+    });
+    const { coords: cut, starts } = this.module.paths();
+    return Array.from({ length: starts.length - 1 }, (_, i) => cut.slice(2 * starts[i]!, 2 * starts[i + 1]!));
+  }
+
+  dispose(): void {
+    this.owned.dispose();
+  }
+}
