@@ -13,7 +13,7 @@ export interface Piece {
   bounds?: Bounds;
 }
 
-const FINE_DEGREES = 0.07;    // a pixel so small that the coasts of 1:110m look angular
+const FINE_DEGREES = 0.11;    // a pixel so small that the coasts of 1:110m look angular
 const PART_DEGREES = 0.05;    // from here on only what is in sight is drawn
 const WIDEST_PART = 120;      // degrees of longitude
 const LEAST_PIXEL = 0.02;     // degrees; finer curves of the whole world would only take time

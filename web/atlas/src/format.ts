@@ -3,7 +3,8 @@ import type { Angles } from "orvex";
 
 import type { AngleForm, Place } from "./state";
 
-export const thin = "\u2009";
+/** A narrow space at which no line ends. */
+export const thin = "\u202f";
 export const minus = "\u2212";
 export const none = "\u2013";
 

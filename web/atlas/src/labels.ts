@@ -3,6 +3,7 @@
 import type { Paths } from "orvex";
 
 import type { Chart } from "./chart";
+import { thin } from "./format";
 import { toPixels, wrapped, type Size, type Spot, type View } from "./view";
 
 export interface Label {
@@ -20,7 +21,7 @@ interface Line {
   to: number;
 }
 
-const ROOM_X = 40, ROOM_Y = 16, INSET = 14, BESIDE = 6;
+const ROOM_X = 40, ROOM_Y = 16, INSET = 14, BESIDE = 6, MEET = 12;  // pixels
 
 /** Which meridian or parallel each piece of a graticule is: what two of its places have in common. */
 function identify(chart: Chart, paths: Paths, step: number): Line[] {
@@ -50,18 +51,34 @@ function identify(chart: Chart, paths: Paths, step: number): Line[] {
 function degreesText(line: Line): string {
   const value = Number(Math.abs(line.degrees).toFixed(6));
   const letter = value === 0 || (line.meridian && value === 180) ? "" : line.meridian ? (line.degrees > 0 ? "E" : "W") : line.degrees > 0 ? "N" : "S";
-  return `${value}\u00b0${letter ? `\u2009${letter}` : ""}`;
+  return `${value}\u00b0${letter ? thin + letter : ""}`;
 }
 
 /** Labels for the pieces of a graticule. */
 export function graticuleLabels(chart: Chart, paths: Paths, step: number, view: View, size: Size): Label[] {
   const labels: Label[] = [];
   const free = (x: number, y: number) => labels.every((other) => Math.abs(other.x - x) > ROOM_X || Math.abs(other.y - y) > ROOM_Y);
-  for (const line of identify(chart, paths, step)) {
-    const label = place(line, paths, view, size);
+  const lines = identify(chart, paths, step);
+  const converging = meet(lines, paths, view, size);
+  for (const line of lines) {
+    const label = line.meridian && converging ? atEquator(line, chart, view, size) : place(line, paths, view, size);
     if (label && free(label.x, label.y)) labels.push(label);
   }
   return labels;
+}
+
+/** Whether the lower ends of meridians meet in a point, where there is no room for their labels. */
+function meet(lines: readonly Line[], { coords }: Paths, view: View, size: Size): boolean {
+  const ends = lines
+    .filter((line) => line.meridian)
+    .map((line) => [line.from, line.to - 1].map((i) => toPixels(view, size, coords[2 * i]!, coords[2 * i + 1]!)).reduce((a, b) => (a[1] > b[1] ? a : b)))
+    .filter((end) => inside(end, size, 0));
+  return ends.some((end, i) => ends.some((other, j) => j > i + 1 && Math.hypot(end[0] - other[0], end[1] - other[1]) < MEET));
+}
+
+function atEquator(line: Line, chart: Chart, view: View, size: Size): Label | undefined {
+  const spot = chart.spot(view, size, [line.degrees, 0]);
+  return spot && inside(spot, size, INSET) ? { x: spot[0], y: spot[1] + 9, text: degreesText(line), align: "center", upon: true } : undefined;
 }
 
 function inside([x, y]: Spot, size: Size, inset: number): boolean {
@@ -77,6 +94,7 @@ function place(line: Line, { coords }: Paths, view: View, size: Size): Label | u
   const count = line.to - line.from;
   const text = degreesText(line);
   const end = spot(order(0));
+  if (Math.hypot(first[0] - last[0], first[1] - last[1]) < 2 && count > 4) return uponMiddle(spot(line.from + (count >> 1)), text, size);
   if (inside(end, size, INSET)) return besideEnd(end, spot(order(Math.min(1, count - 1))), text, line.meridian, size);
   for (let n = 1; n < count; ++n) {
     const [a, b] = [spot(order(n - 1)), spot(order(n))];
@@ -84,6 +102,11 @@ function place(line: Line, { coords }: Paths, view: View, size: Size): Label | u
     if (at) return { x: at[0], y: at[1], text, align: line.meridian ? "center" : "start", upon: true };
   }
   return undefined;
+}
+
+/** A closed parallel begins behind the pole; its middle lies on the central meridian. */
+function uponMiddle([x, y]: Spot, text: string, size: Size): Label | undefined {
+  return inside([x, y], size, INSET) ? { x, y, text, align: "center", upon: true } : undefined;
 }
 
 /** Off the end of a line, in the direction in which it ends. */

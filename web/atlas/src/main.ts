@@ -36,6 +36,7 @@ class Atlas implements App {
   private readonly sentence = h("p", { class: "sentence" });
   private lastKey = "";
   private readonly writeSoon = afterQuiet(250, () => this.write(false));
+  private readonly refreshSoon = afterQuiet(90, () => this.refresh());
 
   constructor(readonly engine: Engine) {
     const [state, wrong] = fromAddress(location.hash, (slug, key) => engine.has(slug, key));
@@ -85,9 +86,7 @@ class Atlas implements App {
     this.angles.form = next.angles;
     if (turned || next.slug !== before.slug || next.stated !== before.stated) this.showMap(next.slug === before.slug ? "stay" : "keep");
     if (next.tab !== before.tab) this.openTab(next.tab);
-    this.refresh();
-    if (done) this.write(true);
-    else this.writeSoon();
+    this.follow(done, turned);
   }
 
   setPoint(point: Place | undefined, done = true): void {
@@ -167,7 +166,16 @@ class Atlas implements App {
       return;
     }
     this.map.setVeil("");
-    this.refresh();
+    this.follow(done, true);
+  }
+
+  /** What follows a change of the state: at once when it is done, and while a drag goes on only what moves with it. */
+  private follow(done: boolean, onlyValues: boolean): void {
+    if (done || !onlyValues) this.refresh();
+    else {
+      this.parameters.show(this.choice());
+      this.refreshSoon();
+    }
     if (done) this.write(true);
     else this.writeSoon();
   }

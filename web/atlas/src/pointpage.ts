@@ -4,12 +4,12 @@ import type { Projection } from "orvex";
 import type { App, Page } from "./app";
 import { copy, h } from "./dom";
 import { ChoiceField, NumberField, SegmentField } from "./fields";
-import { grouped, none } from "./format";
+import { grouped, none, thin } from "./format";
 import { icon } from "./icons";
 import type { AngleForm, Place } from "./state";
 import { wrapped } from "./view";
 
-const DEGREES = 9, LENGTHS = 4;
+const DEGREES = 9, LENGTHS = 4, BACK = 8;  // decimals; BACK is for the way back, a millimetre
 const MEAN_RADIUS = 6371008.8;
 
 /** A line of a list of results: what it is, what it is worth, and a way to copy it. */
@@ -34,7 +34,8 @@ class Row {
   }
 }
 
-const pair = (a: string, b: string) => `${a}   ${b}`;
+/** Two coordinates, one below the other. */
+const pair = (a: string, b: string) => `${a}\n${b}`;
 
 export class PointPage implements Page {
   readonly element: HTMLElement;
@@ -170,12 +171,12 @@ export class PointPage implements Page {
     const narrow = Math.cos(((point?.[1] ?? 0) * Math.PI) / 180);
     const [stated, exact] = results ?? [];
     const value = (which: "there" | "back", i: 0 | 1) => [stated?.[which][i] ?? NaN, exact?.[which][i] ?? NaN] as const;
-    const plane = drawable ? 4 : 9;
+    const plane = drawable ? 4 : BACK;
     this.accuracy.replaceChildren(
       h("caption", { class: "unseen" }, "Coordinates on the map and back again, computed in both ways"), head,
       h("tbody", {},
         line("x", ...value("there", 0), plane, drawable ? 1 : degree * narrow), line("y", ...value("there", 1), plane, drawable ? 1 : degree),
-        line("back: lon", ...value("back", 0), 9, degree * narrow), line("back: lat", ...value("back", 1), 9, degree)));
+        line("lon", ...value("back", 0), BACK, degree * narrow), line("lat", ...value("back", 1), BACK, degree)));
   }
 
   private showShift(point: Place | undefined): void {
@@ -228,6 +229,6 @@ function compass([east, north]: readonly [number, number]): string {
 function millimetres(metresApart: number): string {
   if (!Number.isFinite(metresApart)) return none;
   const mm = metresApart * 1000;
-  if (Math.abs(mm) < 1e-6) return "0\u2009mm";
-  return `${Math.abs(mm) < 0.01 ? mm.toExponential(0) : grouped(mm, Math.abs(mm) < 10 ? 2 : 0)}\u2009mm`;
+  if (Math.abs(mm) < 5e-4) return `0${thin}mm`;
+  return `${grouped(mm, Math.abs(mm) < 10 ? 3 : 0)}${thin}mm`;
 }

@@ -3,6 +3,7 @@ import type { Paths } from "orvex";
 
 import type { Chart } from "./chart";
 import { graticuleLabels } from "./labels";
+import { thin } from "./format";
 import { shade } from "./shading";
 import type { Place, Shading } from "./state";
 import type { Surface } from "./surface";
@@ -117,7 +118,7 @@ function drawPoint(surface: Surface, chart: Chart, view: View, point: Place, shi
       const by = ARROW / (Math.hypot(dx, dy) || 1);
       surface.arrow(spot[0], spot[1], dx * by, dy * by, { color: theme.halo, width: 4.5 });
       surface.arrow(spot[0], spot[1], dx * by, dy * by, { color: theme.accent, width: 2 });
-      const text = `${length < 10 ? length.toFixed(2) : length.toFixed(1)}\u2009m`;
+      const text = `${length < 10 ? length.toFixed(2) : length.toFixed(1)}${thin}m`;
       surface.text(spot[0] + dx * by + (dx >= 0 ? 6 : -6), spot[1] + dy * by, text, {
         color: theme.accent, size: 12, weight: 600, align: dx >= 0 ? "start" : "end", halo: theme.halo,
       });

@@ -29,7 +29,7 @@ export interface State {
 }
 
 export const firstDatum = "World Geodetic System 1984";
-export const secondDatum = "NAD 1927 - CONUS";
+export const secondDatum = firstDatum;
 
 export function initial(): State {
   return {

@@ -9,7 +9,7 @@ let site;
 before(async () => (site = await Site.start()));
 after(() => site.stop());
 
-const plain = (text) => text.replaceAll("\u2009", "").replaceAll("\u2212", "-").replace(/\s+/g, " ").trim();
+const plain = (text) => text.replaceAll("\u202f", "").replaceAll("\u2212", "-").replace(/\s+/g, " ").trim();
 const row = async (page, name) => plain(await page.locator(`.results .row:has(dt:text-is("${name}")) dd`).first().textContent());
 const status = (page, tab) => page.locator(`#page-${tab} .note[role=status]`).first();
 
