@@ -35,7 +35,8 @@ export class AngleText {
 
   dms(degrees: number, axis: "lon" | "lat", decimals: number): string {
     if (!Number.isFinite(degrees)) return none;
-    return this.angles.format(degrees, { fields: "dms", decimals, axis, pad: true, separators: "\u00b0\u2032\u2033" });
+    const text = this.angles.format(degrees, { fields: "dms", decimals, axis, pad: true });
+    return text.replace("d", "\u00b0").replace("'", "\u2032").replace('"', "\u2033");
   }
 
   place([lon, lat]: Place, decimals: number): string {
@@ -44,7 +45,7 @@ export class AngleText {
 
   /** Degrees from a number or from the library's angle text; throws its error. */
   parse(text: string): number {
-    const plain = text.trim().replace(minus, "-");
+    const plain = text.trim().replace(minus, "-").replace("\u00b0", "d").replace("\u2032", "'").replace("\u2033", '"');
     const number = Number(plain);
     return plain !== "" && Number.isFinite(number) ? number : this.angles.parse(plain);
   }

@@ -1,5 +1,5 @@
 // Degrees at the lines of the graticule: beside the map where lines end at its edge, upon them where the picture cuts
-// them; as many as have room.
+// them or where their ends lie too close together.
 import type { Paths } from "orvex";
 
 import type { Chart } from "./chart";
@@ -14,105 +14,132 @@ export interface Label {
   upon: boolean;
 }
 
+/** A meridian or parallel, or a piece of one. */
 interface Line {
   meridian: boolean;
   degrees: number;
-  from: number;
-  to: number;
+  spots: readonly Spot[];
 }
 
-const ROOM_X = 40, ROOM_Y = 16, INSET = 14, BESIDE = 6, MEET = 12;  // pixels
+// Pixels.
+const ROOM_X = 40, ROOM_Y = 16, INSET = 14, BESIDE = 7, MEET = 12, SAME = 2.5;
 
-/** Which meridian or parallel each piece of a graticule is: what two of its places have in common. */
-function identify(chart: Chart, paths: Paths, step: number): Line[] {
-  const { coords, starts } = paths;
-  const count = starts.length - 1;
-  const spots = new Float64Array(4 * count);
-  for (let i = 0; i < count; ++i) {
-    const [from, to] = [starts[i]!, starts[i + 1]!];
-    const third = Math.floor((to - from - 1) / 3);
-    const [a, b] = [from + third, to - 1 - third];
-    spots.set([coords[2 * a]!, coords[2 * a + 1]!, coords[2 * b]!, coords[2 * b + 1]!], 4 * i);
+/** Labels for the pieces of a graticule. */
+export function graticuleLabels(chart: Chart, paths: Paths, step: number, view: View, size: Size): Label[] {
+  const lines = identify(chart, paths, step, view, size);
+  const centre = middleOf(chart, view, size);
+  const meridians = lines.filter((line) => line.meridian);
+  const ends = meridians.map((line) => lowest(line)).filter((end) => inside(end, size, 0));
+  const upon = ends.length > 2 && spacing(ends) < MEET;
+  const atEquator = (line: Line) => equatorLabel(line, chart, view, size);
+  const spots = upon ? meridians.map(atEquator).flatMap((label): Spot[] => (label ? [[label.x, label.y]] : [])) : ends;
+  const stride = spots.length > 2 ? strideFor(spacing(spots)) : 1;
+  const labels: Label[] = [];
+  const free = (x: number, y: number) => labels.every((other) => Math.abs(other.x - x) > ROOM_X || Math.abs(other.y - y) > ROOM_Y);
+  for (const line of lines) {
+    if (line.meridian && Math.round(line.degrees / step) % stride !== 0) continue;
+    const label = line.meridian && upon ? atEquator(line) : place(line, lines, centre, size);
+    if (label && free(label.x, label.y)) labels.push(label);
   }
-  const places = chart.projection.inverse(spots);
+  return labels;
+}
+
+/** Which meridian or parallel each piece is: what two of its places have in common. */
+function identify(chart: Chart, { coords, starts }: Paths, step: number, view: View, size: Size): Line[] {
+  const count = starts.length - 1;
+  const probes = new Float64Array(4 * count);
+  for (let i = 0; i < count; ++i) {
+    const third = Math.floor((starts[i + 1]! - starts[i]! - 1) / 3);
+    const [a, b] = [starts[i]! + third, starts[i + 1]! - 1 - third];
+    probes.set([coords[2 * a]!, coords[2 * a + 1]!, coords[2 * b]!, coords[2 * b + 1]!], 4 * i);
+  }
+  const places = chart.projection.inverse(probes);
   const lines: Line[] = [];
   for (let i = 0; i < count; ++i) {
     const [lon1, lat1, lon2, lat2] = places.slice(4 * i, 4 * i + 4) as unknown as [number, number, number, number];
     const turned = Math.abs(wrapped(lon2 - lon1));
     const raised = Math.abs(lat2 - lat1);
-    const [from, to] = [starts[i]!, starts[i + 1]!];
     const nearest = (value: number) => Math.round(value / step) * step;
-    if (turned < raised * 0.02) lines.push({ meridian: true, degrees: nearest(wrapped(lon1)), from, to });
-    else if (raised < turned * 0.02) lines.push({ meridian: false, degrees: nearest(lat1), from, to });
+    const spots: Spot[] = [];
+    for (let j = starts[i]!; j < starts[i + 1]!; ++j) spots.push(toPixels(view, size, coords[2 * j]!, coords[2 * j + 1]!));
+    if (turned < raised * 0.02) lines.push({ meridian: true, degrees: nearest(wrapped(lon1)), spots });
+    else if (raised < turned * 0.02) lines.push({ meridian: false, degrees: nearest(lat1), spots });
   }
   return lines;
 }
 
 function degreesText(line: Line): string {
   const value = Number(Math.abs(line.degrees).toFixed(6));
-  const letter = value === 0 || (line.meridian && value === 180) ? "" : line.meridian ? (line.degrees > 0 ? "E" : "W") : line.degrees > 0 ? "N" : "S";
-  return `${value}\u00b0${letter ? thin + letter : ""}`;
+  if (value === 0 || (line.meridian && value === 180)) return `${value}\u00b0`;
+  const letter = line.meridian ? (line.degrees > 0 ? "E" : "W") : line.degrees > 0 ? "N" : "S";
+  return `${value}\u00b0${thin}${letter}`;
 }
 
-/** Labels for the pieces of a graticule. */
-export function graticuleLabels(chart: Chart, paths: Paths, step: number, view: View, size: Size): Label[] {
-  const labels: Label[] = [];
-  const free = (x: number, y: number) => labels.every((other) => Math.abs(other.x - x) > ROOM_X || Math.abs(other.y - y) > ROOM_Y);
-  const lines = identify(chart, paths, step);
-  const converging = meet(lines, paths, view, size);
-  for (const line of lines) {
-    const label = line.meridian && converging ? atEquator(line, chart, view, size) : place(line, paths, view, size);
-    if (label && free(label.x, label.y)) labels.push(label);
-  }
-  return labels;
+const firstOf = (line: Line) => line.spots[0]!;
+const lastOf = (line: Line) => line.spots.at(-1)!;
+const apart = (a: Spot, b: Spot) => Math.hypot(a[0] - b[0], a[1] - b[1]);
+
+function lowest(line: Line): Spot {
+  return firstOf(line)[1] > lastOf(line)[1] ? firstOf(line) : lastOf(line);
 }
 
-/** Whether the lower ends of meridians meet in a point, where there is no room for their labels. */
-function meet(lines: readonly Line[], { coords }: Paths, view: View, size: Size): boolean {
-  const ends = lines
-    .filter((line) => line.meridian)
-    .map((line) => [line.from, line.to - 1].map((i) => toPixels(view, size, coords[2 * i]!, coords[2 * i + 1]!)).reduce((a, b) => (a[1] > b[1] ? a : b)))
-    .filter((end) => inside(end, size, 0));
-  return ends.some((end, i) => ends.some((other, j) => j > i + 1 && Math.hypot(end[0] - other[0], end[1] - other[1]) < MEET));
+function middleOf(chart: Chart, view: View, size: Size): Spot {
+  const { minX, minY, maxX, maxY } = chart.box;
+  return toPixels(view, size, (minX + maxX) / 2, (minY + maxY) / 2);
 }
 
-function atEquator(line: Line, chart: Chart, view: View, size: Size): Label | undefined {
-  const spot = chart.spot(view, size, [line.degrees, 0]);
-  return spot && inside(spot, size, INSET) ? { x: spot[0], y: spot[1] + 9, text: degreesText(line), align: "center", upon: true } : undefined;
+/** The usual distance of neighbours. */
+function spacing(spots: readonly Spot[]): number {
+  const nearest = spots.map((spot, i) => Math.min(...spots.map((other, j) => (i === j || apart(spot, other) < 0.01 ? Infinity : apart(spot, other)))));
+  const finite = nearest.filter(Number.isFinite).sort((a, b) => a - b);
+  return finite.length === 0 ? 0 : finite[finite.length >> 1]!;
+}
+
+/** Every so many lines there is room for a label. */
+function strideFor(distance: number): number {
+  return [1, 2, 3, 4, 6, 12].find((stride) => stride * distance > ROOM_X) ?? 24;
 }
 
 function inside([x, y]: Spot, size: Size, inset: number): boolean {
   return x >= inset && x <= size.width - inset && y >= inset && y <= size.height - inset;
 }
 
+function equatorLabel(line: Line, chart: Chart, view: View, size: Size): Label | undefined {
+  const spot = chart.spot(view, size, [line.degrees, 0]);
+  return spot && inside(spot, size, INSET) ? { x: spot[0], y: spot[1] + 9, text: degreesText(line), align: "center", upon: true } : undefined;
+}
+
 /** Meridians are labelled at their lower end, parallels at their left one. */
-function place(line: Line, { coords }: Paths, view: View, size: Size): Label | undefined {
-  const spot = (i: number) => toPixels(view, size, coords[2 * i]!, coords[2 * i + 1]!);
-  const [first, last] = [spot(line.from), spot(line.to - 1)];
-  const forwards = line.meridian ? first[1] > last[1] : first[0] < last[0];
-  const order = (n: number) => (forwards ? line.from + n : line.to - 1 - n);
-  const count = line.to - line.from;
+function place(line: Line, lines: readonly Line[], centre: Spot, size: Size): Label | undefined {
   const text = degreesText(line);
-  const end = spot(order(0));
-  if (Math.hypot(first[0] - last[0], first[1] - last[1]) < 2 && count > 4) return uponMiddle(spot(line.from + (count >> 1)), text, size);
-  if (inside(end, size, INSET)) return besideEnd(end, spot(order(Math.min(1, count - 1))), text, line.meridian, size);
-  for (let n = 1; n < count; ++n) {
-    const [a, b] = [spot(order(n - 1)), spot(order(n))];
-    const at = entry(a, b, size);
+  const [first, last] = [firstOf(line), lastOf(line)];
+  if (apart(first, last) < SAME && line.spots.length > 4) return uponMiddle(line, text, size);
+  const forwards = line.meridian ? first[1] > last[1] : first[0] < last[0];
+  const ordered = forwards ? line.spots : [...line.spots].reverse();
+  const end = ordered[0]!;
+  if (inside(end, size, INSET)) return goesOn(line, end, lines) ? undefined : besideEnd(end, centre, text, size);
+  for (let i = 1; i < ordered.length; ++i) {
+    const at = entry(ordered[i - 1]!, ordered[i]!, size);
     if (at) return { x: at[0], y: at[1], text, align: line.meridian ? "center" : "start", upon: true };
   }
   return undefined;
 }
 
+/** Whether a line ends only to go on as another piece. */
+function goesOn(line: Line, end: Spot, lines: readonly Line[]): boolean {
+  return lines.some((other) => other !== line && other.meridian === line.meridian && other.degrees === line.degrees && (apart(firstOf(other), end) < SAME || apart(lastOf(other), end) < SAME));
+}
+
 /** A closed parallel begins behind the pole; its middle lies on the central meridian. */
-function uponMiddle([x, y]: Spot, text: string, size: Size): Label | undefined {
+function uponMiddle(line: Line, text: string, size: Size): Label | undefined {
+  const [x, y] = line.spots[line.spots.length >> 1]!;
   return inside([x, y], size, INSET) ? { x, y, text, align: "center", upon: true } : undefined;
 }
 
-/** Off the end of a line, in the direction in which it ends. */
-function besideEnd(end: Spot, next: Spot, text: string, meridian: boolean, size: Size): Label | undefined {
-  const length = Math.hypot(end[0] - next[0], end[1] - next[1]) || 1;
-  const [ux, uy] = meridian && length < 0.5 ? [0, 1] : [(end[0] - next[0]) / length, (end[1] - next[1]) / length];
+/** Off the end of a line, away from the middle of the map. */
+function besideEnd(end: Spot, centre: Spot, text: string, size: Size): Label | undefined {
+  const length = apart(end, centre) || 1;
+  const [ux, uy] = [(end[0] - centre[0]) / length, (end[1] - centre[1]) / length];
   const x = end[0] + ux * BESIDE;
   const y = end[1] + uy * (BESIDE + 5);
   const align = ux > 0.4 ? "start" : ux < -0.4 ? "end" : "center";
@@ -121,7 +148,7 @@ function besideEnd(end: Spot, next: Spot, text: string, meridian: boolean, size:
 
 /** Where a step comes into the picture, a little within its frame. */
 function entry(a: Spot, b: Spot, size: Size): Spot | undefined {
-  if (inside(a, size, INSET) || !(Math.max(a[0], b[0]) >= INSET)) return undefined;
+  if (inside(a, size, INSET)) return undefined;
   let [least, most] = [0, 1];
   const within = (from: number, by: number, low: number, high: number) => {
     if (by === 0) return from >= low && from <= high;

@@ -35,7 +35,7 @@ class Atlas implements App {
   private readonly pages: Record<Tab, Page>;
   private readonly sentence = h("p", { class: "sentence" });
   private lastKey = "";
-  private readonly writeSoon = afterQuiet(250, () => this.write(false));
+  private readonly writeSoon = afterQuiet(600, () => this.write());
   private readonly refreshSoon = afterQuiet(90, () => this.refresh());
 
   constructor(readonly engine: Engine) {
@@ -135,7 +135,7 @@ class Atlas implements App {
     this.state = { ...before, slug, values, at: undefined, zoom: 1 };
     if (!this.showMap("keep")) this.state = before;
     this.refresh();
-    this.write(true);
+    this.write();
   }
 
   /** The new projection shows the place that stood in the middle, where it can be turned to it. */
@@ -176,14 +176,14 @@ class Atlas implements App {
       this.parameters.show(this.choice());
       this.refreshSoon();
     }
-    if (done) this.write(true);
+    if (done) this.write();
     else this.writeSoon();
   }
 
   private moved(done: boolean): void {
     const at = this.map.at;
     this.state = { ...this.state, at, zoom: at ? this.map.zoom : 1 };
-    if (done) this.write(true);
+    if (done) this.write();
     this.pages.compare.pointed?.(undefined);
   }
 
@@ -222,11 +222,10 @@ class Atlas implements App {
 
   // The address.
 
-  private write(step: boolean): void {
+  /** A step that the back button undoes. */
+  private write(): void {
     const hash = `#${toAddress(this.state)}`;
-    if (hash === location.hash) return;
-    if (step) history.pushState(null, "", hash);
-    else history.replaceState(history.state, "", hash);
+    if (hash !== location.hash) history.pushState(null, "", hash);
   }
 
   private readAddress(): void {

@@ -47,7 +47,7 @@ export function shade(projection: Projection, shading: Exclude<Shading, "none">,
       [spots[at], spots[at + 1]] = toMap(view, size, ((column + 0.5) * size.width) / columns, ((row + 0.5) * size.height) / rows) as [number, number];
     }
   }
-  const values = fieldOf(projection, shading, projection.inverse(spots));
+  const values = widened(fieldOf(projection, shading, projection.inverse(spots)), columns);
   const canvas = document.createElement("canvas");
   canvas.width = columns;
   canvas.height = rows;
@@ -61,6 +61,15 @@ export function shade(projection: Projection, shading: Exclude<Shading, "none">,
   });
   context.putImageData(picture, 0, 0);
   return canvas;
+}
+
+/** Points without a value beside some with one take theirs, so that the field reaches the edge of the map. */
+function widened(values: Float64Array, columns: number): Float64Array {
+  return values.map((value, i) => {
+    if (Number.isFinite(value)) return value;
+    const around = [i - 1, i + 1, i - columns, i + columns].map((at) => values[at] ?? NaN).filter(Number.isFinite);
+    return around.length === 0 ? NaN : around.reduce((sum, it) => sum + it, 0) / around.length;
+  });
 }
 
 function fieldOf(projection: Projection, shading: Exclude<Shading, "none">, places: Float64Array): Float64Array {

@@ -25,8 +25,8 @@ describe("a point", () => {
     assert.equal(await row(page, "State plane 1983"), "\u2013");
   });
   test("in a state plane zone, and beside two of them", async () => {
-    const page = await site.open("#robster;p=-97.75,30.25");
-    assert.equal(await row(page, "State plane 1983"), "Texas Central 948598.5622 3067553.4774");
+    const page = await site.open("#robster;p=-100.9,31.2");
+    assert.equal(await row(page, "State plane 1983"), "Texas Central 646000.4946 3170115.7919");
     const other = await site.open("#robster;p=-90.5,39.8");
     assert.match(await row(other, "State plane 1983"), /Illinois West or Missouri East/);
   });
@@ -127,7 +127,8 @@ describe("tables", () => {
     await page.getByLabel("Longitude or x").selectOption("1");
     await page.getByLabel("Latitude or y").selectOption("2");
     await page.getByLabel("Convert", { exact: true }).first().selectOption("inverse");
-    assert.equal((await convert(page)).split("\n")[1].replace(/;/g, ","), "1,391779.2593,5820072.1592,13.405000000,52.520000000");
+    const [, , , lon, lat] = (await convert(page)).split("\n")[1].split(",").map(Number);
+    assert.ok(Math.abs(lon - 13.405) < 2e-9 && Math.abs(lat - 52.52) < 2e-9, `${lon} ${lat}`);
   });
   test("GeoJSON keeps what is not a coordinate", async () => {
     const page = await site.open("#utm;lon0=15;tab=table");
@@ -210,7 +211,6 @@ describe("georeferencing", () => {
       return [...canvas.getContext("2d").getImageData(x * density, y * density, 1, 1).data];
     }, [-25, 50]);
     assert.ok(blue[2] > 180 && blue[0] < 110, `the picture lies there: ${blue}`);
-    const last = page.locator(".controls li").last().locator("input").nth(3);
     await page.getByRole("button", { name: "Add a point by numbers" }).click();
     const fourth = page.locator(".controls li").last().locator("input");
     for (const [i, value] of [100, 100, -20, 64].entries()) {
@@ -220,7 +220,6 @@ describe("georeferencing", () => {
     await settled(page);
     const off = Number(/off by ([\d.]+)/.exec(plain(await page.locator(".controls .residual").last().textContent()))[1]);
     assert.ok(off > 10_000, "a point a degree off shows in the residuals");
-    assert.equal(await last.inputValue(), "50");
   });
   test("by clicks: first the picture, then the map", async () => {
     const page = await site.open("#eqc;tab=georef");
