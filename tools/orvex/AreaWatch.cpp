@@ -8,17 +8,14 @@
 #include <orvex/zones.h>
 
 #include "Failure.h"
+#include "RegressionArea.h"
 #include "StatePlane.h"
 
 namespace orvex::tool {
 
 namespace {
 
-/// A part of the globe, degrees; west may be below -180.
-struct Box {
-  const char* name;
-  double west, south, east, north;
-};
+using Box = NamedBox;
 
 // Extents of the zones of each state in the EPSG registry; the first match in the zone's name counts. Great Lakes and
 // Guam by the map.
@@ -78,29 +75,6 @@ constexpr Box kStates[] = {{"Alabama", -88.48, 30.14, -84.89, 35.02},
                            {"Wisconsin", -92.89, 42.48, -86.25, 47.31},
                            {"Wyoming", -111.06, 40.99, -104.05, 45.01}};
 constexpr double kStateMargin = 1;  // degrees
-
-/// The lands whose points the regression equations were fitted to; beyond them the polynomials run wild.
-std::optional<Box> RegressionArea(DatumType datum) {
-  switch (datum) {
-    case DT_AUSTRALIAN_GEODETIC_1966_MRE:
-    case DT_AUSTRALIAN_GEODETIC_1984_MRE:
-      return Box{"Australia", 112, -44, 155, -9};
-    case DT_CAMPO_INCHAUSEPE_ARGENTINA_MRE:
-      return Box{"Argentina", -74, -50, -53, -21};
-    case DT_CORREGO_ALEGRE_BRAZIL_MRE:
-      return Box{"Brazil", -75, -34, -34, 6};
-    case DT_EUROPEAN_1950_MRE:
-      return Box{"western Europe", -10, 34, 32, 72};
-    case DT_NAD_1927_CONUS_MRE:
-      return Box{"the conterminous United States", -125, 24, -66, 50};
-    case DT_NAD_1927_CANADA_MRE:
-      return Box{"Canada", -142, 41, -52, 75};
-    case DT_SOUTH_AMERICAN_1969_MRE:
-      return Box{"South America", -82, -50, -34, 13};
-    default:
-      return std::nullopt;
-  }
-}
 
 bool IsMarked(const PROJPOINT& point) {
   return point.x == DBL_MAX || point.y == DBL_MAX;

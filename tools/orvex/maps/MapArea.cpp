@@ -11,7 +11,6 @@
 #include "Failure.h"
 #include "ProjectPoints.h"
 #include "StatePlane.h"
-#include "tables/Coordinate.h"
 
 namespace orvex::tool {
 
@@ -22,24 +21,9 @@ constexpr double kConicLat = 30;     // a conformal cone is opened up to this la
 constexpr double kUtmLat = 84;
 constexpr double kUtmReach = 20, kZoneReach = 12, kTransverseReach = 45;  // degrees about the central meridian
 constexpr double kJustInside = 1e-3;                                      // degrees
-constexpr double kSeam = 1e-7;                          // degrees either side of a meridian at which the map is torn
+constexpr double kSeam = 1e-7;  // degrees either side of a meridian at which the map is torn
 constexpr double kAntipode = 0.05, kCassiniEnd = 0.01;  // degrees about points that are stretched to lines
 constexpr double kQuarter = 90, kObliqueReach = 45, kGnomonicReach = 60, kEquidistantReach = 170;
-
-Bounds ParseBounds(const std::string& text) {
-  const auto places = ParseTwoPlaces(text);
-  if (!places || (*places)[1] >= (*places)[3]) {
-    throw Failure("--bounds takes W,S,E,N in degrees with S below N, not \"" + text + "\"");
-  }
-  const auto [west, south, east, north] = *places;
-  Bounds box{west, south, east, north};
-  if (box.east <= box.west) box.east += 360;
-  if (std::abs(box.west) > 360 || box.east > 360 + 180 || box.east - box.west > 360) {
-    throw Failure("--bounds: the longitudes must lie within one turn");
-  }
-  box.east = std::min(box.east, box.west + 360 - 2 * kSeam);
-  return box;
-}
 
 Bounds About(double lon, double reach, double south, double north) {
   return {lon - reach, south, lon + reach, north};
@@ -146,11 +130,18 @@ PROJDATA Expanded(PROJDATA record) {
   return record;
 }
 
-MapArea ChooseArea(const PROJDATA& record, const std::string& bounds) {
+std::optional<Bounds> WithinTurn(Bounds box) {
+  if (box.east <= box.west) box.east += 360;
+  if (std::abs(box.west) > 360 || box.east > 360 + 180 || box.east - box.west > 360) return std::nullopt;
+  box.east = std::min(box.east, box.west + 360 - 2 * kSeam);
+  return box;
+}
+
+MapArea ChooseArea(const PROJDATA& record, const std::optional<Bounds>& bounds) {
   if (record.Type == PT_LATLONG) throw Failure("\"Unprojected Lat/Long\" is no projection that can be drawn");
   const PROJDATA real = Expanded(record);
   MapArea area{{}, 0, real.MajorRadius * record.Scale};
-  const std::optional<Bounds> part = bounds.empty() ? DefaultBounds(record, real) : ParseBounds(bounds);
+  const std::optional<Bounds> part = bounds ? bounds : DefaultBounds(record, real);
   if (part) area.domains.push_back(std::make_unique<Box>(*part));
   const bool everyLongitude = real.Type == PT_EQUICYLINDRICAL;  // a part may lie anywhere on its strip
   if (!part || !everyLongitude) AddDomains(real, area);

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <memory>
-#include <string>
+#include <optional>
 #include <vector>
 
 #include <orvex/projection.h>
@@ -20,8 +20,11 @@ struct MapArea {
 /// A zone as the projection that stands behind it.
 PROJDATA Expanded(PROJDATA record);
 
-/// The area for a projection, or what the user asked for as "W,S,E,N" (empty: the default). Throws Failure for a
-/// projection that cannot be drawn.
-MapArea ChooseArea(const PROJDATA& record, const std::string& bounds);
+/// Bounds as people give them, east counted on beyond 180 where it lies west of west; nothing where the longitudes do
+/// not lie within one turn.
+std::optional<Bounds> WithinTurn(Bounds box);
+
+/// The area for a projection, or what the user asked for. Throws Failure for a projection that cannot be drawn.
+MapArea ChooseArea(const PROJDATA& record, const std::optional<Bounds>& bounds);
 
 }  // namespace orvex::tool

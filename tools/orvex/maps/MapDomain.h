@@ -155,6 +155,8 @@ class TurnedBox final : public TurnedDomain {
   void FindRoots(const Vector& a, const Vector& b, Roots& roots) const override;
 
   Perimeter m_edge;
+  std::array<double, 2> m_sines;    ///< of the latitudes in the south and in the north
+  std::array<Vector, 2> m_normals;  ///< of the planes in the west and in the east
 };
 
 }  // namespace orvex::tool

@@ -20,13 +20,6 @@ constexpr double kSteadyScale = 1.1;    // most over least scale for which a sca
 constexpr int kScaleSamples = 7;        // in each direction of the picture
 constexpr double kBarPart = 0.2;        // of the width of the picture
 constexpr double kMostGridLines = 500;  // in each direction
-constexpr double kTissotPart = 0.25;    // radius of a circle, of the step
-
-std::vector<double> Multiples(double step, double least, double most) {
-  std::vector<double> values;
-  for (double k = std::ceil(least / step); k * step <= most; ++k) values.push_back(k * step);
-  return values;
-}
 
 /// The largest of 1, 2 and 5 times powers of ten that is no larger.
 double RoundDown(double value) {
@@ -63,26 +56,6 @@ std::vector<double> CrossingsOf(const std::vector<Polyline>& outline, bool verti
 }
 
 }  // namespace
-
-std::vector<double> Meridians(double step) {
-  std::vector<double> values = Multiples(step, -180, 180);
-  if (values.size() > 1 && values.front() == -180 && values.back() == 180) values.pop_back();
-  return values;
-}
-
-std::vector<double> Parallels(double step) {
-  std::vector<double> values = Multiples(step, -90, 90);
-  std::erase_if(values, [](double lat) { return std::abs(lat) == 90; });
-  return values;
-}
-
-Points Meridian(double lon) {
-  return {{lon, -90}, {lon, 0}, {lon, 90}};
-}
-
-Points Parallel(double lat) {
-  return {{-180, lat}, {-90, lat}, {0, lat}, {90, lat}, {180, lat}};
-}
 
 ZoneLines LinesOfZone(const PROJDATA& record) {
   ZoneLines lines;
@@ -193,22 +166,8 @@ ProjectedGrid DrawGrid(const std::vector<Polyline>& outline, const Frame& frame,
 }
 
 void AddTissot(MapSvg& svg, MapPainter& painter, const DistortionMeter& meter, const MapArea& area, double step) {
-  const double radius = kTissotPart * step * kRadians * area.radius * painter.CurrentFrame().scale;
-  constexpr int kCorners = 72;
   PathPen pen;
-  for (const double lat : Parallels(step)) {
-    for (const double lon : Meridians(step)) {
-      const auto spot = painter.Locate({lon, lat});
-      const auto d = spot ? meter.At({lon, lat}) : std::nullopt;
-      if (!d) continue;
-      for (int i = 0; i <= kCorners; ++i) {
-        const double u = radius * std::cos(i * 2 * std::numbers::pi / kCorners);
-        const double v = radius * std::sin(i * 2 * std::numbers::pi / kCorners);
-        pen.Add({spot->x + u * d->east.x + v * d->north.x, spot->y - u * d->east.y - v * d->north.y});
-      }
-      pen.Finish(true);
-    }
-  }
+  DrawTissot(painter, meter, area, step, pen);
   svg.Add(
       "<g class=\"tissot\" clip-path=\"url(#frame)\"><path fill=\"#c0392b\" fill-opacity=\".28\" stroke=\"#9c2f23\" "
       "stroke-opacity=\".8\" stroke-width=\"6\" d=\"" +

@@ -6,17 +6,12 @@
 #include <vector>
 
 #include "maps/MapDistortion.h"
+#include "maps/MapGraticule.h"
 #include "maps/MapLabels.h"
 #include "maps/MapPainter.h"
 #include "maps/MapSvg.h"
 
 namespace orvex::tool {
-
-/// The multiples of a step, degrees.
-std::vector<double> Meridians(double step);
-std::vector<double> Parallels(double step);
-Points Meridian(double lon);
-Points Parallel(double lat);
 
 /// What UTM and state plane zones have; all empty for other projections.
 struct ZoneLines {

@@ -75,6 +75,19 @@ Picture Fit(const MapOptions& options, const BoxPen& area, const Frame& drawn, c
   return picture;
 }
 
+/// "W,S,E,N" as an area; nothing for "".
+std::optional<Bounds> ParseBounds(const std::string& text) {
+  if (text.empty()) return std::nullopt;
+  const auto places = ParseTwoPlaces(text);
+  if (!places || (*places)[1] >= (*places)[3]) {
+    throw Failure("--bounds takes W,S,E,N in degrees with S below N, not \"" + text + "\"");
+  }
+  const auto [west, south, east, north] = *places;
+  const std::optional<Bounds> box = WithinTurn({west, south, east, north});
+  if (!box) throw Failure("--bounds: the longitudes must lie within one turn");
+  return box;
+}
+
 Points GreatCircle(const std::string& text) {
   const auto places = ParseTwoPlaces(text);
   if (!places) throw Failure("--great-circle takes LON1,LAT1,LON2,LAT2 in degrees, not \"" + text + "\"");
@@ -129,7 +142,7 @@ class Sheet {
       : m_record(record),
         m_options(options),
         m_projector(&m_record),
-        m_area(ChooseArea(Informed(), options.bounds)),
+        m_area(ChooseArea(Informed(), ParseBounds(options.bounds))),
         m_painter(m_projector, m_area),
         m_meter(m_projector, Figure()) {}
 

@@ -53,7 +53,11 @@ PROJPOINT Aposphere::From(const PROJPOINT& p) const {
   const double isometric = (std::atanh(std::sin(p.y * kRadians)) - C) / B;
   double sine = std::tanh(isometric);
   constexpr int kPasses = 8;  // each gains two digits
-  for (int i = 0; i < kPasses; ++i) sine = std::tanh(isometric + e * std::atanh(e * sine));
+  for (int i = 0; i < kPasses; ++i) {
+    const double before = sine;
+    sine = std::tanh(isometric + e * std::atanh(e * sine));
+    if (sine == before) break;
+  }
   return {lon, std::asin(sine) / kRadians};
 }
 

@@ -38,7 +38,7 @@ class StatePlaneGrid : public ZoneGrid {
 
   std::optional<int> Parse(std::string_view label) const override {
     const auto found =
-        std::ranges::find_if(m_zones, [&](const Zone& zone) { return Lower(zone.name) == Lower(label); });
+        std::find_if(m_zones.begin(), m_zones.end(), [&](const Zone& zone) { return Lower(zone.name) == Lower(label); });
     return found == m_zones.end() ? std::nullopt : std::optional<int>(found->number);
   }
 

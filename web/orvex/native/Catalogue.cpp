@@ -6,6 +6,7 @@
 
 #include "Call.h"
 #include "Parameters.h"
+#include "RegressionArea.h"
 #include "Units.h"
 
 namespace orvex::web {
@@ -129,6 +130,9 @@ void AddDatums(Json& json) {
       json.Key("ellipsoid").Number(p.Ellipsoid).Key("values").Open('[');
       for (const double value : {p.dx, p.dy, p.dz, p.rx, p.ry, p.rz, p.k, p.PMShift}) json.Number(value);
       json.Close(']');
+    }
+    if (const auto area = tool::RegressionArea(datum)) {
+      json.Key("area").Open('[').Number(area->west).Number(area->south).Number(area->east).Number(area->north).Close(']');
     }
     json.Close('}');
   }

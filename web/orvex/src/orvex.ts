@@ -1,14 +1,28 @@
 // What `load` answers.
-import { OrvexError } from "./errors.js";
+import { makeAngles } from "./angle.js";
 import { find, projectionIds } from "./catalogue.js";
 import type { Catalogue } from "./catalogue.js";
-import { ProjectionObject } from "./projection.js";
+import { addGrid, datumOf, ShiftObject } from "./datum.js";
+import { OrvexError } from "./errors.js";
+import { GeorefObject } from "./georef.js";
+import { ShapesObject } from "./map.js";
 import type { Module } from "./module.js";
 import { PointsObject } from "./points.js";
-import type { AccuracyOption, Orvex, Params, Points, Projection, StateZoneInfo } from "./types.js";
+import { ProjectionObject } from "./projection.js";
+import type {
+  AccuracyOption, Angles, Datum, DatumChoice, Georef, GeorefControl, GeorefMethod, Orvex, Params, Paths, Points, Projection,
+  Shapes, Shift, StateZoneChoice, StateZoneInfo, UtmZone,
+} from "./types.js";
+
+const polarZone = 61;
+const stereographic = "Stereographic";
 
 export class OrvexObject implements Orvex {
-  constructor(private readonly module: Module, private readonly catalogue: Catalogue) {}
+  readonly angle: Angles;
+
+  constructor(private readonly module: Module, private readonly catalogue: Catalogue) {
+    this.angle = makeAngles(module);
+  }
 
   get version() { return this.catalogue.version; }
   get projections() { return this.catalogue.projections; }
@@ -19,7 +33,7 @@ export class OrvexObject implements Orvex {
   get memory() { return this.module.bytes; }
 
   stateZones(year: 1927 | 1983): readonly StateZoneInfo[] {
-    return this.catalogue.zones[year] ?? [];
+    return this.catalogue.zones[checkedYear(year)];
   }
 
   projection(nameOrId: string | number, params: Params = {}, { accuracy = "exact" }: AccuracyOption = {}): Projection {
@@ -35,10 +49,74 @@ export class OrvexObject implements Orvex {
   }
 
   statePlane(nameOrId: string | number, year: 1927 | 1983, options: AccuracyOption = {}): Projection {
-    return this.projection(year === 1927 ? projectionIds.plane1927 : projectionIds.plane1983, { zone: nameOrId }, options);
+    return this.projection(planeOf(year), { zone: nameOrId }, options);
+  }
+
+  utmAt({ zone, south }: UtmZone, options: AccuracyOption = {}): Projection {
+    if (zone !== polarZone) return this.utm(zone, south, {}, options);
+    return this.projection(stereographic, { lat0: south ? -90 : 90, k0: 0.994, x0: 2e6, y0: 2e6 }, options);
+  }
+
+  datum(choice: DatumChoice): Datum {
+    return datumOf(this.catalogue, choice);
+  }
+
+  shift(from: DatumChoice, to: DatumChoice, { accuracy = "exact" }: AccuracyOption = {}): Shift {
+    return new ShiftObject(this.module, this.catalogue, from, to, accuracy);
+  }
+
+  grid(name: string, bytes: Uint8Array | ArrayBuffer): void {
+    addGrid(this.module, name, bytes);
+  }
+
+  georef(controls: readonly GeorefControl[], method: GeorefMethod): Georef {
+    return new GeorefObject(this.module, this.catalogue, controls, method);
+  }
+
+  utmZone(lon: number, lat: number): UtmZone {
+    checkPlace(lon, lat);
+    const number = this.module.call("utm_zone", lon, lat), zone = Math.abs(number), south = number < 0;
+    const letter = south ? "S" : "N";
+    return { zone, south, label: zone === polarZone ? `UPS${letter}` : `${zone}${letter}` };
+  }
+
+  stateZone(lon: number, lat: number, year: 1927 | 1983): StateZoneChoice {
+    checkPlace(lon, lat);
+    const zone = this.module.call("state_zone", planeOf(year), lon, lat);
+    return { zone: zone < 0 ? null : zone, label: this.module.text("result_text") };
+  }
+
+  mgrs(lon: number, lat: number, digits = 5): string {
+    checkPlace(lon, lat);
+    return this.module.text("mgrs", lon, lat, digits);
+  }
+
+  fromMgrs(text: string): [number, number] {
+    return this.module.withText(text, (at) => this.module.withDoubles([0, 0], (place) => {
+      this.module.run("from_mgrs", at, place);
+      const [lon, lat] = this.module.doubles(place, 2);
+      return [lon!, lat!];
+    }));
+  }
+
+  shapes(paths: Paths): Shapes {
+    return new ShapesObject(this.module, paths);
   }
 
   points(count: number): Points {
     return new PointsObject(this.module, count);
   }
+}
+
+function checkedYear(year: number): 1927 | 1983 {
+  if (year !== 1927 && year !== 1983) throw new OrvexError(`the state plane systems are of 1927 and 1983, not of ${year}`);
+  return year;
+}
+
+function planeOf(year: 1927 | 1983): number {
+  return checkedYear(year) === 1927 ? projectionIds.plane1927 : projectionIds.plane1983;
+}
+
+function checkPlace(lon: number, lat: number): void {
+  if (!Number.isFinite(lon) || !(Math.abs(lat) <= 90)) throw new OrvexError(`${lon}, ${lat} is no longitude and latitude`);
 }

@@ -4,9 +4,12 @@ import { OrvexError } from "./errors.js";
 import type { Module } from "./module.js";
 import { Owned } from "./owned.js";
 import { createProjection, readParams } from "./record.js";
+import { MapObject } from "./map.js";
 import type {
-  Accuracy, CompleteParams, Coordinates, Params, Projection, ProjectionInfo, Ring,
+  Accuracy, CompleteParams, Coordinates, Distortion, MapGeometry, MapOptions, Params, Projection, ProjectionInfo, Ring,
 } from "./types.js";
+
+const distortionFields = ["h", "k", "area", "omega", "most", "least"] as const;
 
 export class ProjectionObject implements Projection {
   readonly parameters: CompleteParams;
@@ -60,6 +63,23 @@ export class ProjectionObject implements Projection {
     });
     const { coords: cut, starts } = this.module.paths();
     return Array.from({ length: starts.length - 1 }, (_, i) => cut.slice(2 * starts[i]!, 2 * starts[i + 1]!));
+  }
+
+  distortion(lon: ArrayLike<number>, lat: ArrayLike<number>): Distortion {
+    const count = lon.length, fields = distortionFields.length;
+    if (lat.length !== count) throw new OrvexError("there are not as many latitudes as longitudes");
+    const places = new Float64Array(2 * count);
+    for (let i = 0; i < count; i++) [places[2 * i], places[2 * i + 1]] = [lon[i]!, lat[i]!];
+    return this.module.withDoubles(places, (at) => this.module.withDoubles(new Float64Array(fields * count), (values) => {
+      this.module.run("distortion", this.owned.handle, at, count, values);
+      const all = this.module.doubles(values, fields * count);
+      const column = (field: number): Float64Array => Float64Array.from({ length: count }, (_, i) => all[fields * i + field]!);
+      return Object.fromEntries(distortionFields.map((name, field) => [name, column(field)])) as unknown as Distortion;
+    }));
+  }
+
+  map(options: MapOptions = {}): MapGeometry {
+    return new MapObject(this.module, this.owned.handle, options);
   }
 
   dispose(): void {
