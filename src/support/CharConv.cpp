@@ -32,7 +32,8 @@ std::from_chars_result FromChars(const char* first, const char* last, double& va
   if (length <= sign + prefix) return none;
   const char* const rest = first + (length - prefix);
   const std::string_view digits = std::string_view(number).substr(0, length);
-  const bool infinite = std::isinf(read) && digits.find_first_of("nN") == std::string_view::npos;  // "inf" is no overflow
+  const bool infinite =
+      std::isinf(read) && digits.find_first_of("nN") == std::string_view::npos;  // "inf" is no overflow
   const std::size_t exponent = digits.find_first_of(hex ? "pP" : "eE");
   const bool vanished = read == 0 && digits.substr(prefix, exponent - prefix).find_first_of("123456789abcdefABCDEF") !=
                                          std::string_view::npos;

@@ -3,11 +3,10 @@
 // areas, coasts as lines, graticule, edge) for each projection.
 //
 //   web/orvex/bench.mjs [frames|points]
-import { readFileSync } from "node:fs";
 import { load } from "./dist/index.js";
 import { landPaths } from "./test/land.mjs";
 
-const points = 50_000, rounds = 7;
+const points = 5_000, rounds = 25;
 const what = process.argv[2];
 
 /** The best of a few rounds, milliseconds: what the machine's other work adds is left out. */

@@ -21,7 +21,7 @@ constexpr double kConicLat = 30;     // a conformal cone is opened up to this la
 constexpr double kUtmLat = 84;
 constexpr double kUtmReach = 20, kZoneReach = 12, kTransverseReach = 45;  // degrees about the central meridian
 constexpr double kJustInside = 1e-3;                                      // degrees
-constexpr double kSeam = 1e-7;  // degrees either side of a meridian at which the map is torn
+constexpr double kSeam = 1e-7;                          // degrees either side of a meridian at which the map is torn
 constexpr double kAntipode = 0.05, kCassiniEnd = 0.01;  // degrees about points that are stretched to lines
 constexpr double kQuarter = 90, kObliqueReach = 45, kGnomonicReach = 60, kEquidistantReach = 170;
 

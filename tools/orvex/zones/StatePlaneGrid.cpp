@@ -37,8 +37,8 @@ class StatePlaneGrid : public ZoneGrid {
   }
 
   std::optional<int> Parse(std::string_view label) const override {
-    const auto found =
-        std::find_if(m_zones.begin(), m_zones.end(), [&](const Zone& zone) { return Lower(zone.name) == Lower(label); });
+    const auto found = std::find_if(m_zones.begin(), m_zones.end(),
+                                    [&](const Zone& zone) { return Lower(zone.name) == Lower(label); });
     return found == m_zones.end() ? std::nullopt : std::optional<int>(found->number);
   }
 

@@ -132,7 +132,13 @@ void AddDatums(Json& json) {
       json.Close(']');
     }
     if (const auto area = tool::RegressionArea(datum)) {
-      json.Key("area").Open('[').Number(area->west).Number(area->south).Number(area->east).Number(area->north).Close(']');
+      json.Key("area")
+          .Open('[')
+          .Number(area->west)
+          .Number(area->south)
+          .Number(area->east)
+          .Number(area->north)
+          .Close(']');
     }
     json.Close('}');
   }

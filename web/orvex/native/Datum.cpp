@@ -1,7 +1,7 @@
 // Datum - changes of datum, and the grid files that some of them read.
+#include <sys/stat.h>
 #include <cstdio>
 #include <memory>
-#include <sys/stat.h>
 
 #include <orvex/datum.h>
 #include <orvex/grids.h>
@@ -35,7 +35,8 @@ void Convert(CDatumTransform& shift, DATUMPOINT* points, int count) {
     if (shift.Convert(points, count)) return;
   } catch (const shr::Exception& e) {
     if (e.Source() != "DtmNadcon") throw;
-    throw tool::Failure("the NADCON grids (conus.las and conus.los, prvi.las and prvi.los) are not there; hand over their bytes first");
+    throw tool::Failure(
+        "the NADCON grids (conus.las and conus.los, prvi.las and prvi.los) are not there; hand over their bytes first");
   }
   throw tool::Failure("the datum conversion failed");
 }
@@ -81,7 +82,8 @@ ORVEX_WEB int ow_grid(const char* name, const unsigned char* bytes, int count) {
     const std::string path = std::string(kGridDirectory) + "/" + name;
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "wb"), std::fclose);
     const auto size = static_cast<std::size_t>(count);
-    if (!file || std::fwrite(bytes, 1, size, file.get()) != size) throw tool::Failure("there is no memory for the grid");
+    if (!file || std::fwrite(bytes, 1, size, file.get()) != size)
+      throw tool::Failure("there is no memory for the grid");
     std::fflush(file.get());
     DatSetGridDirectory(kGridDirectory);
     return kDone;

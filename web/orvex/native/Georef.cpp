@@ -43,6 +43,7 @@ ORVEX_WEB int ow_georef_report(const CGeorefTransform* transform, double* values
     if (!transform->GetInfo(&record)) throw tool::Failure("the transform failed");
     double* const behind = values + record.nControls;
     if (!transform->ComputeError(behind, values)) throw tool::Failure("the transform failed");
+    RefControlsToCoeff(&record);  // leaves the coefficients alone where there are none
     for (int i = 0; i < 6; ++i) behind[1 + i] = record.Coeff[i];
     return kDone;
   });

@@ -65,6 +65,8 @@ class Map {
         m_area(tool::ChooseArea(projection.record, bounds)),
         m_painter(m_projector, m_area),
         m_meter(m_projector, FigureOf(projection.record)) {
+    // A part of this map may lie anywhere on its endless strip; exactly computed, longitudes would be brought back.
+    if (projection.record.Type == PT_EQUICYLINDRICAL) m_projector.SetAccuracy(PA_STATED);
     Measure();
   }
   Map(const Map&) = delete;
@@ -123,7 +125,8 @@ int Draw(Map* map, Work work) {
 }
 
 void CheckStep(double step, double least) {
-  if (!(step >= least && step <= 180)) throw tool::Failure("the step must be from " + std::to_string(least) + " to 180 degrees");
+  if (!(step >= least && step <= 180))
+    throw tool::Failure("the step must be from " + std::to_string(least) + " to 180 degrees");
 }
 
 }  // namespace
@@ -225,7 +228,8 @@ ORVEX_WEB void ow_shapes_delete(Shapes* shapes) {
 /// semi-axes of the indicatrix; not a number where there is nothing to measure.
 ORVEX_WEB int ow_distortion(const Projection* projection, const PROJPOINT* places, int count, double* values) {
   return Guarded(kFailed, [&] {
-    if (projection->record.Type == PT_LATLONG) throw tool::Failure("\"Unprojected Lat/Long\" is no map to be distorted");
+    if (projection->record.Type == PT_LATLONG)
+      throw tool::Failure("\"Unprojected Lat/Long\" is no map to be distorted");
     CProjector projector = projection->projector;
     const tool::DistortionMeter meter(projector, FigureOf(projection->record));
     for (int i = 0; i < count; ++i, values += 6) {

@@ -26,7 +26,8 @@ CProjector ProjectorOf(int zone) {
 }
 
 const tool::ZoneGrid& StateZones(ProjType set) {
-  static const auto of1927 = tool::MakeStatePlaneGrid(PT_STATEPLANE27), of1983 = tool::MakeStatePlaneGrid(PT_STATEPLANE83);
+  static const auto of1927 = tool::MakeStatePlaneGrid(PT_STATEPLANE27),
+                    of1983 = tool::MakeStatePlaneGrid(PT_STATEPLANE83);
   return set == PT_STATEPLANE27 ? *of1927 : *of1983;
 }
 
@@ -77,7 +78,8 @@ ORVEX_WEB const char* ow_result_text() {
 ORVEX_WEB const char* ow_mgrs(double lon, double lat, int digits) {
   return Guarded<const char*>(nullptr, [&] {
     if (digits < 0 || digits > tool::kMostMgrsDigits) {
-      throw tool::Failure("a reference has 0 to " + std::to_string(tool::kMostMgrsDigits) + " digits for each coordinate");
+      throw tool::Failure("a reference has 0 to " + std::to_string(tool::kMostMgrsDigits) +
+                          " digits for each coordinate");
     }
     PROJPOINT point{lon, lat};
     const int zone = tool::UtmZoneAt(point);

@@ -144,9 +144,8 @@ ORVEX_WEB int ow_projection_clip(Projection* projection, const PROJPOINT* points
   return Guarded(kFailed, [&] {
     Result().Clear();
     const CProjector& projector = projection->projector;
-    const bool done = counts == nullptr
-                          ? projector.LLPreclipPolyline(nullptr, count, points, AddLine)
-                          : projector.LLPreclipPolygon(nullptr, rings, counts, points, AddRings, nullptr);
+    const bool done = counts == nullptr ? projector.LLPreclipPolyline(nullptr, count, points, AddLine)
+                                        : projector.LLPreclipPolygon(nullptr, rings, counts, points, AddRings, nullptr);
     if (!done) {
       throw tool::Failure("a shape has a coordinate that is not a finite number, or a part of fewer than 2 points");
     }

@@ -1,5 +1,5 @@
-// ZoneAreas - of the registered coordinate systems those of the state plane zones alone, for their areas of use. They are
-// picked while this is compiled, so that the module carries no others.
+// ZoneAreas - of the registered coordinate systems those of the state plane zones alone, for their areas of use. They
+// are picked while this is compiled, so that the module carries no others.
 #include <algorithm>
 #include <array>
 #include <iterator>

