@@ -29,7 +29,7 @@ export function graticuleLabels(chart: Chart, paths: Paths, step: number, view: 
   const lines = identify(chart, paths, step, view, size);
   const centre = middleOf(chart, view, size);
   const meridians = lines.filter((line) => line.meridian);
-  const ends = meridians.map((line) => lowest(line)).filter((end) => inside(end, size, 0));
+  const ends = meridians.filter((line) => !meetsOthers(line, lowest(line), lines) || meetsOthers(line, highest(line), lines)).map(lowest).filter((end) => inside(end, size, 0));
   const upon = ends.length > 2 && spacing(ends) < MEET;
   const atEquator = (line: Line) => equatorLabel(line, chart, view, size);
   const spots = upon ? meridians.map(atEquator).flatMap((label): Spot[] => (label ? [[label.x, label.y]] : [])) : ends;
@@ -83,6 +83,10 @@ function lowest(line: Line): Spot {
   return firstOf(line)[1] > lastOf(line)[1] ? firstOf(line) : lastOf(line);
 }
 
+function highest(line: Line): Spot {
+  return lowest(line) === firstOf(line) ? lastOf(line) : firstOf(line);
+}
+
 function middleOf(chart: Chart, view: View, size: Size): Spot {
   const { minX, minY, maxX, maxY } = chart.box;
   return toPixels(view, size, (minX + maxX) / 2, (minY + maxY) / 2);
@@ -114,10 +118,11 @@ function place(line: Line, lines: readonly Line[], centre: Spot, size: Size): La
   const text = degreesText(line);
   const [first, last] = [firstOf(line), lastOf(line)];
   if (apart(first, last) < SAME && line.spots.length > 4) return uponMiddle(line, text, size);
-  const forwards = line.meridian ? first[1] > last[1] : first[0] < last[0];
+  let forwards = line.meridian ? first[1] > last[1] : first[0] < last[0];
+  if (meetsOthers(line, forwards ? first : last, lines)) forwards = !forwards;
   const ordered = forwards ? line.spots : [...line.spots].reverse();
   const end = ordered[0]!;
-  if (inside(end, size, INSET)) return goesOn(line, end, lines) ? undefined : besideEnd(end, centre, text, size);
+  if (inside(end, size, INSET)) return goesOn(line, end, lines) ? undefined : besideEnd(end, ordered[1]!, centre, text, size);
   for (let i = 1; i < ordered.length; ++i) {
     const at = entry(ordered[i - 1]!, ordered[i]!, size);
     if (at) return { x: at[0], y: at[1], text, align: line.meridian ? "center" : "start", upon: true };
@@ -130,16 +135,23 @@ function goesOn(line: Line, end: Spot, lines: readonly Line[]): boolean {
   return lines.some((other) => other !== line && other.meridian === line.meridian && other.degrees === line.degrees && (apart(firstOf(other), end) < SAME || apart(lastOf(other), end) < SAME));
 }
 
+/** Whether an end is a pole at which meridians meet. */
+function meetsOthers(line: Line, end: Spot, lines: readonly Line[]): boolean {
+  return line.meridian && lines.some((other) => other.meridian && other.degrees !== line.degrees && (apart(firstOf(other), end) < SAME || apart(lastOf(other), end) < SAME));
+}
+
 /** A closed parallel begins behind the pole; its middle lies on the central meridian. */
 function uponMiddle(line: Line, text: string, size: Size): Label | undefined {
   const [x, y] = line.spots[line.spots.length >> 1]!;
   return inside([x, y], size, INSET) ? { x, y, text, align: "center", upon: true } : undefined;
 }
 
-/** Off the end of a line, away from the middle of the map. */
-function besideEnd(end: Spot, centre: Spot, text: string, size: Size): Label | undefined {
-  const length = apart(end, centre) || 1;
-  const [ux, uy] = [(end[0] - centre[0]) / length, (end[1] - centre[1]) / length];
+/** Off the end of a line: between its own direction there and that away from the middle of the map. */
+function besideEnd(end: Spot, next: Spot, centre: Spot, text: string, size: Size): Label | undefined {
+  const unit = (from: Spot): Spot => [(end[0] - from[0]) / (apart(end, from) || 1), (end[1] - from[1]) / (apart(end, from) || 1)];
+  const [along, away] = [unit(next), unit(centre)];
+  const length = Math.hypot(along[0] + away[0], along[1] + away[1]) || 1;
+  const [ux, uy] = [(along[0] + away[0]) / length, (along[1] + away[1]) / length];
   const x = end[0] + ux * BESIDE;
   const y = end[1] + uy * (BESIDE + 5);
   const align = ux > 0.4 ? "start" : ux < -0.4 ? "end" : "center";

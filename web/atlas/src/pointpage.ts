@@ -171,7 +171,7 @@ export class PointPage implements Page {
     const narrow = Math.cos(((point?.[1] ?? 0) * Math.PI) / 180);
     const [stated, exact] = results ?? [];
     const value = (which: "there" | "back", i: 0 | 1) => [stated?.[which][i] ?? NaN, exact?.[which][i] ?? NaN] as const;
-    const plane = drawable ? 4 : BACK;
+    const plane = drawable ? 3 : BACK;
     this.accuracy.replaceChildren(
       h("caption", { class: "unseen" }, "Coordinates on the map and back again, computed in both ways"), head,
       h("tbody", {},

@@ -2,7 +2,7 @@
 import assert from "node:assert/strict";
 import { mkdirSync, readFileSync } from "node:fs";
 import { createRequire } from "node:module";
-import { after, before, describe, test } from "node:test";
+import { after, afterEach, before, describe, test } from "node:test";
 
 import { settled, Site } from "./page.mjs";
 
@@ -12,6 +12,7 @@ const pictures = process.env.ATLAS_PICTURES;  // a folder for screenshots
 
 let site;
 before(async () => (site = await Site.start()));
+afterEach(() => site.close());
 after(() => site.stop());
 
 async function violations(page) {

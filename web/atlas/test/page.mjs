@@ -16,12 +16,19 @@ export class Site {
   constructor(server, browser) {
     this.server = server;
     this.browser = browser;
+    this.contexts = [];
+  }
+
+  /** Closes the pages of a test, so that they take no time from the next one. */
+  async close() {
+    await Promise.all(this.contexts.splice(0).map((context) => context.close()));
   }
 
   /** The page at an address behind #; what it logs as an error and what it asks of other hosts is collected. */
-  async open(hash = "", { width = 1440, height = 900, dark = false } = {}) {
+  async open(hash = "", { width = 1440, height = 900, dark = false, keep = false } = {}) {
     const context = await this.browser.newContext({ viewport: { width, height }, colorScheme: dark ? "dark" : "light", acceptDownloads: true });
     await context.grantPermissions(["clipboard-read", "clipboard-write"]);
+    if (!keep) this.contexts.push(context);
     const page = await context.newPage();
     page.errors = [];
     page.foreign = [];

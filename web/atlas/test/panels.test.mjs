@@ -1,12 +1,13 @@
 // The panels in a real browser: a point in every system, two maps, distortion, tables and shapes, georeferencing.
 import assert from "node:assert/strict";
 import { readFileSync } from "node:fs";
-import { after, before, describe, test } from "node:test";
+import { after, afterEach, before, describe, test } from "node:test";
 
 import { drop, hashOf, settled, Site } from "./page.mjs";
 
 let site;
 before(async () => (site = await Site.start()));
+afterEach(() => site.close());
 after(() => site.stop());
 
 const plain = (text) => text.replaceAll("\u202f", "").replaceAll("\u2212", "-").replace(/\s+/g, " ").trim();
