@@ -35,6 +35,7 @@ class Atlas implements App {
   private readonly pages: Record<Tab, Page>;
   private readonly sentence = h("p", { class: "sentence" });
   private lastKey = "";
+  private guide?: string;
   private readonly writeSoon = afterQuiet(600, () => this.write());
   private readonly refreshSoon = afterQuiet(90, () => this.refresh());
 
@@ -76,6 +77,10 @@ class Atlas implements App {
     this.refresh();
     history.replaceState(null, "", `#${toAddress(this.state)}`);
     this.list.drawAll();
+    void findGuide().then((guide) => {
+      this.guide = guide;
+      this.refresh();
+    });
   }
 
   change(part: Partial<State>, done = true): void {
@@ -91,6 +96,7 @@ class Atlas implements App {
 
   setPoint(point: Place | undefined, done = true): void {
     this.change({ point }, done);
+    if (!done) this.writeSoon();
   }
 
   goTo(at: Place, zoom = this.map.zoom): void {
@@ -177,7 +183,6 @@ class Atlas implements App {
       this.refreshSoon();
     }
     if (done) this.write();
-    else this.writeSoon();
   }
 
   private moved(done: boolean): void {
@@ -196,7 +201,7 @@ class Atlas implements App {
     if (this.pages[this.state.tab].picked?.(place)) return;
     const digits = Math.max(Math.min(Math.ceil(-Math.log10((this.map.current?.degreesInPixel(this.map.viewNow) ?? 1) / 10)), 9), 0);
     this.setPoint([Number(place[0].toFixed(digits)), Number(place[1].toFixed(digits))], true);
-    this.map.handle.focus({ preventScroll: true });
+    this.map.focusPoint();
   }
 
   private refresh(): void {
@@ -207,8 +212,8 @@ class Atlas implements App {
     for (const [tab] of tabNames) if (tab === state.tab || tab === "compare") this.pages[tab].update();
     this.foot.show(undefined);
     const entry = entryOf(state.slug)!;
-    this.sentence.replaceChildren(h("strong", {}, entry.name), ` ${entry.says} `,
-      h("a", { href: `../projections.html#${anchorOf(entry.name)}`, class: "more" }, "More"));
+    const more = this.guide && h("a", { href: `${this.guide}#${anchorOf(entry.name)}` }, "More");
+    this.sentence.replaceChildren(h("strong", {}, entry.name), ` ${entry.says} `, more ?? "");
     document.title = `${entry.name} \u00b7 Orvex atlas`;
     if (state.point) map.handle.setAttribute("aria-label", `Point at ${this.angles.place(state.point, 4)}: arrow keys move it, Delete removes it`);
     map.redraw();
@@ -337,11 +342,19 @@ class Atlas implements App {
   }
 }
 
+/** The guide to the projections, where the page is part of the documentation's site. */
+async function findGuide(): Promise<string | undefined> {
+  if (!/\/atlas\/(index\.html)?$/.test(location.pathname)) return undefined;
+  const guide = new URL("../docs/projections.html", location.href).href;
+  const answer = await fetch(guide, { method: "HEAD" }).catch(() => undefined);
+  return answer?.ok ? guide : undefined;
+}
+
 /** The heading of a projection in the documentation. */
 function anchorOf(name: string): string {
   const shared: Record<string, string> = {
     "Gauss-Kruger / Gauss Conformal": "transverse-mercator-gauss-kruger", "Transverse Mercator": "transverse-mercator-gauss-kruger",
-    "State Plane 1927": "state-plane-1927-and-1983", "State Plane 1983": "state-plane-1927-and-1983", "Unprojected Lat/Long": "unprojected-latlong",
+    "State Plane 1927": "state-plane-1927-and-1983", "State Plane 1983": "state-plane-1927-and-1983", "Unprojected Lat/Long": "unprojected-lat-long",
   };
   return shared[name] ?? name.toLowerCase().replace(/[()]/g, "").replace(/ /g, "-");
 }

@@ -192,6 +192,12 @@ export class MapView {
     this.element.remove();
   }
 
+  /** Gives the point the keys. */
+  focusPoint(): void {
+    this.placeHandle();
+    this.handle.focus({ preventScroll: true });
+  }
+
   private blank(density: number): [HTMLCanvasElement, CanvasRenderingContext2D] {
     const canvas = document.createElement("canvas");
     canvas.width = Math.round(this.size.width * density);

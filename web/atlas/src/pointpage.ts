@@ -42,6 +42,7 @@ export class PointPage implements Page {
   private readonly lon: NumberField;
   private readonly lat: NumberField;
   private readonly form: SegmentField;
+  private readonly computed: SegmentField;
   private readonly rows = {
     degrees: new Row("Degrees"), dms: new Row("DMS"), xy: new Row("x, y"), utm: new Row("UTM"), mgrs: new Row("MGRS"),
     spcs83: new Row("State plane 1983"), spcs27: new Row("State plane 1927"),
@@ -60,6 +61,8 @@ export class PointPage implements Page {
     this.lon = axis("Longitude", 0);
     this.lat = axis("Latitude", 1);
     this.form = new SegmentField("Angles", [{ value: "degrees", text: "Degrees" }, { value: "dms", text: "D\u00b0 M\u2032 S\u2033" }], (value) => app.change({ angles: value as AngleForm }));
+    const ways = [{ value: "exact", text: "Exactly" }, { value: "stated", text: "As stated" }];
+    this.computed = new SegmentField("Compute this page", ways, (value) => app.change({ stated: value === "stated" }));
     const datums = app.engine.orvex.datums.map((datum) => ({ value: datum.name, text: datum.name }));
     this.from = new ChoiceField("From datum", datums, (from) => app.change({ from }));
     this.to = new ChoiceField("To datum", app.engine.orvex.datums.filter((datum) => datum.reversible).map((datum) => ({ value: datum.name, text: datum.name })), (to) => app.change({ to }));
@@ -70,7 +73,7 @@ export class PointPage implements Page {
       h("div", { class: "pairs" }, this.lon.element, this.lat.element),
       this.form.element,
       h("dl", { class: "results" }, ...Object.values(this.rows).map((row) => row.element)),
-      h("h3", {}, "Stated and exact"), this.accuracy,
+      h("h3", {}, "Stated and exact"), this.accuracy, this.computed.element,
       h("div", { class: "heading" }, h("h3", {}, "On another datum"), this.swap),
       this.from.element, this.to.element,
       h("dl", { class: "results" }, ...Object.values(this.shifted).map((row) => row.element)), this.datumNote);
@@ -79,6 +82,7 @@ export class PointPage implements Page {
   update(): void {
     const { state } = this.app;
     this.form.set(state.angles);
+    this.computed.set(state.stated ? "stated" : "exact");
     this.from.set(state.from);
     this.to.set(state.to);
     this.hint.hidden = Boolean(state.point);

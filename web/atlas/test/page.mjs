@@ -50,9 +50,10 @@ export class Site {
   }
 }
 
-/** After the picture for a quiet moment has been drawn. */
-export function settled(page) {
-  return page.waitForTimeout(450);
+/** After the picture for a quiet moment has been drawn, with the fine coasts where they are due. */
+export async function settled(page) {
+  await page.waitForTimeout(450);
+  await page.waitForFunction(() => !atlas.map.current.wantsFine(atlas.map.viewNow));
 }
 
 /** Shares of colours on the map: what is land, what is sea, what is neither. */
