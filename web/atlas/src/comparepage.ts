@@ -29,6 +29,7 @@ export class ComparePage implements Page {
   private readonly choice: ChoiceField;
   private readonly note = h("p", { class: "note", role: "status" });
   private readonly numbers = h("table", { class: "accuracy" });
+  private readonly title = h("p", { class: "sentence" });
   private map?: MapView;
   private shown = "";
 
@@ -82,9 +83,12 @@ export class ComparePage implements Page {
         pointed: (place) => this.pointed(place),
         picked: (place) => app.setPoint(place, true),
       }, (choice, piece) => app.helper.ask({ do: "fine", choice, piece }), "Second map");
+      this.map.handle.remove();  // the point is moved on the first map
+      this.map.element.append(this.title);
       this.place.append(this.map.element);
       this.place.classList.add("two");
     }
+    this.title.replaceChildren(h("strong", {}, entryOf(state.beside!)!.name));
     this.dress();
     this.note.textContent = "";
     try {

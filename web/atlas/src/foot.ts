@@ -8,7 +8,7 @@ import type { Place } from "./state";
 
 export class Foot {
   private readonly cells = new Map<string, HTMLElement>();
-  private readonly command = h("code", { class: "command" });
+  private readonly command = h("code", { class: "command", tabindex: 0 });
 
   constructor(element: HTMLElement, private readonly app: App) {
     const cell = (key: string, label: string) => {

@@ -22,20 +22,22 @@ export function significant(value: number, digits: number): string {
   return Math.abs(value) >= 1e5 || (value !== 0 && Math.abs(value) < 1e-4) ? value.toPrecision(digits) : String(Number(value.toPrecision(digits)));
 }
 
+const NUDGE = 1e-12;  // degrees, so that 58.3 is 18 minutes and not 17 and 60 seconds
+
 export class AngleText {
   constructor(private readonly angles: Angles, public form: AngleForm) {}
 
   /** One coordinate with the letter of its hemisphere; decimals of a degree or, two fewer in effect, of a second. */
   axis(degrees: number, axis: "lon" | "lat", decimals: number): string {
     if (!Number.isFinite(degrees)) return none;
-    if (this.form === "dms") return this.dms(degrees, axis, Math.max(decimals - 4, 0));
+    if (this.form === "dms") return this.dms(degrees, axis, Math.max(decimals - 4, 1));
     const letter = axis === "lon" ? (degrees < 0 ? "W" : "E") : degrees < 0 ? "S" : "N";
     return `${Math.abs(degrees).toFixed(decimals)}\u00b0${thin}${letter}`;
   }
 
   dms(degrees: number, axis: "lon" | "lat", decimals: number): string {
     if (!Number.isFinite(degrees)) return none;
-    const text = this.angles.format(degrees, { fields: "dms", decimals, axis, pad: true });
+    const text = this.angles.format(degrees + Math.sign(degrees) * NUDGE, { fields: "dms", decimals, axis, pad: true });
     return text.replace("d", "\u00b0").replace("'", "\u2032").replace('"', "\u2033");
   }
 

@@ -125,6 +125,8 @@ function place(line: Line, lines: readonly Line[], centre: Spot, size: Size): La
   if (inside(end, size, INSET)) return goesOn(line, end, lines) ? undefined : besideEnd(end, ordered[1]!, centre, text, size);
   for (let i = 1; i < ordered.length; ++i) {
     const at = entry(ordered[i - 1]!, ordered[i]!, size);
+    const onItsSide = at && (line.meridian ? at[1] > size.height - INSET - 1 : at[0] < INSET + 1);
+    if (at && !onItsSide) return undefined;
     if (at) return { x: at[0], y: at[1], text, align: line.meridian ? "center" : "start", upon: true };
   }
   return undefined;

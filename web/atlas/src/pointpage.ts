@@ -15,7 +15,7 @@ const MEAN_RADIUS = 6371008.8;
 /** A line of a list of results: what it is, what it is worth, and a way to copy it. */
 class Row {
   readonly element: HTMLElement;
-  private readonly value = h("dd", { class: "value" }, none);
+  private readonly value = h("span", { class: "value" }, none);
   private readonly name: HTMLElement;
   private plain = "";
 
@@ -23,7 +23,7 @@ class Row {
     this.name = h("dt", {}, name);
     const button = h("button", { type: "button", class: "copy", "aria-label": `Copy ${name}`, title: "Copy" }, icon("copy"));
     button.addEventListener("click", () => void copy(this.plain, name));
-    this.element = h("div", { class: "row" }, this.name, this.value, button);
+    this.element = h("div", { class: "row" }, this.name, h("dd", {}, this.value, button));
   }
 
   set(text: string, plain = text, name?: string): void {

@@ -54,8 +54,11 @@ export function drawScene(surface: Surface, chart: Chart, view: View, scene: Sce
   const step = graticuleStep(chart, view, size.width, scene.graticule);
   const graticule = chart.graticule(step);
   surface.stroke(graticule, { color: shaded ? "#ffffff" : theme.grid, width: 0.6, opacity: shaded ? 0.4 : 0.5 });
-  surface.stroke(chart.coasts(), { color: underlay ? theme.accent : shaded ? theme.ink : theme.coast, width: 0.7, opacity: shaded ? 0.55 : 1 });
-  if (scene.tissot) drawTissot(surface, chart, view, theme);
+  // While the map moves, the outlines of the areas stand for the coasts: they differ along the edge, which is drawn over them.
+  surface.stroke(moving ? chart.land() : chart.coasts(), {
+    color: underlay ? theme.accent : shaded ? theme.ink : theme.coast, width: 0.7, opacity: shaded ? 0.55 : 1, closed: moving,
+  });
+  if (scene.tissot) drawTissot(surface, chart, view, shaded ? "#ffffff" : theme.accent);
   if (scene.own) drawOwn(surface, chart, view, scene.own, theme);
   if (scene.circle) {
     const circle = chart.areas(scene.circle);
@@ -68,11 +71,11 @@ export function drawScene(surface: Surface, chart: Chart, view: View, scene: Sce
   if (scene.point) drawPoint(surface, chart, view, scene.point, scene.shift, theme);
 }
 
-function drawTissot(surface: Surface, chart: Chart, view: View, theme: Theme): void {
+function drawTissot(surface: Surface, chart: Chart, view: View, color: string): void {
   const range = Math.min(chart.degreesInPixel(view) * surface.size.width, 360);
   const ellipses = chart.tissot(range > 150 ? 30 : Math.max(niceStep(range, 4), 1));
-  surface.fill(ellipses, { color: theme.accent, opacity: 0.22 });
-  surface.stroke(ellipses, { color: theme.accent, width: 1, closed: true });
+  surface.fill(ellipses, { color, opacity: 0.2 });
+  surface.stroke(ellipses, { color, width: 1, closed: true });
 }
 
 function drawOwn(surface: Surface, chart: Chart, view: View, own: OwnShapes, theme: Theme): void {
@@ -90,7 +93,7 @@ function drawOwn(surface: Surface, chart: Chart, view: View, own: OwnShapes, the
 function drawLabels(surface: Surface, chart: Chart, view: View, graticule: Paths, step: number, theme: Theme, shaded: boolean): void {
   for (const label of graticuleLabels(chart, graticule, step, view, surface.size)) {
     const halo = label.upon ? (shaded ? theme.paper : theme.halo) : undefined;
-    surface.text(label.x, label.y, label.text, { color: theme.quiet, size: 11, align: label.align, halo });
+    surface.text(label.x, label.y, label.text, { color: label.upon && shaded ? theme.ink : theme.quiet, size: 11, align: label.align, halo });
   }
 }
 

@@ -24,7 +24,7 @@ export class TablePage implements Page {
   private readonly columns = h("div", { class: "pairs" });
   private readonly preview = h("table", { class: "preview" });
   private readonly download = h("button", { type: "button", hidden: true }, "Download");
-  private readonly command = h("code", { class: "command" });
+  private readonly command = h("code", { class: "command", tabindex: 0 });
   private summary?: Summary;
   private outcome?: Outcome;
 

@@ -66,8 +66,8 @@ describe("sizes", () => {
 test("the first map stands within a second after the bytes are there", async () => {
   const page = await site.open();
   const time = await page.evaluate(() => {
-    const bytes = performance.getEntriesByType("resource").filter(({ name }) => /\.(wasm|js|bin)$/.test(name)).map(({ responseEnd }) => responseEnd);
-    return performance.getEntriesByName("map")[0].startTime - Math.min(...bytes.slice(-1), Math.max(...bytes));
+    const bytes = performance.getEntriesByType("resource").filter(({ name }) => /(orvex\.wasm|atlas\.js|land110\.bin)$/.test(name));
+    return performance.getEntriesByName("map")[0].startTime - Math.max(...bytes.map(({ responseEnd }) => responseEnd));
   });
   console.log(`first map ${Math.round(time)} ms after the bytes`);
   assert.ok(time < 4000, `${time} ms`);
