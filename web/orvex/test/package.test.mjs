@@ -26,9 +26,10 @@ test("npm pack gives a package that works by itself", () => {
       parentPort.postMessage(orvex.utm(33).forward(13.405, 52.52).map((value) => value.toFixed(4)).join(" "));`);
     writeFileSync(join(folder, "main.mjs"), `
       import { readFileSync } from "node:fs";
+      import { createRequire } from "node:module";
       import { Worker } from "node:worker_threads";
       import { load } from "orvex";
-      const bytes = readFileSync(new URL(import.meta.resolve("orvex/orvex.wasm")));
+      const bytes = readFileSync(createRequire(import.meta.url).resolve("orvex/orvex.wasm"));
       const orvex = await load({ wasm: bytes });
       console.log(orvex.angle.format(12.5, { axis: "lat" }));
       new Worker(new URL("worker.mjs", import.meta.url)).on("message", console.log);`);
