@@ -42,10 +42,12 @@ if(WIN32)  # the runtimes that the library shares with its hosts
   install(FILES ${ORVEX_RUNTIME_DLLS} DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime)
 endif()
 
-set(orvex_documents README.md CHANGELOG.md LICENSE docs)
+# The documents with all that they link to, in the places that their links say.
+set(orvex_documents README.md CHANGELOG.md CONTRIBUTING.md LICENSE docs examples)
 foreach(document IN LISTS orvex_documents)
   if(IS_DIRECTORY ${PROJECT_SOURCE_DIR}/${document})
-    install(DIRECTORY ${document} DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
+    install(DIRECTORY ${document} DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development
+      PATTERN site EXCLUDE PATTERN __pycache__ EXCLUDE)
   elseif(EXISTS ${PROJECT_SOURCE_DIR}/${document})
     install(FILES ${document} DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
   endif()

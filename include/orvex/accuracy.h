@@ -1,12 +1,16 @@
-/* The two ways to compute, for C++ and plain C. */
+/** \file
+ * The two ways to compute, for C++ and plain C. */
 #ifndef ORVEX_ACCURACY_H
 #define ORVEX_ACCURACY_H
 
 #include <stdint.h>
 
-/* How a projection or datum handle computes. */
+/** \defgroup accuracy Accuracy */
+
 #if defined(__cplusplus) && __cplusplus >= 201103L
 namespace orvex {
+/** How a projection or datum handle computes.
+ * \ingroup accuracy */
 enum ProjAccuracy : int32_t {
 #elif defined(__cplusplus)
 namespace orvex {

@@ -1,4 +1,5 @@
-// Preclipping: cutting latitude/longitude shapes to what a projection can show.
+/// \file
+/// Preclipping: cutting latitude/longitude shapes to what a projection can show.
 #pragma once
 
 #include <orvex/export.h>
@@ -6,13 +7,16 @@
 
 namespace orvex {
 
+/// \addtogroup clip
+/// \{
+
 #pragma pack(push, 1)
 /// One line segment with a flag for each end, byte-packed.
 struct SEGMENT {
-  PROJPOINT Start;
-  PROJPOINT End;
-  bool bStart;
-  bool bEnd;
+  PROJPOINT Start;  ///< where it begins
+  PROJPOINT End;    ///< where it ends
+  bool bStart;      ///< flag of the beginning
+  bool bEnd;        ///< flag of the end
 };
 #pragma pack(pop)
 static_assert(sizeof(SEGMENT) == 34);
@@ -21,27 +25,31 @@ static_assert(sizeof(SEGMENT) == 34);
 /// Operations accept references to the list's own entries.
 class ORVEX_API CSEGLIST {
  public:
-  CSEGLIST();
-  CSEGLIST(const CSEGLIST& other);  ///< deep copy, with room for exactly the other's entries
-  ~CSEGLIST();
-  CSEGLIST& operator=(const CSEGLIST& other);
+  CSEGLIST();                                  ///< empty
+  CSEGLIST(const CSEGLIST& other);             ///< deep copy, with room for exactly the other's entries
+  ~CSEGLIST();                                 ///< frees the block
+  CSEGLIST& operator=(const CSEGLIST& other);  ///< deep copy
 
-  bool Append(const SEGMENT& seg);
+  bool Append(const SEGMENT& seg);  ///< appends a copy; true
+  /// Appends a segment; true.
   bool Append(const PROJPOINT& start, const PROJPOINT& end, bool bStart, bool bEnd);
   /// Appends the nPts - 1 segments that join consecutive points, both flags equal to bFlag; false below 2 points.
   bool AppendMultiple(int nPts, const PROJPOINT* pPts, bool bFlag);
   /// Inserts before `index`, 0 to Count(); false outside.
   bool Insert(int index, const SEGMENT& seg);
+  /// Inserts before `index`, 0 to Count(); false outside.
   bool Insert(int index, const PROJPOINT& start, const PROJPOINT& end, bool bStart, bool bEnd);
   /// Removes the entry; false when there is none.
   bool Delete(int index);
   /// Frees the block: back to the default-constructed state.
   void Empty();
+  /// Entries in the list.
   int Count() const { return m_count; }
   /// Entries that fit without growing; the list grows by 16 at a time.
   int Capacity() const { return m_capacity; }
   /// The index is not checked. The reference holds until the list changes.
   SEGMENT& operator[](int index) { return m_items[index]; }
+  /// The same for a list that is not to change.
   const SEGMENT& operator[](int index) const { return m_items[index]; }
 
  private:
@@ -49,9 +57,9 @@ class ORVEX_API CSEGLIST {
   int m_count;
   int m_capacity;
 };
-
-// Every function below throws shr::Exception 20200 when it needs the domain of a projection that has none ("Unprojected
-// Lat/Long") or of a state plane zone that does not exist.
+/// \file
+/// Every function throws shr::Exception 20200 when it needs the domain of a projection that has none (that of
+/// "Unprojected Lat/Long") or of a state plane zone that does not exist.
 
 /// Whether a point (degrees) lies in the projection's domain. False for null pointers and outside +-360, +-90 degrees.
 ORVEX_API bool ORVEX_CALL ProjLLInProjection(void* hProj, const PROJPOINT* pPt);
@@ -78,5 +86,7 @@ ORVEX_API bool ORVEX_CALL ProjLLPreclipPolyline(void* hProj, void* pUser, int nP
 /// ProjLLPreclipPolyline, and false as well when a part has fewer than 2 points.
 ORVEX_API bool ORVEX_CALL ProjLLPreclipPolygon(void* hProj, void* pUser, int nParts, const int* pCounts,
                                                const PROJPOINT* pPts, PROJFILLCALLBACK pFill, PROJLINECALLBACK pLine);
+
+/// \}
 
 }  // namespace orvex

@@ -1,5 +1,9 @@
-/* Export and calling-convention macros of the public interface, for C as well. */
+/** \file
+ * Export and calling-convention macros of the public interface, for C as well. */
 #pragma once
+
+/** \addtogroup export
+ * \{ */
 
 /** ORVEX_API marks what the library exports. Define ORVEX_STATIC when linking the static library. */
 #if defined(ORVEX_STATIC)
@@ -20,3 +24,5 @@
 #else
 #define ORVEX_CALL
 #endif
+
+/** \} */

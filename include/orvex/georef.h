@@ -1,4 +1,5 @@
-// Georeferencing: transforms from one plane to another fitted to pairs of control points.
+/// \file
+/// Georeferencing: transforms from one plane to another fitted to pairs of control points.
 #pragma once
 
 #include <cstdint>
@@ -8,6 +9,9 @@
 
 namespace orvex {
 
+/// \addtogroup georef
+/// \{
+
 /// How a georeference transform is made. The value is the index of RefMethodName.
 enum TransformMethod : std::int32_t {
   RM_HELMERT = 0,             ///< similarity: scale, rotation, two shifts; least squares, at least 2 controls
@@ -16,18 +20,19 @@ enum TransformMethod : std::int32_t {
   RM_POLYNOMIAL2 = 3,         ///< all terms to degree 2; at least 6 controls
   RM_POLYNOMIAL3 = 4,         ///< all terms to degree 3; at least 10 controls
   RM_AFFINECOEFFICIENTS = 5,  ///< the record's own six coefficients, no fit
-  RM_THINPLATE = 6,           ///< warps 6 to 11 pass through every control; at least 3 controls
-  RM_NATURALCUBIC = 7,
-  RM_MARCOV = 8,
-  RM_EXPONENTIAL = 9,
-  RM_RATIONALQUADRATIC = 10,
-  RM_INVERSEDISTANCE = 11,
-  RM_NONE = 12  ///< no method
+  RM_THINPLATE = 6,           ///< r^2 ln r; warps 6 to 11 pass through every control; at least 3 controls
+  RM_NATURALCUBIC = 7,        ///< r^3, as shr::WM_NATURAL_CUBIC
+  RM_MARCOV = 8,              ///< as shr::WM_MARCOV
+  RM_EXPONENTIAL = 9,         ///< as shr::WM_EXPONENTIAL
+  RM_RATIONALQUADRATIC = 10,  ///< as shr::WM_RATIONAL_QUADRATIC
+  RM_INVERSEDISTANCE = 11,    ///< as shr::WM_INVERSE_DISTANCE
+  RM_NONE = 12                ///< no method
 };
 
 /// One point of either plane, converted in place by RefForward.
 struct GEOREFPOINT {
-  double x, y;
+  double x;  ///< column, easting or whatever else the plane counts first
+  double y;  ///< row, northing or whatever else the plane counts second
 };
 
 #pragma pack(push, 1)
@@ -75,9 +80,10 @@ ORVEX_API bool ORVEX_CALL RefControlsToCoeff(GEOREF* g);
 /// as controls. The arrays it held are freed, so they must be its own (RefAllocControls) or null.
 ORVEX_API bool ORVEX_CALL RefResize(GEOREF* g, int iOldW, int iOldH, int iNewW, int iNewH);
 /// Residuals at the control points, in destination units.
-///   pTotalError    null, or receives the root mean square
-///   pControlError  null, or receives nControls distances between transformed source and destination
-/// False for a null handle or a record without control points.
+/// \param h              handle from RefCreateSystem
+/// \param pTotalError    null, or receives the root mean square
+/// \param pControlError  null, or receives nControls distances between transformed source and destination
+/// \returns false for a null handle or a record without control points.
 ORVEX_API bool ORVEX_CALL RefComputeError(void* h, double* pTotalError, double* pControlError);
 /// Name of a method, for example "Thin Plate Spline"; null outside 0 to 11.
 ORVEX_API const char* ORVEX_CALL RefMethodName(TransformMethod m);
@@ -86,22 +92,25 @@ ORVEX_API const char* ORVEX_CALL RefMethodName(TransformMethod m);
 /// lives until the last object that shares it lets go.
 class ORVEX_API CGeorefTransform {
  public:
-  CGeorefTransform();
-  CGeorefTransform(const GEOREF* g);
-  CGeorefTransform(const CGeorefTransform& other);
-  CGeorefTransform& operator=(const CGeorefTransform& other);
-  virtual ~CGeorefTransform();
+  CGeorefTransform();                               ///< without a handle
+  CGeorefTransform(const GEOREF* g);                ///< as RefCreateSystem; without a handle where that fails
+  CGeorefTransform(const CGeorefTransform& other);  ///< fits anew from the other's record
+  CGeorefTransform& operator=(const CGeorefTransform& other);  ///< shares the other's handle
+  virtual ~CGeorefTransform();                                 ///< lets go of the handle
 
   /// Deletes the present handle and makes a new one; true when there is one now.
   bool Create(const GEOREF* g);
-  void Delete();
-  bool IsCreated() const;
-  bool Forward(GEOREFPOINT* pts, int n);
-  bool GetInfo(GEOREF* g) const;
+  void Delete();                          ///< lets go of the handle
+  bool IsCreated() const;                 ///< whether there is a handle
+  bool Forward(GEOREFPOINT* pts, int n);  ///< RefForward; false without a handle
+  bool GetInfo(GEOREF* g) const;          ///< RefGetHandleInfo; false without a handle
+  /// RefComputeError; false without a handle.
   bool ComputeError(double* pTotalError, double* pControlError) const;
 
  private:
   std::shared_ptr<void> m_hRef;
 };
+
+/// \}
 
 }  // namespace orvex

@@ -1,4 +1,5 @@
-// The records of the map projections: parameters and points.
+/// \file
+/// The records of the map projections: parameters and points.
 #pragma once
 
 #include <cstddef>
@@ -8,38 +9,41 @@
 
 namespace orvex {
 
+/// \addtogroup projdata
+/// \{
+
 /// The projections. The value is the row of the projection table; any integer may be cast to the type.
 enum ProjType : std::int32_t {
-  PT_LATLONG = 0,
-  PT_MERCATOR = 1,
-  PT_ALBERS = 2,
-  PT_MILLER = 3,
-  PT_UTM = 4,
-  PT_LAMBERT = 5,
-  PT_STEREOGRAPHIC = 6,
-  PT_ORTHOGRAPHIC = 7,
-  PT_MOLLWEIDE = 8,
-  PT_STATEPLANE27 = 9,
-  PT_STATEPLANE83 = 10,
-  PT_POLYCONIC = 11,
-  PT_HOTINE = 12,
-  PT_EQUICYLINDRICAL = 13,
-  PT_ROBINSON = 14,
-  PT_VANDERGRINTEN = 15,
-  PT_CASSINI = 16,
-  PT_TRANSVERSEMERCATOR = 17,
-  PT_GAUSSKRUGER = 18,
-  PT_SINUSOIDAL = 19,
-  PT_LAMBERTAZIMUTHAL = 20,
-  PT_BONNE = 21,
-  PT_ROBINSONSTERLING = 22,
-  PT_ECKERT4 = 23,
-  PT_ECKERT6 = 24,
-  PT_OBLIQUEMERCATOR = 25,
-  PT_EQUICONIC = 26,
-  PT_GNOMONIC = 27,
-  PT_AZIMUTHALEQUI = 28,
-  PT_UNDEFINED = 999  ///< "undefined": has a name, but no table row
+  PT_LATLONG = 0,              ///< Unprojected Lat/Long
+  PT_MERCATOR = 1,             ///< Mercator
+  PT_ALBERS = 2,               ///< Albers Equal Area Conic
+  PT_MILLER = 3,               ///< Miller Cylindrical
+  PT_UTM = 4,                  ///< Universal Transverse Mercator (UTM)
+  PT_LAMBERT = 5,              ///< Lambert Conformal Conic
+  PT_STEREOGRAPHIC = 6,        ///< Stereographic
+  PT_ORTHOGRAPHIC = 7,         ///< Orthographic
+  PT_MOLLWEIDE = 8,            ///< Mollweide
+  PT_STATEPLANE27 = 9,         ///< State Plane 1927
+  PT_STATEPLANE83 = 10,        ///< State Plane 1983
+  PT_POLYCONIC = 11,           ///< Polyconic
+  PT_HOTINE = 12,              ///< Hotine Oblique Mercator
+  PT_EQUICYLINDRICAL = 13,     ///< Equidistant Cylindrical
+  PT_ROBINSON = 14,            ///< Robinson
+  PT_VANDERGRINTEN = 15,       ///< Van Der Grinten
+  PT_CASSINI = 16,             ///< Cassini
+  PT_TRANSVERSEMERCATOR = 17,  ///< Transverse Mercator
+  PT_GAUSSKRUGER = 18,         ///< Gauss-Kruger / Gauss Conformal
+  PT_SINUSOIDAL = 19,          ///< Sinusoidal
+  PT_LAMBERTAZIMUTHAL = 20,    ///< Lambert Azimuthal Equal Area
+  PT_BONNE = 21,               ///< Bonne
+  PT_ROBINSONSTERLING = 22,    ///< Robinson-Sterling
+  PT_ECKERT4 = 23,             ///< Eckert IV
+  PT_ECKERT6 = 24,             ///< Eckert VI
+  PT_OBLIQUEMERCATOR = 25,     ///< Oblique Mercator
+  PT_EQUICONIC = 26,           ///< Equidistant Conic
+  PT_GNOMONIC = 27,            ///< Gnomonic
+  PT_AZIMUTHALEQUI = 28,       ///< Azimuthal Equidistant
+  PT_UNDEFINED = 999           ///< "undefined": has a name, but no table row
 };
 
 #pragma pack(push, 1)
@@ -79,7 +83,8 @@ struct PROJDATA {
 /// One point: longitude and latitude in decimal degrees, or easting and northing in map units. Both fields are DBL_MAX
 /// when the point is unplottable; test by equality.
 struct PROJPOINT {
-  double x, y;
+  double x;  ///< longitude (degrees, east positive) or easting
+  double y;  ///< latitude (degrees, north positive) or northing
 };
 
 #pragma pack(pop)
@@ -90,5 +95,7 @@ static_assert(offsetof(PROJDATA, Zone) == 101 && offsetof(PROJDATA, Alpha) == 10
               offsetof(PROJDATA, Ellipsoid) == 116);
 static_assert(offsetof(PROJDATA, iResult) == 136 && offsetof(PROJDATA, bWrapLon) == 140 &&
               offsetof(PROJDATA, Reserved) == 141);
+
+/// \}
 
 }  // namespace orvex

@@ -1,4 +1,5 @@
-// The exception that Orvex throws.
+/// \file
+/// The exception that Orvex throws.
 #pragma once
 
 #include <exception>
@@ -6,7 +7,11 @@
 
 #include <orvex/export.h>
 
+/// What Orvex shares with its hosts: the exception and image registration.
 namespace shr {
+
+/// \addtogroup exception
+/// \{
 
 namespace detail {
 struct SharedTexts;
@@ -19,8 +24,8 @@ class ORVEX_API Exception : public std::exception {
   Exception() noexcept;
   /// The texts are copied; null counts as empty.
   Exception(int messageId, int line, const char* module, const char* source, const char* message) noexcept;
-  Exception(const Exception& other) noexcept;
-  Exception& operator=(const Exception& other) noexcept;
+  Exception(const Exception& other) noexcept;             ///< shares the texts
+  Exception& operator=(const Exception& other) noexcept;  ///< shares the texts
   ~Exception() override;
 
   /// Number of the message: 20200 to 20281; see docs/errors.md for each id, its cause and what to do.
@@ -41,5 +46,7 @@ class ORVEX_API Exception : public std::exception {
   int m_line;
   detail::SharedTexts* m_texts;  // shared by the copies; null: all empty
 };
+
+/// \}
 
 }  // namespace shr

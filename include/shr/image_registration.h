@@ -1,4 +1,5 @@
-// Image registration: warps that carry every control point of one plane exactly to its partner in another.
+/// \file
+/// Image registration: warps that carry every control point of one plane exactly to its partner in another.
 #pragma once
 
 #include <cstdint>
@@ -13,23 +14,29 @@ struct WarpAccess;
 
 namespace shr {
 
+/// \addtogroup image_registration
+/// \{
+
 /// A point of either plane.
 struct RPoint {
-  double x, y;
+  double x;  ///< first coordinate
+  double y;  ///< second coordinate
 };
 
 /// A growable list of points. Running out of memory throws shr::Exception with id 20201.
 class ORVEX_API RPoints {
  public:
-  RPoints();
-  RPoints(const RPoints& other);
-  RPoints(RPoints&& other) noexcept;
-  RPoints& operator=(const RPoints& other);
-  RPoints& operator=(RPoints&& other) noexcept;
-  ~RPoints();
+  RPoints();                                     ///< empty
+  RPoints(const RPoints& other);                 ///< deep copy
+  RPoints(RPoints&& other) noexcept;             ///< takes the other's points
+  RPoints& operator=(const RPoints& other);      ///< deep copy
+  RPoints& operator=(RPoints&& other) noexcept;  ///< takes the other's points
+  ~RPoints();                                    ///< frees the points
 
-  void Append(const RPoint& point);
+  void Append(const RPoint& point);  ///< appends a copy
+  /// Points in the list.
   int Count() const { return static_cast<int>(m_points.size()); }
+  /// The index is not checked.
   const RPoint& operator[](int index) const { return m_points[static_cast<std::size_t>(index)]; }
 
  private:
@@ -72,5 +79,7 @@ class ORVEX_API CImageRegistration {
   struct State;
   std::unique_ptr<State> m_state;
 };
+
+/// \}
 
 }  // namespace shr

@@ -6,7 +6,6 @@
 #include <cfloat>
 #include <exception>
 #include <new>
-#include <span>
 #include <system_error>
 #include <thread>
 
@@ -16,45 +15,67 @@ namespace {
 
 // Points that go through all steps before the next are fetched: 16 KB, which stays in the nearest caches, and enough
 // for the cost of the library's calls not to count.
-constexpr std::size_t kBlock = 1024;
+constexpr std::size_t kBlock = 4096;
+
+/// Whether the library can put results there: in a layout of its own, and without losing what may have to be read
+/// again.
+bool CanHold(const Points& to, const Points& from) {
+  const auto apart = [&from](const double* first) { return first != from.x.first && first != from.y.first; };
+  return (to.AreColumns() || to.AreRecords()) && apart(to.x.first) && apart(to.y.first);
+}
 
 }  // namespace
 
 /// The steps and the block of one thread.
 class Conversion::Worker {
  public:
-  explicit Worker(const std::vector<std::shared_ptr<Recipe>>& recipes) : m_block(kBlock) {
+  explicit Worker(const std::vector<std::shared_ptr<Recipe>>& recipes) : m_own(2 * kBlock) {
     for (const auto& recipe : recipes) m_steps.push_back(recipe->Make());
   }
 
   /// Converts at most a block; answers how many points could not be computed.
-  std::size_t Convert(const Points& from, const Points& to, std::size_t first, std::size_t count) {
-    const std::span<PROJPOINT> block(m_block.data(), count);
-    Gather(from, first, block);
-    try {
-      Run(block);
-    } catch (const PointRefused&) {
-      Gather(from, first, block);
-      for (std::size_t i = 0; i < count; ++i) RunAlone(block.subspan(i, 1));
-    }
-    return Scatter(block, to, first);
+  std::size_t Convert(const Points& from, const Points& to) {
+    if (CanHold(to, from)) return ConvertInto(Block(to), from);
+    const Block own = OwnBlock(to.AreRecords(), to.size);
+    const std::size_t missing = ConvertInto(own, from);
+    Copy(own.All(), to);
+    return missing;
   }
 
  private:
-  void Run(std::span<PROJPOINT> points) {
-    for (const auto& step : m_steps) step->Convert(points);
+  /// Memory of this thread's for a few points.
+  Block OwnBlock(bool records, std::size_t count) {
+    double* const first = m_own.data();
+    return Block(records ? Points{{first, 2}, {first + 1, 2}, count} : Points{{first, 1}, {first + kBlock, 1}, count});
   }
 
-  void RunAlone(std::span<PROJPOINT> point) {
+  std::size_t ConvertInto(const Block& to, const Points& from) {
+    const bool sameLayout = to.AreRecords() ? from.AreRecords() : from.AreColumns();
+    if (!sameLayout) Copy(from, to.All());
     try {
-      Run(point);
+      Run(sameLayout ? Block(from) : to, to);
     } catch (const PointRefused&) {
-      point[0] = {DBL_MAX, DBL_MAX};
+      Copy(from, to.All());
+      for (std::size_t i = 0; i < to.Size(); ++i) RunAlone(to.One(i));
+    }
+    return Unmark(to);
+  }
+
+  void Run(const Block& from, const Block& to) {
+    if (m_steps.empty()) Copy(from, to);
+    for (const auto& step : m_steps) step->Convert(step == m_steps.front() ? from : to, to);
+  }
+
+  void RunAlone(const Block& point) {
+    try {
+      Run(point, point);
+    } catch (const PointRefused&) {
+      point.X(0) = point.Y(0) = DBL_MAX;
     }
   }
 
   std::vector<std::unique_ptr<Step>> m_steps;
-  std::vector<PROJPOINT> m_block;
+  std::vector<double> m_own;
 };
 
 /// A worker taken from those that are idle, for as long as the lease lives.
@@ -82,7 +103,8 @@ class Conversion::Job {
       for (;;) {
         const std::size_t first = m_next.fetch_add(kBlock, std::memory_order_relaxed);
         if (first >= m_from.size || m_failed.load(std::memory_order_relaxed)) return;
-        m_missing += worker->Convert(m_from, m_to, first, std::min(kBlock, m_from.size - first));
+        const std::size_t count = std::min(kBlock, m_from.size - first);
+        m_missing += worker->Convert(m_from.Part(first, count), m_to.Part(first, count));
       }
     } catch (...) {
       const std::lock_guard lock(m_mutex);

@@ -1,6 +1,7 @@
 // Points - coordinates where a host's arrays have them, and the blocks in which they are converted.
 #include "Points.h"
 
+#include <algorithm>
 #include <cfloat>
 #include <cstring>
 #include <limits>
@@ -9,70 +10,65 @@ namespace orvex::python {
 
 namespace {
 
-constexpr std::ptrdiff_t kPair = 2;  // doubles from one point to the next where x and y take turns
-
-bool Interleaved(const Points& points) {
-  return points.x.stride == kPair && points.y.stride == kPair && points.y.first == points.x.first + 1;
-}
-
-bool Plain(const Points& points) {
-  return points.x.stride == 1 && points.y.stride == 1;
-}
-
-Points From(const Points& points, std::size_t first) {
-  return {{&points.x[first], points.x.stride}, {&points.y[first], points.y.stride}, points.size - first};
-}
-
-bool Marked(const PROJPOINT& p) {
-  return (p.x == DBL_MAX) | (p.y == DBL_MAX);  // no branch, so that the compiler looks at several points at a time
-}
-
-std::size_t CountMarked(std::span<const PROJPOINT> block) {
-  std::size_t count = 0;
-  for (const PROJPOINT& p : block) count += Marked(p);
-  return count;
-}
-
-void Store(std::span<const PROJPOINT> block, double* __restrict x, double* __restrict y) {
-  for (std::size_t i = 0; i < block.size(); ++i) {
-    x[i] = block[i].x;
-    y[i] = block[i].y;
+void Copy(const Column& from, const Column& to, std::size_t count) {
+  if (from.stride == 1 && to.stride == 1) {
+    std::copy_n(from.first, count, to.first);
+  } else {
+    for (std::size_t i = 0; i < count; ++i) to[i] = from[i];
   }
+}
+
+bool Marked(double x, double y) {
+  return x == DBL_MAX || y == DBL_MAX;
+}
+
+/// Whether one of the numbers is the marker. A vector at a time: on cheap projections the look at the results would
+/// cost as much as the results.
+bool HasMarker(const double* numbers, std::size_t count) {
+  using Vector = double __attribute__((vector_size(16)));
+  using Mask = long long __attribute__((vector_size(16)));
+  constexpr Vector kMarker{DBL_MAX, DBL_MAX};
+  Mask found[4]{};  // independent of each other, so that none waits for the one before
+  std::size_t i = 0;
+  for (; i + 8 <= count; i += 8) {
+    Vector some[4];
+    std::memcpy(some, numbers + i, sizeof some);
+    for (int k = 0; k < 4; ++k) found[k] |= some[k] == kMarker;
+  }
+  const Mask any = (found[0] | found[1]) | (found[2] | found[3]);
+  return (any[0] | any[1]) != 0 || std::find(numbers + i, numbers + count, DBL_MAX) != numbers + count;
+}
+
+bool HasMarker(const Block& block) {
+  const Points& points = block.All();
+  if (block.AreRecords()) return HasMarker(points.x.first, 2 * points.size);
+  return HasMarker(points.x.first, points.size) || HasMarker(points.y.first, points.size);
 }
 
 }  // namespace
 
-void Gather(const Points& from, std::size_t first, std::span<PROJPOINT> block) {
-  const Points part = From(from, first);
-  if (Interleaved(part)) {
-    std::memcpy(block.data(), part.x.first, block.size_bytes());
-  } else if (Plain(part)) {
-    for (std::size_t i = 0; i < block.size(); ++i) block[i] = {part.x.first[i], part.y.first[i]};
+void Copy(const Points& from, const Points& to) {
+  if (from.AreRecords() && to.AreRecords()) {
+    std::copy_n(from.x.first, 2 * from.size, to.x.first);
   } else {
-    for (std::size_t i = 0; i < block.size(); ++i) block[i] = {part.x[i], part.y[i]};
+    Copy(from.x, to.x, from.size);
+    Copy(from.y, to.y, from.size);
   }
 }
 
-std::size_t Scatter(std::span<PROJPOINT> block, const Points& to, std::size_t first) {
-  const Points part = From(to, first);
-  const std::size_t missing = CountMarked(block);
-  if (missing > 0) {
-    constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-    for (PROJPOINT& p : block) {
-      if (Marked(p)) p = {kNaN, kNaN};
-    }
+void Copy(const Block& from, const Block& to) {
+  if (!(from == to)) Copy(from.All(), to.All());
+}
+
+std::size_t Unmark(const Block& block) {
+  if (!HasMarker(block)) return 0;
+  std::size_t marked = 0;
+  for (std::size_t i = 0; i < block.Size(); ++i) {
+    if (!Marked(block.X(i), block.Y(i))) continue;
+    block.X(i) = block.Y(i) = std::numeric_limits<double>::quiet_NaN();
+    ++marked;
   }
-  if (Interleaved(part)) {
-    std::memcpy(part.x.first, block.data(), block.size_bytes());
-  } else if (Plain(part)) {
-    Store(block, part.x.first, part.y.first);
-  } else {
-    for (std::size_t i = 0; i < block.size(); ++i) {
-      part.x[i] = block[i].x;
-      part.y[i] = block[i].y;
-    }
-  }
-  return missing;
+  return marked;
 }
 
 }  // namespace orvex::python

@@ -24,12 +24,10 @@ class ProjectionStep : public Step {
     }
   }
 
-  void Convert(std::span<PROJPOINT> points) override {
-    const int count = static_cast<int>(points.size());
+  void Convert(const Block& from, const Block& to) override {
     bool done = false;
     try {
-      done = m_direction == Direction::Forward ? m_projector.Forward(points.data(), count)
-                                               : m_projector.Inverse(points.data(), count);
+      done = to.AreRecords() ? ConvertRecords(from, to) : ConvertColumns(from, to);
     } catch (const shr::Exception& e) {
       if (e.MessageId() == kInconsistency) throw PointRefused{};
       throw;
@@ -38,6 +36,18 @@ class ProjectionStep : public Step {
   }
 
  private:
+  bool ConvertRecords(const Block& from, const Block& to) {
+    Copy(from, to);
+    auto* const points = to.Records<PROJPOINT>();
+    return m_direction == Direction::Forward ? m_projector.Forward(points, to.Count())
+                                             : m_projector.Inverse(points, to.Count());
+  }
+  bool ConvertColumns(const Block& from, const Block& to) {
+    return m_direction == Direction::Forward
+               ? m_projector.ForwardColumns(&from.X(0), &from.Y(0), &to.X(0), &to.Y(0), to.Count())
+               : m_projector.InverseColumns(&from.X(0), &from.Y(0), &to.X(0), &to.Y(0), to.Count());
+  }
+
   Direction m_direction;
   CProjector m_projector;
 };
@@ -50,10 +60,9 @@ class DatumStep : public Step {
     }
   }
 
-  void Convert(std::span<PROJPOINT> points) override {
-    static_assert(sizeof(DATUMPOINT) == sizeof(PROJPOINT));
+  void Convert(const Block& from, const Block& to) override {
     try {
-      if (m_transform.Convert(reinterpret_cast<DATUMPOINT*>(points.data()), static_cast<int>(points.size()))) return;
+      if (to.AreRecords() ? ConvertRecords(from, to) : ConvertColumns(from, to)) return;
     } catch (const shr::Exception& e) {
       if (e.Source() != "DtmNadcon") throw;
       throw tool::Failure("the NADCON grids (conus.LAS and conus.LOS, prvi.LAS and prvi.LOS) cannot be read");
@@ -62,6 +71,14 @@ class DatumStep : public Step {
   }
 
  private:
+  bool ConvertRecords(const Block& from, const Block& to) {
+    Copy(from, to);
+    return m_transform.Convert(to.Records<DATUMPOINT>(), to.Count());
+  }
+  bool ConvertColumns(const Block& from, const Block& to) {
+    return m_transform.ConvertColumns(&from.X(0), &from.Y(0), &to.X(0), &to.Y(0), to.Count());
+  }
+
   CDatumTransform m_transform;
 };
 
@@ -71,9 +88,12 @@ class FormulaStep : public Step {
  public:
   explicit FormulaStep(Formula formula) : m_formula(formula) {}
 
-  void Convert(std::span<PROJPOINT> points) override {
-    for (PROJPOINT& p : points) {
+  void Convert(const Block& from, const Block& to) override {
+    for (std::size_t i = 0; i < to.Size(); ++i) {
+      PROJPOINT p{from.X(i), from.Y(i)};
       if (p.x != DBL_MAX && p.y != DBL_MAX) p = m_formula(p);
+      to.X(i) = p.x;
+      to.Y(i) = p.y;
     }
   }
 
@@ -91,13 +111,18 @@ class GeorefStep : public Step {
     if (!m_transform.Create(&record)) throw tool::Failure("the control points do not determine the transform");
   }
 
-  void Convert(std::span<PROJPOINT> points) override {
-    static_assert(sizeof(GEOREFPOINT) == sizeof(PROJPOINT));
-    auto* const first = reinterpret_cast<GEOREFPOINT*>(points.data());
-    if (!m_transform.Forward(first, static_cast<int>(points.size()))) throw tool::Failure("the transform failed");
+  void Convert(const Block& from, const Block& to) override {
+    m_points.resize(to.Size());
+    for (std::size_t i = 0; i < m_points.size(); ++i) m_points[i] = {from.X(i), from.Y(i)};
+    if (!m_transform.Forward(m_points.data(), to.Count())) throw tool::Failure("the transform failed");
+    for (std::size_t i = 0; i < m_points.size(); ++i) {
+      to.X(i) = m_points[i].x;
+      to.Y(i) = m_points[i].y;
+    }
   }
 
  private:
+  std::vector<GEOREFPOINT> m_points;  // the library has records only here
   CGeorefTransform m_transform;
 };
 

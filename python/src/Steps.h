@@ -4,12 +4,13 @@
 
 #include <array>
 #include <memory>
-#include <span>
 #include <vector>
 
 #include <orvex/datum.h>
 #include <orvex/georef.h>
 #include <orvex/projection.h>
+
+#include "Points.h"
 
 namespace orvex::python {
 
@@ -19,8 +20,9 @@ struct PointRefused {};
 class Step {
  public:
   virtual ~Step() = default;
-  /// Converts the points in place; those that cannot be computed become the library's marker.
-  virtual void Convert(std::span<PROJPOINT> points) = 0;
+  /// Converts points into the other block, which is of the same layout, or in place where it is the same one; those
+  /// that cannot be computed become the library's marker.
+  virtual void Convert(const Block& from, const Block& to) = 0;
 };
 
 class Recipe {

@@ -12,6 +12,7 @@
 #include "Conversion.h"
 #include "Failure.h"
 #include "Record.h"
+#include "ResultMemory.h"
 #include "Systems.h"
 
 namespace py = pybind11;
@@ -173,6 +174,7 @@ void DefineConversions(py::module_& m) {
       .def("contains", Contains, py::arg("lon"), py::arg("lat"))
       .def("clip_line", ClipLine, py::arg("line"))
       .def("clip_rings", ClipRings, py::arg("rings"));
+  m.def("new_array", NewArray, py::arg("shape"));
   m.def("change_datum", DatumRecipe, py::arg("from_"), py::arg("to"), py::arg("step1"), py::arg("step2"),
         py::arg("exact"));
   m.def("transform_plane", TransformPlane, py::arg("coefficients"));

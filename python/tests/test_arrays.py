@@ -252,3 +252,27 @@ def test_the_lock_is_released():
     finally:
         stop.set()
         counter.join()
+
+
+def test_kept_memory_is_nobody_elses():
+    # Results of this size get memory that earlier results had, once nobody looks at those any more.
+    mercator = Projection("Mercator")
+    lon = np.linspace(-170, 170, 100_000)
+    first_x, first_y = mercator.forward(lon, lon / 3)
+    expected = first_x.copy()
+    window = first_y[10:20]
+    end = window.copy()
+    del first_y
+    for shift in (1.0, 2.0, 3.0):
+        mercator.forward(lon / 2 + shift, lon / 4)
+    assert np.array_equal(first_x, expected)
+    assert np.array_equal(window, end)
+    assert first_x.flags.writeable and not np.shares_memory(first_x, mercator.forward(lon, lon / 3)[0])
+
+
+def test_out_may_exchange_the_columns():
+    mercator = Projection("Mercator")
+    lon, lat = np.linspace(-170, 170, 10_000), np.linspace(-80, 95, 10_000)
+    x, y = mercator.forward(lon, lat)
+    mercator.forward(lon, lat, out=(lat, lon))
+    assert np.array_equal(lat, x, equal_nan=True) and np.array_equal(lon, y, equal_nan=True)

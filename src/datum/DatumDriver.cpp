@@ -134,9 +134,10 @@ bool NeedsGrid(const DATUM2WGS84& step) {
 }
 
 /// Whether a point is unplottable as it stands.
-bool AnyUnplottable(const DATUMPOINT* pts, int n) {
+bool AnyUnplottable(const PointView& pts, int n) {
   for (int i = 0; i < n; ++i) {
-    const double x = pts[i].x, y = pts[i].y;
+    double x, y;
+    pts.Get(i, x, y);
     if (!IsFinite(x) || !IsFinite(y) || x == DBL_MAX || y == DBL_MAX) return true;
   }
   return false;
@@ -170,11 +171,11 @@ bool HasExactForm(const DATUMXFORM& record) {
 
 using namespace detail;
 
-bool DatConvertDatum(void* handle, DATUMPOINT* pts, int n) {
-  const FpGuard guard;
-  LogPrintf("DatConvertDatum(hDatum=%p, pPts=%p, nPts=%d)\n", handle, static_cast<void*>(pts), n);
+namespace {
+
+bool Convert(void* handle, const PointView& pts, int n) {
   if (handle == nullptr) return false;
-  Require(pts != nullptr, kLineNullPoints);
+  Require(pts.x != nullptr, kLineNullPoints);
   Require(n >= 1, kLineBadCount);
 
   auto* record = static_cast<DATUMXFORM*>(handle);
@@ -183,7 +184,11 @@ bool DatConvertDatum(void* handle, DATUMPOINT* pts, int n) {
   record->bUnplottable = false;
   const bool exact = IsExact(handle);
   if (work.SrcDatum == work.DestDatum && work.SrcDatum != DT_USER_DEFINED) {
-    if (exact) record->bUnplottable = DatumOperationsFor(n).convert(ViewOf(pts), n, {}, {}, exact);
+    if (exact) {
+      record->bUnplottable = DatumOperationsFor(n).convert(pts, n, {}, {}, exact);
+    } else {
+      BringOver(pts, n);
+    }
     return true;
   }
 
@@ -196,8 +201,25 @@ bool DatConvertDatum(void* handle, DATUMPOINT* pts, int n) {
   PreparedStep first, second;
   if (!first.Prepare(work.SrcDatum, DatumRole::Source, work.Step1, exact)) return false;
   if (!second.Prepare(work.DestDatum, DatumRole::Destination, work.Step2, exact)) return false;
-  if (DatumOperationsFor(n).convert(ViewOf(pts), n, first.Step(), second.Step(), exact)) record->bUnplottable = true;
+  if (DatumOperationsFor(n).convert(pts, n, first.Step(), second.Step(), exact)) record->bUnplottable = true;
   return true;
+}
+
+}  // namespace
+
+bool DatConvertDatum(void* handle, DATUMPOINT* pts, int n) {
+  const FpGuard guard;
+  LogPrintf("DatConvertDatum(hDatum=%p, pPts=%p, nPts=%d)\n", handle, static_cast<void*>(pts), n);
+  return Convert(handle, ViewOf(pts), n);
+}
+
+bool DatConvertColumns(void* handle, const double* fromLon, const double* fromLat, double* toLon, double* toLat,
+                       int n) {
+  const FpGuard guard;
+  LogPrintf("DatConvertColumns(hDatum=%p, fromLon=%p, fromLat=%p, toLon=%p, toLat=%p, nPts=%d)\n", handle,
+            static_cast<const void*>(fromLon), static_cast<const void*>(fromLat), static_cast<const void*>(toLon),
+            static_cast<const void*>(toLat), n);
+  return Convert(handle, ViewOf(fromLon, fromLat, toLon, toLat), n);
 }
 
 }  // namespace orvex

@@ -114,6 +114,11 @@ bool CDatumTransform::Convert(DATUMPOINT* pts, int n) {
   return DatConvertDatum(m_hDatum.get(), pts, n);
 }
 
+bool CDatumTransform::ConvertColumns(const double* fromLon, const double* fromLat, double* toLon, double* toLat,
+                                     int n) {
+  return DatConvertColumns(m_hDatum.get(), fromLon, fromLat, toLon, toLat, n);
+}
+
 bool CDatumTransform::GetInfo(DATUMXFORM* out) const {
   return DatGetHandleInfo(m_hDatum.get(), out);
 }

@@ -54,13 +54,25 @@ int Guarded(char* message, Operation operation) noexcept {
   }
 }
 
-int Convert(void* projection, orvex_point* points, int count, char* message,
-            bool(ORVEX_CALL* convert)(void*, PROJPOINT*, int)) noexcept {
-  if (projection == nullptr || points == nullptr || count < 1) return FailWith(ORVEX_BAD_ARGUMENT, message);
+/// Runs one of the library's conversions of points or columns and tells whether all could be computed.
+template <class Function, class... Coordinates>
+int Convert(void* handle, int count, char* message, Function* convert, int (*unplottable)(void*),
+            Coordinates*... coordinates) noexcept {
+  if (handle == nullptr || ((coordinates == nullptr) || ...) || count < 1) {
+    return FailWith(ORVEX_BAD_ARGUMENT, message);
+  }
   return Guarded(message, [&] {
-    if (!convert(projection, reinterpret_cast<PROJPOINT*>(points), count)) return ORVEX_FAILED;
-    return ProjResult(projection) != 0 ? ORVEX_UNPLOTTABLE : ORVEX_OK;
+    if (!convert(handle, coordinates..., count)) return ORVEX_FAILED;
+    return unplottable(handle) != 0 ? ORVEX_UNPLOTTABLE : ORVEX_OK;
   });
+}
+
+int AnyUnprojected(void* projection) {
+  return ProjResult(projection);
+}
+
+int AnyUnshifted(void* datum) {
+  return DatHadUnplottables(datum) ? 1 : 0;
 }
 
 int SetAccuracy(void* handle, int accuracy, bool(ORVEX_CALL* choose)(void*, ProjAccuracy)) noexcept {
@@ -133,13 +145,29 @@ void ORVEX_CALL orvex_delete(void* projection) {
 int ORVEX_CALL orvex_forward(void* projection, orvex_point* points, int count, char* message) {
   LogPrintf("orvex_forward(projection=%p, points=%p, count=%d, message=%p)\n", projection, static_cast<void*>(points),
             count, static_cast<void*>(message));
-  return Convert(projection, points, count, message, ProjForward);
+  return Convert(projection, count, message, ProjForward, AnyUnprojected, reinterpret_cast<PROJPOINT*>(points));
 }
 
 int ORVEX_CALL orvex_inverse(void* projection, orvex_point* points, int count, char* message) {
   LogPrintf("orvex_inverse(projection=%p, points=%p, count=%d, message=%p)\n", projection, static_cast<void*>(points),
             count, static_cast<void*>(message));
-  return Convert(projection, points, count, message, ProjInverse);
+  return Convert(projection, count, message, ProjInverse, AnyUnprojected, reinterpret_cast<PROJPOINT*>(points));
+}
+
+int ORVEX_CALL orvex_forward_columns(void* projection, const double* lon, const double* lat, double* x, double* y,
+                                     int count, char* message) {
+  LogPrintf("orvex_forward_columns(projection=%p, lon=%p, lat=%p, x=%p, y=%p, count=%d, message=%p)\n", projection,
+            static_cast<const void*>(lon), static_cast<const void*>(lat), static_cast<const void*>(x),
+            static_cast<const void*>(y), count, static_cast<void*>(message));
+  return Convert(projection, count, message, ProjForwardColumns, AnyUnprojected, lon, lat, x, y);
+}
+
+int ORVEX_CALL orvex_inverse_columns(void* projection, const double* x, const double* y, double* lon, double* lat,
+                                     int count, char* message) {
+  LogPrintf("orvex_inverse_columns(projection=%p, x=%p, y=%p, lon=%p, lat=%p, count=%d, message=%p)\n", projection,
+            static_cast<const void*>(x), static_cast<const void*>(y), static_cast<const void*>(lon),
+            static_cast<const void*>(lat), count, static_cast<void*>(message));
+  return Convert(projection, count, message, ProjInverseColumns, AnyUnprojected, x, y, lon, lat);
 }
 
 int ORVEX_CALL orvex_set_accuracy(void* projection, int accuracy) {
@@ -169,11 +197,16 @@ void ORVEX_CALL orvex_datum_delete(void* datum) {
 int ORVEX_CALL orvex_datum_convert(void* datum, orvex_point* points, int count, char* message) {
   LogPrintf("orvex_datum_convert(datum=%p, points=%p, count=%d, message=%p)\n", datum, static_cast<void*>(points),
             count, static_cast<void*>(message));
-  if (datum == nullptr || points == nullptr || count < 1) return FailWith(ORVEX_BAD_ARGUMENT, message);
-  return Guarded(message, [&] {
-    if (!DatConvertDatum(datum, reinterpret_cast<DATUMPOINT*>(points), count)) return ORVEX_FAILED;
-    return DatHadUnplottables(datum) ? ORVEX_UNPLOTTABLE : ORVEX_OK;
-  });
+  return Convert(datum, count, message, DatConvertDatum, AnyUnshifted, reinterpret_cast<DATUMPOINT*>(points));
+}
+
+int ORVEX_CALL orvex_datum_convert_columns(void* datum, const double* from_lon, const double* from_lat, double* to_lon,
+                                           double* to_lat, int count, char* message) {
+  LogPrintf(
+      "orvex_datum_convert_columns(datum=%p, from_lon=%p, from_lat=%p, to_lon=%p, to_lat=%p, count=%d, message=%p)\n",
+      datum, static_cast<const void*>(from_lon), static_cast<const void*>(from_lat), static_cast<const void*>(to_lon),
+      static_cast<const void*>(to_lat), count, static_cast<void*>(message));
+  return Convert(datum, count, message, DatConvertColumns, AnyUnshifted, from_lon, from_lat, to_lon, to_lat);
 }
 
 int ORVEX_CALL orvex_datum_set_accuracy(void* datum, int accuracy) {

@@ -28,15 +28,14 @@ struct DriverSite {
 constexpr DriverSite kForwardSite{1102, 1104, 1126, 1136, 1143};
 constexpr DriverSite kInverseSite{1230, 1232, 1254, 1264, 1271};
 
-constexpr PROJPOINT kMarker{DBL_MAX, DBL_MAX};
-
 /// Marks the points of which a coordinate is not finite; true when there were any.
-bool Screen(PROJPOINT* pts, int nPts) {
+bool Screen(const PointView& pts, int nPts) {
   bool any = false;
   for (int i = 0; i < nPts; ++i) {
-    const double x = pts[i].x, y = pts[i].y;
+    double x, y;
+    pts.Get(i, x, y);
     if (IsFinite(x) && IsFinite(y)) continue;
-    pts[i] = kMarker;
+    pts.Put(i, DBL_MAX, DBL_MAX);
     any = true;
   }
   return any;
@@ -44,11 +43,11 @@ bool Screen(PROJPOINT* pts, int nPts) {
 
 /// Applies an operation to every coordinate that is not the marker, each by itself.
 template <class OnX, class OnY>
-void ForEachCoordinate(PROJPOINT* pts, int nPts, OnX onX, OnY onY) {
+void ForEachCoordinate(const PointView& pts, int nPts, OnX onX, OnY onY) {
   for (int i = 0; i < nPts; ++i) {
-    const double x = pts[i].x, y = pts[i].y;
-    pts[i].x = x == DBL_MAX ? x : onX(x);
-    pts[i].y = y == DBL_MAX ? y : onY(y);
+    double x, y;
+    pts.Get(i, x, y);
+    pts.Put(i, x == DBL_MAX ? x : onX(x), y == DBL_MAX ? y : onY(y));
   }
 }
 
@@ -88,12 +87,12 @@ double TakeCentralMeridian(PROJDATA& work) {
 }
 
 /// Null handle: false. Bad points: assertion.
-bool CheckArguments(const PROJDATA* handle, const PROJPOINT* pts, int nPts, const DriverSite& site) {
+bool CheckArguments(const PROJDATA* handle, const PointView& pts, int nPts, const DriverSite& site) {
   if (handle == nullptr) {
     LogPrintf("NULL hProj pointer!\n");
     return false;
   }
-  if (pts == nullptr) Assert("Orvex", site.nullPoints);
+  if (pts.x == nullptr) Assert("Orvex", site.nullPoints);
   if (nPts < 1) Assert("Orvex", site.badCount);
   return true;
 }
@@ -111,23 +110,26 @@ double NormalizeGuarded(double value, FpGuard& guard, Operation normalize) {
   return guard.Fault() ? DBL_MAX : result;
 }
 
-void NormalizeGuarded(PROJPOINT* pts, int nPts, FpGuard& guard) {
+void NormalizeGuarded(const PointView& pts, int nPts, FpGuard& guard) {
   for (int i = 0; i < nPts; ++i) {
-    pts[i] = {NormalizeGuarded(pts[i].x, guard, NormalizeLon), NormalizeGuarded(pts[i].y, guard, NormalizeLat)};
+    double x, y;
+    pts.Get(i, x, y);
+    x = NormalizeGuarded(x, guard, NormalizeLon);
+    pts.Put(i, x, NormalizeGuarded(y, guard, NormalizeLat));
   }
 }
 
 /// A fault counts as failure.
-bool RunGuarded(const ConvertOperation& operation, PROJDATA& work, PROJDATA* handle, PROJPOINT* pts, int nPts,
+bool RunGuarded(const ConvertOperation& operation, PROJDATA& work, PROJDATA* handle, const PointView& pts, int nPts,
                 FpGuard& guard) {
   guard.Reset();
-  const bool ok = operation(&work, pts, nPts);
+  const bool ok = operation(Conversion{&work, pts, nPts, nullptr});
   if (!guard.Fault()) return ok;
   handle->iResult = 1;
   return false;
 }
 
-bool ForwardGuarded(const ProjectionRow& row, PROJDATA& work, PROJDATA* handle, PROJPOINT* pts, int nPts,
+bool ForwardGuarded(const ProjectionRow& row, PROJDATA& work, PROJDATA* handle, const PointView& pts, int nPts,
                     FpGuard& guard) {
   AnglesToRadians(work);
   handle->iResult = Screen(pts, nPts) ? 1 : 0;
@@ -147,7 +149,7 @@ bool ForwardGuarded(const ProjectionRow& row, PROJDATA& work, PROJDATA* handle, 
   return true;
 }
 
-bool InverseGuarded(const ProjectionRow& row, PROJDATA& work, PROJDATA* handle, PROJPOINT* pts, int nPts,
+bool InverseGuarded(const ProjectionRow& row, PROJDATA& work, PROJDATA* handle, const PointView& pts, int nPts,
                     FpGuard& guard) {
   AnglesToRadians(work);
   Screen(pts, nPts);
@@ -170,19 +172,20 @@ bool InverseGuarded(const ProjectionRow& row, PROJDATA& work, PROJDATA* handle, 
 
 // ---- all others ----
 
-bool Run(const ConvertOperation& operation, PROJDATA& work, PROJDATA* handle, PROJPOINT* pts, int nPts, bool exact) {
+bool Run(const ConvertOperation& operation, PROJDATA& work, PROJDATA* handle, const PointView& pts, int nPts,
+         bool exact) {
   const DriverSteps steps{work.xOrg, work.yOrg, work.Scale, exact ? TakeCentralMeridian(work) : 0};
   AnglesToRadians(work);
-  const bool ok = operation(Conversion{&work, ViewOf(pts), nPts, &steps, exact});
+  const bool ok = operation(Conversion{&work, pts, nPts, &steps, exact});
   handle->iResult = work.iResult;
   return ok;
 }
 
-using GuardedRun = bool(const ProjectionRow& row, PROJDATA& work, PROJDATA* handle, PROJPOINT* pts, int nPts,
+using GuardedRun = bool(const ProjectionRow& row, PROJDATA& work, PROJDATA* handle, const PointView& pts, int nPts,
                         FpGuard& guard);
 
 /// Both directions; only screening for the projection that is none.
-bool Convert(PROJDATA* handle, PROJPOINT* pts, int nPts, const DriverSite& site,
+bool Convert(PROJDATA* handle, const PointView& pts, int nPts, const DriverSite& site,
              ConvertOperation ProjectionRow::*direction, GuardedRun* guarded, const char* failure) {
   FpGuard guard;
   if (!CheckArguments(handle, pts, nPts, site)) return false;
@@ -191,13 +194,13 @@ bool Convert(PROJDATA* handle, PROJPOINT* pts, int nPts, const DriverSite& site,
   int line = 0;
   const ProjectionRow* row = work.Type == PT_LATLONG ? nullptr : PrepareRecord(work, site, line);
   if (row == nullptr) {
-    handle->iResult = Screen(pts, nPts) ? 1 : 0;
+    handle->iResult = Screen(BringOver(pts, nPts), nPts) ? 1 : 0;
     if (work.Type == PT_LATLONG) return true;
     Assert("Orvex", line);
   }
   // Exact computation decides by itself what has no answer: no trap of the host has a say in it.
   const bool exact = IsExact(handle);
-  const bool ok = guard.HostTraps() && !exact ? guarded(*row, work, handle, pts, nPts, guard)
+  const bool ok = guard.HostTraps() && !exact ? guarded(*row, work, handle, BringOver(pts, nPts), nPts, guard)
                                               : Run(row->*direction, work, handle, pts, nPts, exact);
   if (!ok) {
     LogPrintf("%s", failure);
@@ -205,6 +208,16 @@ bool Convert(PROJDATA* handle, PROJPOINT* pts, int nPts, const DriverSite& site,
   }
   if (handle->iResult == 1) LogPrintf("  One or more unplottable points generated.\n");
   return true;
+}
+
+bool Forward(void* hProj, const PointView& pts, int nPts) {
+  return Convert(static_cast<PROJDATA*>(hProj), pts, nPts, kForwardSite, &ProjectionRow::forward, ForwardGuarded,
+                 "Forward projection function failed!\n");
+}
+
+bool Inverse(void* hProj, const PointView& pts, int nPts) {
+  return Convert(static_cast<PROJDATA*>(hProj), pts, nPts, kInverseSite, &ProjectionRow::inverse, InverseGuarded,
+                 "Inverse projection function failed!\n");
 }
 
 /// Whether the record has an exact form.
@@ -237,14 +250,24 @@ ProjAccuracy ORVEX_CALL ProjGetAccuracy(void* hProj) {
 
 bool ORVEX_CALL ProjForward(void* hProj, PROJPOINT* pPts, int nPts) {
   LogPrintf("ProjForward(hProj=%p, pPts=%p, nPts=%d)\n", hProj, static_cast<void*>(pPts), nPts);
-  return Convert(static_cast<PROJDATA*>(hProj), pPts, nPts, kForwardSite, &ProjectionRow::forward, ForwardGuarded,
-                 "Forward projection function failed!\n");
+  return Forward(hProj, ViewOf(pPts), nPts);
 }
 
 bool ORVEX_CALL ProjInverse(void* hProj, PROJPOINT* pPts, int nPts) {
   LogPrintf("ProjInverse(hProj=%p, pPts=%p, nPts=%d)\n", hProj, static_cast<void*>(pPts), nPts);
-  return Convert(static_cast<PROJDATA*>(hProj), pPts, nPts, kInverseSite, &ProjectionRow::inverse, InverseGuarded,
-                 "Inverse projection function failed!\n");
+  return Inverse(hProj, ViewOf(pPts), nPts);
+}
+
+bool ORVEX_CALL ProjForwardColumns(void* hProj, const double* lon, const double* lat, double* x, double* y, int nPts) {
+  LogPrintf("ProjForwardColumns(hProj=%p, lon=%p, lat=%p, x=%p, y=%p, nPts=%d)\n", hProj, static_cast<const void*>(lon),
+            static_cast<const void*>(lat), static_cast<const void*>(x), static_cast<const void*>(y), nPts);
+  return Forward(hProj, ViewOf(lon, lat, x, y), nPts);
+}
+
+bool ORVEX_CALL ProjInverseColumns(void* hProj, const double* x, const double* y, double* lon, double* lat, int nPts) {
+  LogPrintf("ProjInverseColumns(hProj=%p, x=%p, y=%p, lon=%p, lat=%p, nPts=%d)\n", hProj, static_cast<const void*>(x),
+            static_cast<const void*>(y), static_cast<const void*>(lon), static_cast<const void*>(lat), nPts);
+  return Inverse(hProj, ViewOf(x, y, lon, lat), nPts);
 }
 
 }  // namespace orvex

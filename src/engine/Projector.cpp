@@ -60,6 +60,14 @@ bool CProjector::Inverse(PROJPOINT* pPts, int nPts) {
   return ProjInverse(m_hProj.get(), pPts, nPts);
 }
 
+bool CProjector::ForwardColumns(const double* lon, const double* lat, double* x, double* y, int nPts) {
+  return ProjForwardColumns(m_hProj.get(), lon, lat, x, y, nPts);
+}
+
+bool CProjector::InverseColumns(const double* x, const double* y, double* lon, double* lat, int nPts) {
+  return ProjInverseColumns(m_hProj.get(), x, y, lon, lat, nPts);
+}
+
 int CProjector::Result() const {
   return ProjResult(m_hProj.get());
 }

@@ -140,18 +140,23 @@ ORVEX_INLINE void StoreRecords(double* to, const Pair<V>& x, const Pair<V>& y) {
 class Block {
  public:
   ORVEX_INLINE Block(const PointView& view, int first, int count)
-      : m_x(view.x + first * view.stride),
-        m_y(view.y + first * view.stride),
-        m_stride(view.stride),
+      : m_points{view.x + first * view.stride, view.y + first * view.stride, view.stride,
+                 view.fromX + first * view.stride, view.fromY + first * view.stride},
         m_count(count - first < kWidth ? count - first : kWidth),
-        m_records(m_count == kWidth && view.stride == 2 && view.y == view.x + 1) {}
+        m_records(m_count == kWidth && view.stride == 2),
+        m_columns(m_count == kWidth && view.stride == 1) {}
 
   ORVEX_INLINE int Count() const { return m_count; }
 
   /// The points, as LanesOf hands them out: a block of less than kWidth repeats its last one.
   ORVEX_INLINE void Load(Point<Real>& p) const {
     if (m_records) {
-      LoadRecords(m_x, p.x, p.y);
+      LoadRecords(m_points.fromX, p.x, p.y);
+      return;
+    }
+    if (m_columns) {
+      p.x = detail::ORVEX_LEVEL::Load<Real>(m_points.fromX);
+      p.y = detail::ORVEX_LEVEL::Load<Real>(m_points.fromY);
       return;
     }
     double x[kWidth], y[kWidth];
@@ -166,7 +171,12 @@ class Block {
   /// Writes back what Load has read.
   ORVEX_INLINE void Store(const Point<Real>& p) const {
     if (m_records) {
-      StoreRecords(m_x, p.x, p.y);
+      StoreRecords(m_points.x, p.x, p.y);
+      return;
+    }
+    if (m_columns) {
+      detail::ORVEX_LEVEL::Store(m_points.x, p.x);
+      detail::ORVEX_LEVEL::Store(m_points.y, p.y);
       return;
     }
     double x[kWidth], y[kWidth];
@@ -176,21 +186,13 @@ class Block {
   }
 
   /// One point of the block.
-  ORVEX_INLINE void Get(int i, double& x, double& y) const {
-    __builtin_memcpy(&x, m_x + i * m_stride, sizeof x);
-    __builtin_memcpy(&y, m_y + i * m_stride, sizeof y);
-  }
-  ORVEX_INLINE void Put(int i, double x, double y) const {
-    __builtin_memcpy(m_x + i * m_stride, &x, sizeof x);
-    __builtin_memcpy(m_y + i * m_stride, &y, sizeof y);
-  }
+  ORVEX_INLINE void Get(int i, double& x, double& y) const { m_points.Get(i, x, y); }
+  ORVEX_INLINE void Put(int i, double x, double y) const { m_points.Put(i, x, y); }
 
  private:
-  double* m_x;
-  double* m_y;
-  std::ptrdiff_t m_stride;
+  PointView m_points;
   int m_count;
-  bool m_records;
+  bool m_records, m_columns;  // whole vectors can be loaded from neighbouring records, or from columns
 };
 
 /// A block that needs a closer look: it holds markers, coordinates that are not finite or out of range, or a point that
@@ -283,7 +285,7 @@ struct WithoutMarkers {
   ORVEX_INLINE void Leave(Point<Real>&, MaskOf<Real>&) const {}
 };
 
-/// Takes points through a stage and an operation, in place, and answers whether one is flagged: refused by the
+/// Takes points through a stage and an operation to their place, and answers whether one is flagged: refused by the
 /// operation, or by the stage. Refused points become the marker. The first impossible point asserts in the name of
 /// `source`; those before it are converted then, it and those behind it are as they were given.
 ///

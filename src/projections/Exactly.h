@@ -18,12 +18,18 @@ ORVEX_INLINE T WithinHalfTurn(T degrees) {
   return degrees - 360 * Nearest(degrees / 360);
 }
 
+/// The same where most are within it: that costs no division.
+template <class T>
+ORVEX_INLINE T WithinHalfTurnMostly(T degrees, MaskOf<T> within) {
+  return All(within) ? degrees + T(0) : WithinHalfTurn(degrees);  // 0 has no sign, neither way
+}
+
 /// The same from the central meridian; its antimeridian is the edge of the map in the east or in the west, on the side
 /// from which it was reached, also where rounding has led beyond.
 template <class T>
 ORVEX_INLINE T FromMeridian(T lon, double lon0) {
   constexpr double kEdge = 180 - 1.1e-13;  // what is further from it than three roundings has its own place
-  const T degrees = lon - lon0, within = WithinHalfTurn(degrees);
+  const T degrees = lon - lon0, within = WithinHalfTurnMostly(degrees, Abs(degrees) <= T(180));
   return Select(Abs(within) > T(kEdge), CopySign(T(180), degrees), within);
 }
 
@@ -75,7 +81,8 @@ class ExactlyFromMap : private FromMap {
     const MaskOf<Real> edge = Abs(fromCentre) > Real(kEdge);
     fromCentre = Select(edge, CopySign(Real(180), fromCentre), fromCentre);
     const Real lon = fromCentre + m_lon0;
-    p.x = Select(edge | (Abs(lon) <= Real(180)), lon, WithinHalfTurn(lon));
+    const MaskOf<Real> stays = edge | (Abs(lon) <= Real(180));
+    p.x = All(stays) ? lon : Select(stays, lon, WithinHalfTurn(lon));
     p.y = Clamp(RadToDeg(p.y), -90, 90);
   }
 

@@ -146,8 +146,8 @@ class ExactTransverseMercator {
   ORVEX_INLINE Plot<T> Forward(ExactPoint<T>& p) const {
     MaskOf<T> plottable = Abs(p.x) <= T(m_mostLon + kRim);
     const auto [sinPhi, cosPhi] = SinCos(p.y);
-    const T toChi = m_toConformal(sinPhi, cosPhi);
-    const auto [sinChi, cosChi] = Turned(sinPhi, cosPhi, toChi);
+    const T toChi = m_n == 0 ? T(0) : m_toConformal(sinPhi, cosPhi);
+    const auto [sinChi, cosChi] = m_n == 0 ? SineCosine<T>{sinPhi, cosPhi} : Turned(sinPhi, cosPhi, toChi);
     const auto [sinLon, cosLon] = SinCos(p.x);
     const T sine = cosChi * sinLon, along = cosChi * cosLon;  // sine: hyperbolic tangent of eta'
     const T cosine2 = sinChi * sinChi + along * along;        // 1 - sine^2
@@ -188,7 +188,8 @@ class ExactTransverseMercator {
             coshLess = z * (0.5 + z * (1.0 / 24 + z * (1.0 / 720)));
     const T sinh = sinhEta + (coshEta * sinhBy + sinhEta * coshLess), cosh2 = 1 + sinh * sinh;
     const T level = Sqrt(sinh * sinh + cosine * cosine);
-    const T lat = Atan2(sine, level) + m_toGeodetic.OfDouble(2 * sine * level / cosh2, 1 - 2 * sine * sine / cosh2);
+    T lat = Atan2(sine, level);
+    if (m_n != 0) lat = lat + m_toGeodetic.OfDouble(2 * sine * level / cosh2, 1 - 2 * sine * sine / cosh2);
     p = {Atan2(sinh, cosine), lat};
     if (Any(far)) DefineInverse(far, xi, eta, p);
     plottable = plottable & ((Abs(p.x) - m_mostLon) * level <= T(kLimitRounding));
@@ -206,9 +207,11 @@ class ExactTransverseMercator {
     T north, east;
   };
 
-  /// Sums of c_k sin 2k xi cosh 2k eta and c_k cos 2k xi sinh 2k eta, by Clenshaw's recurrence in complex numbers.
+  /// Sums of c_k sin 2k xi cosh 2k eta and c_k cos 2k xi sinh 2k eta, by Clenshaw's recurrence in complex numbers; 0 on
+  /// the sphere.
   template <class T>
-  ORVEX_INLINE static Terms<T> Series(const LatitudeSeries& series, T sin2Xi, T cos2Xi, T sinh2Eta, T cosh2Eta) {
+  ORVEX_INLINE Terms<T> Series(const LatitudeSeries& series, T sin2Xi, T cos2Xi, T sinh2Eta, T cosh2Eta) const {
+    if (m_n == 0) return {T(0), T(0)};
     const T re = 2 * cos2Xi * cosh2Eta, im = -2 * sin2Xi * sinh2Eta;  // 2 cos 2 zeta
     T aboveRe = T(0), aboveIm = T(0), bRe = T(series.c[kSeriesOrder - 1]), bIm = T(0);
     for (int k = kSeriesOrder - 2; k >= 0; --k) {

@@ -96,6 +96,15 @@ class GeoJson(ToolTest):
         first, second = (feature["geometry"] for feature in json.loads(out)["features"])
         self.assertEqual((len(first["coordinates"]), second), (2, {"type": "LineString", "coordinates": []}))
 
+    def test_threads_change_nothing(self):
+        places = [[6 + i % 6000 / 1000, i % 80000 / 1000] for i in range(70000)]
+        text = json.dumps({"type": "MultiPoint", "coordinates": places})
+        one, five = (run("project", "--utm", "32N", "--geojson", "--threads", n, text=text) for n in ("1", "5"))
+        self.assertEqual((one[0], one), (OK, five))
+        table = run("project", "--utm", "32N", text="\n".join("%r,%r" % tuple(place) for place in places[::10000]))[1]
+        got = json.loads(one[1])["coordinates"]
+        self.assertEqual(["%.4f,%.4f" % tuple(place) for place in got[::10000]], table.splitlines())
+
     def test_refusals(self):
         def feature(geometry):
             return '{"type":"FeatureCollection","features":[{"type":"Feature","properties":null,"geometry":null},' \

@@ -3,6 +3,8 @@
 
 Usage: test_systems.py PROGRAM [unittest arguments]
 """
+import csv
+import io
 import os
 import sys
 import unittest
@@ -108,10 +110,9 @@ class Systems(ToolTest):
     def test_said_but_computed(self):
         status, out, messages = run("convert", "--from", "4326", "--to", "32633", text="40,50\n14,50\n13,49\n")
         self.assertEqual((status, len(out.splitlines())), (OK, 3))
-        self.assertIn("outside the area of EPSG:32633", messages)
-        self.assertIn(": 1\n", messages)
+        self.assertIn("orvex: warning: 1 point lies outside the area of EPSG:32633", messages)
         status, _, messages = run("convert", "--to", "3785", text="14,50")
-        self.assertEqual((status, messages), (OK, 'orvex: EPSG:3785 "Popular Visualisation CRS / Mercator" is deprecated\n'))
+        self.assertEqual((status, messages), (OK, 'orvex: warning: EPSG:3785 "Popular Visualisation CRS / Mercator" is deprecated\n'))
 
     def test_list(self):
         status, out, _ = run("list", "crs", "nad27", "TEXAS")
@@ -122,6 +123,9 @@ class Systems(ToolTest):
         self.assertNotIn("32634", run("list", "crs", "utm", "--at", "13.4,52.5")[1])
         for place in ("179,-17", "-179,-17"):
             self.assertIn("3460", run("list", "crs", "fiji", "--at", place)[1])
+        rows = list(csv.DictReader(io.StringIO(run("list", "crs", "nad27", "texas", "--csv")[1])))
+        self.assertEqual([row["unit"] for row in rows if row["code"] == "32039"], ["US survey foot"])
+        self.assertTrue(len(rows) == out.count("\n") - 1 and all("Texas" in row["name"] + row["area"] for row in rows))
         self.refused("list", "crs", "no such place", says="no coordinate system")
         self.refused("list", "crs", "--at", "1;2", says="longitude,latitude")
 

@@ -16,6 +16,7 @@ import tempfile
 import unittest
 
 PROGRAM = ""
+ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 OK, SOME_FAILED, USAGE = 0, 1, 2
 
 
@@ -230,16 +231,49 @@ class CommandLine(ToolTest):
 
     def test_lists_for_other_programs_and_of_some_rows(self):
         for arguments, count in [(["datums"], 253), (["zones"], 142), (["ellipsoids"], 55), (["projections"], 29), (["units"], 23),
-                                 (["zones", "texas central"], 3), (["datums", "6267"], 4), (["datums", "nowhere"], 0)]:
+                                 (["zones", "texas central"], 3), (["zones", "central", "texas"], 3), (["datums", "6267"], 4), (["datums", "nowhere"], 0)]:
             status, out, _ = run("list", *arguments, "--csv")
             rows = list(csv.DictReader(io.StringIO(out)))
             self.assertEqual((status, len(rows)), (OK, count), arguments)
             lines = run("list", *arguments)[1].splitlines()[1:]
             self.assertEqual(len(lines), count)
-            self.assertTrue(all(line.endswith("  " + row["name"]) for line, row in zip(lines, rows)), arguments)
+            self.assertTrue(all("  " + row["name"] in line for line, row in zip(lines, rows)), arguments)
         rows = {row["name"]: row for row in csv.DictReader(io.StringIO(run("list", "ellipsoids", "--csv")[1]))}
         self.assertEqual(rows["International 1924"]["1/flattening"], "297.0000000")
         self.assertIn("yes,lon0,number,degrees,Central Longitude", run("list", "params", "tm", "--csv")[1].splitlines())
+        self.assertEqual(len(run("list", "params", "tm", "central", "longitude", "--csv")[1].splitlines()), 2)
+
+    def test_datums_have_areas(self):
+        rows = {row["name"]: row["area"] for row in csv.DictReader(io.StringIO(run("list", "datums", "--csv")[1]))}
+        self.assertEqual((len(rows), [name for name, area in rows.items() if not area]), (253, []))
+        for name, word in [("Tokyo - Okinawa", "Okinawa"), ("Hu-tzu-shan", "Taiwan"), ("Schwarzeck", "Namibia"),
+                           ("S-42 Romania", "Romania"), ("S-42 Hungary", "Hungary"), ("World Geodetic System 1984", "World"),
+                           ("NAD 1927 - Canada (NTV2)", "Canada"), ("Minna - Cameroon", "Cameroon")]:
+            self.assertIn(word, rows[name])
+        self.assertRegex(run("list", "datums", "taiwan")[1], r"^NUMBER.*AREA\n.*Hu-tzu-shan +Taiwan.*\n$")
+        run("datum", "add", "Site", "--ini", self.file("own.ini"), "--dx", "1")
+        self.assertRegex(run("list", "datums", "site", "--ini", self.file("own.ini"))[1], r"Site +-\n$")
+
+    def test_the_completions_of_zsh_and_fish(self):
+        zsh, fish = (self.file(shell, run("completion", shell)[1]) for shell in ("zsh", "fish"))
+        asked = [(["pro"], {"project"}), (["list", "zo"], {"zones"}), (["datum", "add", "X", "--fl"], {"--flattening"}),
+                 (["project", "--utm", "33N", "--stat"], {"--stated", "--stateplane27", "--stateplane83"})]
+        stub = 'compadd() { shift; for w in "$@"; do [[ $w == $PREFIX* ]] && print -r -- $w; done }; _files() { }; '
+        for shell, check in [("zsh", ["-n", zsh]), ("fish", ["-n", fish])]:
+            if not shutil.which(shell):
+                print("skipped: no", shell, file=sys.stderr)
+                continue
+            done = subprocess.run([shell, *check], capture_output=True, encoding="ascii")
+            self.assertEqual((done.returncode, done.stderr), (0, ""), shell)
+            for words, offered in asked:
+                if shell == "fish":
+                    ask = [shell, "--no-config", "-c", 'source $argv[1]; complete -C "$argv[2]"', fish, " ".join(["orvex", *words])]
+                else:
+                    ask = [shell, "-f", "-c", stub + 'file=$1; shift; words=("$@"); CURRENT=$#; PREFIX=${@[-1]}; set --; source $file',
+                           shell, zsh, "orvex", *words]
+                done = subprocess.run(ask, capture_output=True, encoding="utf-8", cwd=self.directory, timeout=120)
+                got = {line.split("\t")[0] for line in done.stdout.splitlines()}
+                self.assertEqual((got, done.stderr), (offered, ""), (shell, words))
 
     def test_names_that_people_type(self):
         for arguments, others in [
@@ -439,6 +473,7 @@ class Tables(ToolTest):
         self.assertIn('4: latitude "95" lies beyond the pole', messages)
         self.assertIn("unreadable lines: 3", messages)
         self.refused("project", "--proj", "mercator", "--set", "lon0=50N", says="letter of a latitude")
+        self.refused("project", "--proj", "tm", "--set", "lat0=95", says="lat0=95 lies beyond the pole")
 
     def test_columns_that_a_header_does_not_tell(self):
         text = "Breite;Laenge\n48.1;11.5\n"
@@ -462,6 +497,12 @@ class Tables(ToolTest):
         # a point may be a comma for thousands there
         self.assertEqual(run(*utm, text="11.500;48,1")[0], SOME_FAILED)
         self.assertIn("--decimal-comma", run("project", "--utm", "32N", text="lon;lat\n11,5;48\n")[2])
+
+    def test_lines_longer_than_the_header_are_said(self):
+        for text, count in [("lon,lat\n11,5,48,1\n9,0\n", 1), ("lon,lat\n9,0,\n", 0), ("lon lat name\n9 0 New York\n", 0),
+                            ("9,0\n9,0,1\n", 0), ('lon,lat,name\n9,0,"a,b"\n', 0)]:
+            told = re.findall(r"warning: lines with more columns than the header: (\d+)", run("project", "--utm", "32N", text=text)[2])
+            self.assertEqual(told, [str(count)] if count else [], text)
 
     def test_threads_change_nothing(self):
         rows = ["%d,%.6f,%.6f" % (i, 6 + i % 6000 / 1000, i % 80000 / 1000) for i in range(60000)]
@@ -563,7 +604,7 @@ class Datums(ToolTest):
         back = self.numbers("datum", "--to", "Site A", "--from", "6326", "--ini", ini, text="%.12f,%.12f" % tuple(got))
         self.near(back, (4, 55), 1e-7, "back")
         self.assertRegex(run("datum", "show", "SITE A", "--ini", ini)[1], r"(?s)254 \(custom\).*0 0 4\.5 m.*0\.219 ppm")
-        self.assertRegex(run("list", "datums", "--ini", ini)[1], r"254 .*Bursa-Wolf.*Site A\n$")
+        self.assertRegex(run("list", "datums", "--ini", ini)[1], r"254 .*Bursa-Wolf.*Site A +-\n$")
         self.assertEqual(run("datum", "add", "B", "--ini", ini, "--dx", "-1.5")[0], OK)
         self.assertEqual(run("datum", "remove", "site a", "--ini", ini)[0], OK)
         kept = self.read("own.ini")
@@ -674,6 +715,108 @@ class Georef(ToolTest):
         self.assertEqual(len(left_out), 5)
         self.near([float(left_out["5"])], [0.5], 1e-3, "left out")
 
+    def test_the_inverse_undoes_the_transform(self):
+        controls = os.path.join(ROOT, "examples/georef/controls.csv")
+        with open(controls, encoding="ascii") as text:
+            places = [line.rsplit(",", 2)[0] for line in text.read().splitlines() if line[0].isdigit()]
+        self.assertEqual(len(places), 12)
+        places += ["%.3f,%.3f" % (500 + 613.7 * (i % 10), 500 + 777.3 * (i // 10)) for i in range(60)]
+        for method in ["helmert", "affine", "projective", "poly1", "poly2", "poly3", "tps", "natural", "marcov", "exponential",
+                       "rational", "idw"]:
+            for flip in [[], ["--flip-y"]]:
+                command = ["georef", "--controls", controls, "--method", method, *flip, "--decimals", "9"]
+                there = run(*command, text="\n".join(places))[1]
+                status, back, messages = run(*command, "--inverse", "--threads", "2", text=there)
+                self.assertEqual(status, OK, (method, messages))
+                # eastings and northings of seven digits leave half a nanometre, that is as many pixels
+                self.near([float(v) for v in re.split("[,\n]", back.strip())], [float(v) for p in places for v in p.split(",")],
+                          5e-9, method)
+
+    def test_what_has_no_way_back(self):
+        def parabola(bend):  # X = x + bend x^2, which turns at x = -1 / (2 bend)
+            return "\n".join("%d %d %.6f %d" % (x, y, x + bend * x * x, y) for x, y in
+                             [(0, 0), (50, 0), (100, 10), (0, 80), (50, 90), (100, 100), (20, 30)])
+        poly2 = ["georef", "--controls", self.file("p.txt", parabola(0.002)), "--method", "poly2", "--inverse"]
+        status, out, messages = run(*poly2, text="75.625,40\n-124,3\n-126,3\n")  # it turns at -125
+        self.assertEqual((status, out.splitlines()[2]), (SOME_FAILED, ","))
+        self.near([float(v) for v in out.splitlines()[0].split(",")], (66.5, 40), 0.5, "within")
+        self.assertEqual(run(*poly2[:-1], text=out.splitlines()[1])[1], "-124.0000,3.0000\n")
+        self.assertIn("warning: points without a way back: 1;", messages)
+        # one that turns among its controls is refused, and so are destinations on a line and an inverse of nothing
+        self.refused("georef", "--controls", self.file("f.txt", parabola(-0.02)), "--method", "poly2", "--inverse", says="folds")
+        self.file("line.txt", "0 0 5 5\n9 0 6 6\n0 9 7 7\n")
+        self.refused("georef", "--controls", "line.txt", "--method", "affine", "-i", says="no inverse")
+        self.refused("georef", "--controls", "line.txt", "--method", "affine", "-i", "--report", says="--inverse is for points")
+
+    # X = (2x + y + 10) / w, Y = (5 - x + 3y) / w, w = 1 + x / 1000: the horizon lies at x = -1000
+    @staticmethod
+    def perspective(x, y, dx=0.0, dy=0.0):
+        w = 1 + x / 1000
+        return "%.17g %.17g %.17g %.17g" % (x, y, (2 * x + y + 10) / w + dx, (5 - x + 3 * y) / w + dy)
+
+    PLACES = [(0, 0), (800, 30), (20, 600), (700, 650), (300, 200), (500, 450)]
+
+    def test_a_projective_fit(self):
+        for places in [self.PLACES, self.PLACES[:4]]:
+            file = self.file("v.txt", "\n".join(self.perspective(x, y) for x, y in places))
+            command = ["georef", "--controls", file, "--method", "projective"]
+            out = run(*command, "--report", "--decimals", "9")[1]
+            self.near([float(v) for v in re.findall(r"[=*(] *([-+.e\d]+)", out.split("\nX =")[1].join(["X =", ""]))],
+                      (10, 2, 1, 5, -1, 3, 1, 0.001, 0), 1e-9, out)
+            self.assertRegex(out, r"total error \(root mean square\)  0\.000000000\n")
+            given = self.perspective(-900, 40).split()
+            self.near(self.numbers(*command, "--", "-900", "40"), [float(v) for v in given[2:]], 1e-6, "near the horizon")
+            self.near(self.numbers(*command, "-i", *given[2:]), (-900, 40), 1e-6, "back")
+            for beyond in [("-1000", "7"), ("-2000", "7")]:
+                self.assertEqual(run(*command, "--", *beyond)[:2], (SOME_FAILED, "* *\n"))
+        left_out = dict(re.findall(r"^ +(\d) +([-.\d]+)$", run(*command, "--report")[1].split("the others:")[1], re.M))
+        self.assertEqual(left_out, dict.fromkeys("1234", "-"))  # three points determine none
+
+    def test_a_projective_fit_is_one_of_least_squares(self):
+        shifts = [(0.5, -0.2), (-0.3, 0.4), (0.1, 0.6), (-0.6, -0.1), (0.2, 0.3), (0.4, -0.5)]
+        rows = [self.perspective(*place, *shift) for place, shift in zip(self.PLACES, shifts)]
+        out = run("georef", "--controls", self.file("n.txt", "\n".join(rows)), "--method", "projective", "--report", "--decimals", "9")[1]
+        c = [float(v) for v in re.findall(r"[=*(] *([-+.e\d]+)", "X =" + out.split("\nX =")[1])]
+        self.assertEqual(len(c), 9)
+
+        def total(c):
+            squares = 0
+            for x, y, e, n in ([float(v) for v in row.split()] for row in rows):
+                w = c[6] + c[7] * x + c[8] * y
+                squares += ((c[0] + c[1] * x + c[2] * y) / w - e) ** 2 + ((c[3] + c[4] * x + c[5] * y) / w - n) ** 2
+            return (squares / len(rows)) ** 0.5
+        least = float(re.search(r"root mean square\)  ([.\d]+)", out).group(1))
+        self.near([total(c)], [least], 1e-8, "formula")
+        for i in range(8):
+            for change in (1e-4, -1e-4):
+                other = c[:6] + [1, c[7], c[8]]
+                other[i if i < 6 else i + 1] += change * (1 if i in (0, 3) else 1e-2 if i < 6 else 1e-5)
+                self.assertGreater(total(other), least, (i, change))
+
+    def test_controls_that_determine_no_projective_fit(self):
+        def fit(rows, says):
+            self.refused("georef", "--controls", self.file("c.txt", "\n".join(rows)), "--method", "projective", says=says)
+        good = [self.perspective(x, y) for x, y in self.PLACES]
+        fit(good[:3], "Projective needs at least 4 control points, not 3")
+        fit([self.perspective(x, y) for x, y in [(0, 0), (100, 50), (200, 100), (70, 300)]], "no three lie on one line")
+        fit([self.perspective(x, 3 * x + 1e6) for x in (0, 10, 25, 60, 99)] + good[:1], "no three lie on one line")
+        fit(["0 0 0 0", "9 0 5 5", "0 9 8 8", "9 9 1 7"], "no three lie on one line")
+        fit(good[:1] * 4, "no three lie on one line")
+        fit(["0 0 0 0", "1 0 1 0", "1 1 0 1", "0 1 0.9 0.9"], "both sides of a horizon")
+
+    def test_rows_of_qgis_count_upwards_and_those_of_gdal_and_world_files_downwards(self):
+        rows = [line.split(",") for line in self.AFFINE.splitlines()[1:]]
+        qgis = "mapX,mapY,sourceX,sourceY,enable\n" + "".join("%s,%s,%s,-%s,%d\n" % (e, n, x, y, i != 1)
+                                                              for i, (x, y, e, n) in enumerate(rows))
+        results = []
+        for name, text in [("p.csv", "\n".join(",".join(row) for i, row in enumerate(rows) if i != 1)), ("q.points", qgis)]:
+            command = ["georef", "--controls", self.file(name, text), "--method", "affine", "--gcp", "--world-file", self.file("w")]
+            gcps = [float(v) for v in run(*command)[1].replace("-gcp", "").split()]
+            results.append(gcps + [float(v) for v in self.read("w").split()])
+        self.near(results[1], results[0], 1e-9, "rows")
+        report = run("georef", "--controls", self.file("q.points"), "--method", "affine", "--report")[1]
+        self.assertEqual(re.findall(r"^ +(\d) ", report, re.M), ["1", "3", "4", "5"])  # numbers of the table
+
     def test_helmert_residuals_and_mirror(self):
         # scale and rotation 3 + 4i, shift (10, 20); the last corner of the square is off by (0.4, 0.3), so d = 0.5.
         # With centred corners z the fit takes d * (1/4 + z conj(z4) / 8): of d it leaves 1/2 at the corner itself,
@@ -708,22 +851,6 @@ class Georef(ToolTest):
         good = ["georef", "--controls", "good.csv", "--method"]
         self.refused(*good, "tps", "--world-file", "w", says="affine map")
         self.refused(*good, "affine", "--world-file", "good.csv", says="is the input")
-
-
-class Manual(ToolTest):
-    def test_examples_print_what_the_pages_show(self):
-        root = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-        os.symlink(os.path.join(root, "examples"), self.file("examples"))
-        environment = dict(os.environ, PATH=os.path.dirname(PROGRAM) + os.pathsep + os.environ["PATH"])
-        for page in ["tool.md", "georeferencing.md"]:
-            with open(os.path.join(root, "docs", page), encoding="ascii") as text:
-                blocks = re.findall(r"^```\n(\$ .*?)^```", text.read(), re.M | re.S)
-            examples = re.findall(r"^\$ (.*)\n((?:(?!\$ ).*\n)*)", "".join(blocks), re.M)
-            self.assertGreater(len(examples), 0)
-            for command, shown in examples:
-                done = subprocess.run(["sh", "-c", command], cwd=self.directory, env=environment, stdout=subprocess.PIPE,
-                                      stderr=subprocess.STDOUT, encoding="utf-8", timeout=300)
-                self.assertEqual(done.stdout.rstrip("\n"), shown.rstrip("\n"), command)
 
 
 if __name__ == "__main__":

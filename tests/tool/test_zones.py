@@ -81,7 +81,11 @@ class Zones(ToolTest):
                  "YAA1212", "BIA1212", "CAA1212", "52.5", "x", "33UUU9139x17855"]
         status, out, messages = run("project", "--mgrs", "-i", text="id,mgrs\n" + "".join("1,%s\n" % w for w in wrong))
         self.assertEqual((status, set(out.splitlines()[1:])), (SOME_FAILED, {"1,,"}), messages)
-        self.assertIn("unplottable: %d" % len(wrong), messages)
+        self.assertIn("unreadable lines: %d" % len(wrong), messages)
+        self.assertIn('input:2: cannot read mgrs "33UUU913901785"', messages)
+        status, out, messages = run("project", "--utm", "auto", "-i", text="x,y,zone\n391390,5817855,33X\n391390,5817855,33n\n")
+        self.assertEqual((status, out.splitlines()[1]), (SOME_FAILED, ",,33X"))
+        self.assertIn('input:2: cannot read zone "33X"', messages)
 
     def test_columns(self):
         table = "name,lat,lon,note\nA,52.5,13.4,x\nB,,13,y\n"
@@ -125,12 +129,19 @@ class Zones(ToolTest):
                 continue
             self.assertEqual(run("project", "--stateplane83", row[2], "--decimals", "2", text=place)[1], ",".join(row[:2]) + "\n")
         self.assertTrue(named)
+        for unit, metres in [("us-ft", 1200 / 3937), ("km", 1000)]:
+            auto = run("project", "--stateplane83", "auto", "--to-unit", unit, "--decimals", "6", text="-100.9,31.2")[1].split(",")
+            zone = run("project", "--stateplane83", auto[2].strip(), "--decimals", "6", text="-100.9,31.2")[1].split(",")
+            self.near([float(v) * metres for v in auto[:2]], [float(v) for v in zone], 1e-3, unit)
+            back = run("project", "--stateplane83", "auto", "--from-unit", unit, "-i", text="x,y,zone\n" + ",".join(auto))[1]
+            self.near([float(v) for v in back.splitlines()[1].split(",")[:2]], (-100.9, 31.2), 1e-7, back)
         self.assertEqual(rows[3], ["", "", ""])
 
     def test_refusals(self):
         self.refused("project", "--utm", "auto", "--mgrs", says="name one projection")
         self.refused("project", "--utm", "auto", "--set", "k0=1", says="no --set")
         self.refused("project", "--mgrs=12", says="at most 11 digits")
+        self.refused("project", "--mgrs", "--to-unit", "ft", says="in metres")
         self.refused("project", "--utm", "auto", "--geojson", text='{"type":"Point","coordinates":[1,2]}', says="belong to tables")
 
 

@@ -171,10 +171,9 @@ void AreaWatch::Watch(const std::vector<PROJPOINT>& points) {
   if (const std::uint64_t outside = m_counter(points); outside > 0) *m_outside += outside;
 }
 
-void AreaWatch::Report() const {
-  const std::uint64_t outside = *m_outside;
+void WarnOfPointsOutside(std::uint64_t outside, const std::string& area) {
   if (outside == 0) return;
-  Warn(std::to_string(outside) + (outside == 1 ? " point lies outside " : " points lie outside ") + m_area);
+  Warn(std::to_string(outside) + (outside == 1 ? " point lies outside " : " points lie outside ") + area);
 }
 
 std::optional<AreaWatch> WatchProjection(const PROJDATA& record) {

@@ -14,6 +14,9 @@
 
 namespace orvex::tool {
 
+/// Says on standard error how many points lay outside an area, if any.
+void WarnOfPointsOutside(std::uint64_t outside, const std::string& area);
+
 /// Copies count together, so that every thread has one of its own.
 class AreaWatch {
  public:
@@ -23,8 +26,7 @@ class AreaWatch {
   AreaWatch(std::string area, Counter counter);
 
   void Watch(const std::vector<PROJPOINT>& points);
-  /// Says on standard error how many points lay outside, if any.
-  void Report() const;
+  void Report() const { WarnOfPointsOutside(*m_outside, m_area); }
 
  private:
   std::string m_area;

@@ -15,7 +15,7 @@ namespace orvex::tool {
 class MapSide {
  public:
   /// `unit`: of the map coordinates, "" for metres; `stated`: compute as hosts of the library get it.
-  MapSide(PROJDATA record, const std::string& unit, bool stated);
+  MapSide(const PROJDATA& record, const std::string& unit, bool stated);
 
   /// Degrees to map coordinates and back, in place.
   void Project(std::vector<PROJPOINT>& points);

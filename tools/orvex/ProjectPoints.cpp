@@ -31,6 +31,14 @@ bool Convert(CProjector& projector, Direction direction, std::span<PROJPOINT> po
 
 }  // namespace
 
+CProjector MakeProjector(PROJDATA record, bool stated) {
+  CProjector projector(&record);
+  if (!stated && !projector.SetAccuracy(PA_EXACT)) {
+    Warn("the parameters have no exact projection; computed as with --stated");
+  }
+  return projector;
+}
+
 void ProjectPoint(CProjector& projector, Direction direction, PROJPOINT& point) {
   if (!Convert(projector, direction, {&point, 1})) point = {DBL_MAX, DBL_MAX};
 }

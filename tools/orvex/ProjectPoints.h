@@ -7,6 +7,10 @@
 
 namespace orvex::tool {
 
+/// A projection that computes exactly, or `stated`: as hosts of the library get it. Throws shr::Exception for bad
+/// parameters.
+CProjector MakeProjector(PROJDATA record, bool stated);
+
 enum class Direction { Forward, Inverse };
 
 /// Projects a point in place. One at which the library reports an internal inconsistency (the pole of a Bonne map about

@@ -1,6 +1,8 @@
 // Units - lengths in other units than the library's metres.
 #include "Units.h"
 
+#include <cfloat>
+
 #include <iterator>
 #include <vector>
 
@@ -58,6 +60,14 @@ constexpr const char* kAliases[][2] = {{"meter", "m"},
                                        {"survey foot", "us-ft"},
                                        {"miles", "mi"}};
 
+/// Marked points stay marked.
+template <class Change>
+void ChangeLive(std::vector<PROJPOINT>& points, Change change) {
+  for (PROJPOINT& p : points) {
+    if (p.x != DBL_MAX && p.y != DBL_MAX) p = {change(p.x), change(p.y)};
+  }
+}
+
 }  // namespace
 
 std::span<const Unit> Units() {
@@ -73,6 +83,18 @@ const Unit& FindUnit(const std::string& text) {
   for (const Unit& unit : kUnits) names.emplace_back(unit.symbol);
   for (const Unit& unit : kUnits) names.emplace_back(unit.name);
   return kUnits[FindName(names, wanted, "unit") % std::size(kUnits)];
+}
+
+double MetresIn(const std::string& unit) {
+  return unit.empty() ? 1 : FindUnit(unit).metres;
+}
+
+void FromMetres(std::vector<PROJPOINT>& points, double metresInUnit) {
+  if (metresInUnit != 1) ChangeLive(points, [=](double length) { return length / metresInUnit; });
+}
+
+void ToMetres(std::vector<PROJPOINT>& points, double metresInUnit) {
+  if (metresInUnit != 1) ChangeLive(points, [=](double length) { return length * metresInUnit; });
 }
 
 }  // namespace orvex::tool

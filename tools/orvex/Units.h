@@ -3,6 +3,9 @@
 
 #include <span>
 #include <string>
+#include <vector>
+
+#include <orvex/projection.h>
 
 namespace orvex::tool {
 
@@ -16,5 +19,12 @@ std::span<const Unit> Units();
 
 /// Finds a unit by symbol or name; throws Failure with suggestions when there is none.
 const Unit& FindUnit(const std::string& text);
+
+/// Metres in the unit of that name; 1 for none.
+double MetresIn(const std::string& unit);
+
+/// Map coordinates from metres to a unit and back; points that are marked stay so.
+void FromMetres(std::vector<PROJPOINT>& points, double metresInUnit);
+void ToMetres(std::vector<PROJPOINT>& points, double metresInUnit);
 
 }  // namespace orvex::tool

@@ -6,7 +6,7 @@ from typing import Any, NamedTuple, Optional, Sequence, Tuple
 import numpy as np
 from numpy.typing import NDArray
 
-from ._core import Conversion
+from ._core import Conversion, new_array
 from ._errors import UNPLOTTABLE, OrvexError
 
 Array = NDArray[Any]
@@ -109,7 +109,7 @@ def _convert_pairs(conversion: Conversion, points: Any, out: Any, errors: str, t
     values = given.values
     in_place = (out is None and isinstance(points, np.ndarray) and given.mask is None and values.flags.c_contiguous
                 and values.flags.writeable and np.may_share_memory(values, points))
-    target = values if in_place else np.empty(values.shape) if out is None else _checked(out, values.shape)
+    target = values if in_place else new_array(values.shape) if out is None else _checked(out, values.shape)
     mask = None if given.mask is None else given.mask.any(axis=1)
     _run(conversion, (values[:, 0], values[:, 1]), (target[:, 0], target[:, 1]), mask, out is None, errors, threads,
          names)
@@ -139,7 +139,7 @@ def _checked(array: Any, shape: Tuple[int, ...]) -> Array:
 def _targets(out: Any, shape: Tuple[int, ...]) -> Tuple[Array, Array]:
     """The arrays for both results: two new ones, the two of a pair, or both halves of one (..., 2) array."""
     if out is None:
-        return np.empty(shape), np.empty(shape)
+        return new_array(shape), new_array(shape)
     if isinstance(out, np.ndarray):
         both = _checked(out, shape + (2,))
         return both[..., 0], both[..., 1]

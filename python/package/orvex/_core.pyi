@@ -11,6 +11,8 @@ _Value = Union[bool, int, float]
 
 __version__: str
 
+def new_array(shape: Sequence[int]) -> NDArray[np.float64]: ...
+
 class Recipe: ...
 
 class Conversion:

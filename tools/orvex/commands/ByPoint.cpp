@@ -4,6 +4,7 @@
 #include <cfloat>
 
 #include "Failure.h"
+#include "Units.h"
 #include "commands/Names.h"
 #include "zones/Mgrs.h"
 
@@ -32,7 +33,7 @@ std::shared_ptr<const ZoneGrid> MakeGrid(const ProjectionOptions& options, const
   const int named = !options.projection.empty() + !options.utm.empty() + !options.statePlane27.empty() +
                     !options.statePlane83.empty() + (options.posc != 0) + !options.mgrs.empty();
   if (named != 1) throw Failure("name one projection: by name, UTM zone, state plane zone, POSC number or --mgrs");
-  if (!options.unit.empty()) throw Failure("zones by point are in metres");
+  if (!options.unit.empty() && !options.mgrs.empty()) throw Failure("references of the MGRS are in metres");
   if (!options.settings.empty()) throw Failure("zones by point take no --set");
   if (!options.mgrs.empty() || IsAuto(options.utm)) return MakeUtmGrid(Figure(options, datum));
   if (!options.ellipsoid.empty()) throw Failure("state plane zones have their own ellipsoid; leave --ellipsoid out");
@@ -54,16 +55,25 @@ bool IsByPoint(const ProjectionOptions& options) {
 }
 
 PointGrid::PointGrid(const ProjectionOptions& options, const std::optional<SideDatum>& datum, bool stated)
-    : m_mgrsDigits(MgrsDigits(options.mgrs)), m_projector(MakeGrid(options, datum), stated) {}
+    : m_mgrsDigits(MgrsDigits(options.mgrs)),
+      m_metres(MetresIn(options.unit)),
+      m_projector(MakeGrid(options, datum), stated) {}
 
 LabelColumn PointGrid::Column() const {
-  return m_mgrsDigits >= 0 ? LabelColumn{Label::Alone, "mgrs"} : LabelColumn{Label::Beside, "zone"};
+  if (m_mgrsDigits >= 0) {
+    return {Label::Alone, "mgrs", [](const std::string& text) { return ParseMgrs(text).has_value(); }};
+  }
+  return {Label::Beside, "zone",
+          [grid = m_projector.SharedGrid()](const std::string& text) { return grid->Parse(text).has_value(); }};
 }
 
 void PointGrid::Forward(std::vector<PROJPOINT>& points, std::vector<std::string>& labels) {
   const std::vector<PROJPOINT> places = points;
   m_projector.Forward(points, labels);
-  if (m_mgrsDigits < 0) return;
+  if (m_mgrsDigits < 0) {
+    FromMetres(points, m_metres);
+    return;
+  }
   for (std::size_t i = 0; i < points.size(); ++i) {
     const bool plottable = points[i].x != DBL_MAX && points[i].y != DBL_MAX;
     labels[i] = plottable ? FormatMgrs({UtmZoneAt(places[i]), points[i]}, places[i].y, m_mgrsDigits) : "";
@@ -73,6 +83,7 @@ void PointGrid::Forward(std::vector<PROJPOINT>& points, std::vector<std::string>
 
 void PointGrid::Inverse(std::vector<PROJPOINT>& points, const std::vector<std::string>& labels) {
   if (m_mgrsDigits < 0) {
+    ToMetres(points, m_metres);
     m_projector.Inverse(points, labels);
     return;
   }

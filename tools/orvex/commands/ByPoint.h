@@ -27,6 +27,7 @@ class PointGrid {
 
  private:
   int m_mgrsDigits;  // -1: zones
+  double m_metres;   // in a unit of the coordinates
   ZonedProjector m_projector;
 };
 

@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <memory>
-#include <sstream>
 
 #include <orvex/orvex.h>
 
@@ -10,61 +9,20 @@
 #include "Units.h"
 #include "commands/Commands.h"
 #include "commands/DatumOptions.h"
+#include "commands/Listing.h"
 #include "commands/Names.h"
 #include "commands/ProjectionOptions.h"
 #include "commands/SystemCommands.h"
-#include "tables/Fields.h"
+#include "systems/SystemTable.h"
 
 namespace orvex::tool {
 
 namespace {
 
 struct Options {
-  std::string filter, ini, projection;
+  std::vector<std::string> words;
+  std::string ini, projection;
   bool csv = false;
-};
-
-struct Column {
-  const char* name;
-  int width;  ///< negative: to the left
-};
-
-/// Prints rows as aligned columns or as CSV; of rows without the words that are looked for nothing.
-class Listing {
- public:
-  Listing(const Options& options, std::vector<Column> columns) : m_csv(options.csv), m_columns(std::move(columns)) {
-    std::istringstream words(Lower(options.filter));
-    for (std::string word; words >> word;) m_words.push_back(word);
-    std::vector<std::string> names;
-    for (const Column& column : m_columns) names.push_back(m_csv ? Lower(column.name) : column.name);
-    Print(names);
-  }
-
-  void Add(const std::vector<std::string>& cells) {
-    std::string row;
-    for (const std::string& cell : cells) row += Lower(cell) + " ";
-    const auto holds = [&](const std::string& word) { return row.find(word) != std::string::npos; };
-    if (std::all_of(m_words.begin(), m_words.end(), holds)) Print(cells);
-  }
-
- private:
-  void Print(const std::vector<std::string>& cells) const {
-    for (std::size_t i = 0; i < cells.size(); ++i) {
-      const bool last = i + 1 == cells.size();
-      if (m_csv) {
-        const bool quote = cells[i].find_first_of(",\"") != std::string::npos;
-        std::printf("%s%s", quote ? Quoted(cells[i]).c_str() : cells[i].c_str(), last ? "\n" : ",");
-      } else if (last) {
-        std::printf("%s\n", cells[i].c_str());
-      } else {
-        std::printf("%*s  ", m_columns[i].width, cells[i].c_str());
-      }
-    }
-  }
-
-  bool m_csv;
-  std::vector<Column> m_columns;
-  std::vector<std::string> m_words;
 };
 
 /// A code, or a dash for none; nothing in CSV.
@@ -80,7 +38,7 @@ std::string Number(const char* format, double value) {
 }
 
 void ListProjections(const Options& options) {
-  Listing list(options, {{"NUMBER", 6}, {"MASK", 4}, {"NAME", 0}});
+  Listing list(options.csv, options.words, {{"NUMBER", 6}, {"MASK", 4}, {"NAME", 0}});
   for (int type = 0; type < ProjNumProjections(); ++type) {
     char name[80], mask[8];
     std::snprintf(mask, sizeof mask, "0x%02X", ProjGetProjectionInfo(static_cast<ProjType>(type), name) & 0xFF);
@@ -89,7 +47,8 @@ void ListProjections(const Options& options) {
 }
 
 void ListEllipsoids(const Options& options) {
-  Listing list(options, {{"NUMBER", 6}, {"POSC", 6}, {"RADIUS (m)", 14}, {"1/FLATTENING", 14}, {"NAME", 0}});
+  Listing list(options.csv, options.words,
+               {{"NUMBER", 6}, {"POSC", 6}, {"RADIUS (m)", 14}, {"1/FLATTENING", 14}, {"NAME", 0}});
   for (int i = ET_USER_DEFINED + 1; i <= ET_BESSEL_NGO_1948; ++i) {
     const auto type = static_cast<EllipsoidType>(i);
     char name[80];
@@ -103,7 +62,7 @@ void ListEllipsoids(const Options& options) {
 }
 
 void ListZones(const Options& options) {
-  Listing list(options, {{"NUMBER", 6}, {"USGS", 6}, {"1927", 6}, {"1983", 6}, {"NAME", 0}});
+  Listing list(options.csv, options.words, {{"NUMBER", 6}, {"USGS", 6}, {"1927", 6}, {"1983", 6}, {"NAME", 0}});
   for (int i = 0; i < SZ_NONE; ++i) {
     const auto zone = static_cast<StateZoneType>(i);
     char name[80];
@@ -120,19 +79,22 @@ void ListDatums(const Options& options) {
                                              "HARN", "regression", "NTv2"};
   const char* const file = options.ini.empty() ? nullptr : options.ini.c_str();
   const std::vector<std::string> names = DatumNames(options.ini);
-  Listing list(options, {{"NUMBER", 6}, {"POSC", 6}, {"METHOD", -10}, {"REVERSIBLE", -10}, {"NAME", 0}});
+  Listing list(options.csv, options.words,
+               {{"NUMBER", 6}, {"POSC", 6}, {"METHOD", -10}, {"REVERSIBLE", -10}, {"NAME", -47}, {"AREA", 0}});
   for (std::size_t i = 1; i < names.size(); ++i) {
     DatumMethod method{};
     int posc = 0;
     const bool known = NDatGetDatumMethod(file, names[i].c_str(), &method);
     if (i < static_cast<std::size_t>(DatNumDatums())) DatGetDatumPOSCNumber(static_cast<DatumType>(i), &posc);
+    const std::string region(DatumRegion(static_cast<int>(i)));
     list.Add({std::to_string(i), Code(options, posc), known ? kMethods[method] : "unreadable",
-              CanBeDestination(options.ini, names[i]) ? "yes" : "no", names[i]});
+              CanBeDestination(options.ini, names[i]) ? "yes" : "no", names[i],
+              region.empty() && !options.csv ? "-" : region});
   }
 }
 
 void ListUnits(const Options& options) {
-  Listing list(options, {{"SYMBOL", -10}, {"METRES", 16}, {"NAME", 0}});
+  Listing list(options.csv, options.words, {{"SYMBOL", -10}, {"METRES", 16}, {"NAME", 0}});
   for (const Unit& unit : Units()) list.Add({unit.symbol, Number("%.12g", unit.metres), unit.name});
 }
 
@@ -140,7 +102,7 @@ void ListUnits(const Options& options) {
 void ListParams(const Options& options) {
   const auto type = static_cast<ProjType>(FindName(ProjectionNames(), options.projection, "projection"));
   static constexpr const char* kTypes[] = {"number", "yes/no", "projection", "zone", "ellipsoid"};
-  Listing list(options, {{"USED", -4}, {"SHORT", -10}, {"TYPE", -10}, {"UNIT", -20}, {"NAME", 0}});
+  Listing list(options.csv, options.words, {{"USED", -4}, {"SHORT", -10}, {"TYPE", -10}, {"UNIT", -20}, {"NAME", 0}});
   const auto add = [&](const Parameter& parameter, const char* used) {
     list.Add({used, parameter.shortName, kTypes[parameter.type], parameter.unit.empty() ? "-" : parameter.unit,
               parameter.name});
@@ -172,7 +134,7 @@ void AddListCommand(CLI::App& app, int& status) {
   };
   const auto addFiltered = [&](const char* name, const char* help, void (*run)(const Options&)) {
     CLI::App* list = add(name, help, run);
-    list->add_option("TEXT", options->filter, "Only rows that hold these words");
+    list->add_option("TEXT", options->words, "Only rows that hold these words");
     return list;
   };
   addFiltered("projections", "The projections", ListProjections);
@@ -180,9 +142,9 @@ void AddListCommand(CLI::App& app, int& status) {
   addFiltered("units", "The units of length", ListUnits);
   addFiltered("zones", "The US state plane zones", ListZones);
   addFiltered("datums", "The datums", ListDatums)->add_option("--ini", options->ini, "INI file with custom datums");
-  add("params", "The parameters of a projection", ListParams)
-      ->add_option("TYPE", options->projection, "Projection by name")
-      ->required();
+  CLI::App* params = add("params", "The parameters of a projection", ListParams);
+  params->add_option("TYPE", options->projection, "Projection by name")->required();
+  params->add_option("TEXT", options->words, "Only rows that hold these words");
   AddListSystems(*command, status);
 }
 

@@ -54,6 +54,7 @@ void AddMapCommand(CLI::App& app, int& status) {
   MapOptions& map = options->map;
   AddProjectionOptions(*command, options->projection);
   command->add_option("-o,--output,--out", options->out, "File to write, - for standard output")->capture_default_str();
+  AddStatedOption(*command, map.stated);
   AddContents(*command, map);
   command->add_option("--bounds", map.bounds, "Part of the globe as W,S,E,N in degrees (default: by projection)");
   command->add_flag("--no-labels", options->noLabels, "No degrees at meridians and parallels");

@@ -2,6 +2,7 @@
 #include "commands/ProjectionOptions.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <set>
 
@@ -72,6 +73,8 @@ std::optional<double> ReadParameterAngle(const Parameter& parameter, const std::
   if ((isLatitude || isLongitude) && IsOtherAxis(angle->hemisphere, isLatitude)) {
     throw Failure(parameter.shortName + "=" + text + " has the letter of a " + (isLatitude ? "longitude" : "latitude"));
   }
+  if (isLatitude && std::abs(angle->degrees) > 90)
+    throw Failure(parameter.shortName + "=" + text + " lies beyond the pole");
   return angle->degrees;
 }
 

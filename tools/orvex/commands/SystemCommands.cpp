@@ -8,6 +8,7 @@
 
 #include "Failure.h"
 #include "commands/DatumOptions.h"
+#include "commands/Listing.h"
 #include "commands/ProjectionOptions.h"
 #include "systems/FindSystem.h"
 #include "systems/SystemRecord.h"
@@ -20,6 +21,7 @@ namespace {
 struct ListOptions {
   std::vector<std::string> words;
   std::string at;
+  bool csv = false;
 };
 
 /// "13.4,52.5": longitude and latitude.
@@ -39,10 +41,18 @@ int List(const ListOptions& options) {
   if (!options.at.empty()) place = ParsePlace(options.at);
   const auto systems = SearchSystems(text, place);
   if (systems.empty()) throw Failure("no coordinate system has all of these words in its name or area");
-  std::printf("%6s  %-10s  %-16s  %s\n", "CODE", "STATE", "UNIT", "NAME");
+  std::vector<Column> columns{{"CODE", 6}, {"STATE", -10}, {"UNIT", -16}, {"NAME", 0}};
+  if (options.csv) columns.push_back({"AREA", 0});
+  const Listing list(options.csv, {}, columns);
   for (const CoordinateSystem* system : systems) {
-    const char* const state = !WhyNotRepresented(*system).empty() ? "refused" : system->deprecated ? "deprecated" : "-";
-    std::printf("%6d  %-10s  %-16s  %s\n", system->code, state, system->UnitOfAxes().name.data(), system->name.data());
+    const char* const state = !WhyNotRepresented(*system).empty() ? "refused"
+                              : system->deprecated                ? "deprecated"
+                              : options.csv                       ? ""
+                                                                  : "-";
+    std::vector<std::string> cells{std::to_string(system->code), state, std::string(system->UnitOfAxes().name),
+                                   std::string(system->name)};
+    if (options.csv) cells.emplace_back(system->AreaOfUse().name);
+    list.Add(cells);
   }
   return kSuccess;
 }
@@ -101,7 +111,7 @@ int Show(const std::string& text) {
   }
   if (!reason.empty()) std::printf("refused     %s\n", reason.c_str());
   ShowDatum(system.Datum());
-  const Unit& unit = system.UnitOfAxes();
+  const AxisUnit& unit = system.UnitOfAxes();
   std::printf("unit        %s (%.16g %s)\n", unit.name.data(), unit.factor, system.IsProjected() ? "m" : "degrees");
   const Area& area = system.AreaOfUse();
   std::printf("area        %s\n            longitude %.7g to %.7g, latitude %.7g to %.7g\n", area.name.data(),
@@ -117,6 +127,7 @@ void AddListSystems(CLI::App& list, int& status) {
   const auto options = std::make_shared<ListOptions>();
   command->add_option("TEXT", options->words, "Words of the name, the code or the area");
   command->add_option("--at", options->at, "Only those in whose area a place lies: LON,LAT");
+  command->add_flag("--csv", options->csv, "Comma-separated, with the areas, for other programs");
   command->callback([options, &status] { status = List(*options); });
 }
 

@@ -3,11 +3,11 @@
 
 #include <cfloat>
 #include <cmath>
-#include <iostream>
 #include <optional>
 
 #include <orvex/orvex.h>
 
+#include "AreaWatch.h"
 #include "Failure.h"
 #include "MapSide.h"
 #include "commands/ByPoint.h"
@@ -102,8 +102,8 @@ class Side {
   void Warn() const {
     if (m_projector) m_projector->Report();
     if (m_system && m_system->Outside() > 0) {
-      std::cerr << "orvex: points outside the area of " << m_system->System().Label() << " ("
-                << m_system->System().AreaOfUse().name << "): " << m_system->Outside() << "\n";
+      WarnOfPointsOutside(m_system->Outside(), "the area of " + m_system->System().Label() + " (" +
+                                                   std::string(m_system->System().AreaOfUse().name) + ")");
     }
   }
 
@@ -116,7 +116,7 @@ class Side {
 
   void SayDeprecated() const {
     if (m_system && m_system->System().deprecated) {
-      std::cerr << "orvex: " << m_system->System().Label() << " \"" << m_system->System().name << "\" is deprecated\n";
+      tool::Warn(m_system->System().Label() + " \"" + std::string(m_system->System().name) + "\" is deprecated");
     }
   }
 

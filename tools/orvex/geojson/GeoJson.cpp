@@ -2,10 +2,13 @@
 #include "geojson/GeoJson.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cfloat>
 #include <cmath>
 #include <cstdio>
+#include <future>
 #include <iostream>
+#include <system_error>
 
 #include <nlohmann/json.hpp>
 
@@ -258,6 +261,32 @@ Json WithSystem(const Json& root, int code) {
   return result;
 }
 
+/// Converts the points in parts, each thread with a converter of its own.
+void ConvertPoints(std::vector<PROJPOINT>& points, const ConverterFactory& makeConverter, int threads) {
+  constexpr std::size_t kPart = 1 << 14;
+  std::atomic<std::size_t> next = 0;
+  const auto work = [&](const Converter& convert) {
+    std::vector<PROJPOINT> part;
+    for (std::size_t begin; (begin = next.fetch_add(kPart)) < points.size();) {
+      const auto first = points.begin() + static_cast<std::ptrdiff_t>(begin);
+      const auto count = static_cast<std::ptrdiff_t>(std::min(kPart, points.size() - begin));
+      part.assign(first, first + count);
+      convert(part);
+      std::copy(part.begin(), part.end(), first);
+    }
+  };
+  std::vector<std::future<void>> helpers;
+  try {
+    for (std::size_t i = 1; i < static_cast<std::size_t>(threads) && i * kPart < points.size(); ++i) {
+      helpers.push_back(std::async(std::launch::async, work, makeConverter()));
+    }
+  } catch (const std::system_error&) {
+    // The system gives no more threads: those that there are do it.
+  }
+  work(makeConverter());
+  for (std::future<void>& helper : helpers) helper.get();
+}
+
 void RefuseTableOptions(const TableOptions& options) {
   if (options.keep || options.format.dms || !options.delimiter.empty() || !options.xColumn.empty() ||
       !options.yColumn.empty() || !options.order.empty() || options.decimalComma) {
@@ -273,7 +302,7 @@ bool IsGeoJsonName(const std::string& file) {
   return lower.ends_with(".geojson") || lower.ends_with(".json");
 }
 
-int ConvertGeoJson(const TableOptions& options, Kind from, Kind to, const Converter& convert) {
+int ConvertGeoJson(const TableOptions& options, Kind from, Kind to, const ConverterFactory& makeConverter) {
   RefuseTableOptions(options);
   RefuseSameFile(options.file, options.output);
   const int usual = to == Kind::Geographic ? kDegreeDecimals : kLengthDecimals;
@@ -289,7 +318,7 @@ int ConvertGeoJson(const TableOptions& options, Kind from, Kind to, const Conver
     throw Failure(DisplayName(options.file) + ": " + e.what());
   }
   const std::size_t count = walker.Points().size();
-  if (count > 0) convert(walker.Points());
+  ConvertPoints(walker.Points(), makeConverter, ThreadCount(options));
   walker.Store(root);
   const bool said = options.resultCode != 0 && options.resultCode != kWgs84;
   OutputFile output(options.output);

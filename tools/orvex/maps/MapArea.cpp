@@ -47,12 +47,12 @@ double CentreLatitude(const PROJDATA& real) {
 }
 
 /// The strip along the line of an oblique map. The line is what the projection's own inverse makes of its axis.
-void AddObliqueStrip(const PROJDATA& real, MapArea& area) {
+void AddObliqueStrip(const PROJDATA& real, bool stated, MapArea& area) {
   PROJDATA plain = real;
   plain.xOrg = plain.yOrg = 0;
   plain.Scale = plain.K0 = 1;
   plain.bRotate = plain.bUOffset = false;
-  CProjector projector(&plain);
+  CProjector projector = MakeProjector(plain, stated);
   PROJPOINT origin{0, 0}, further{real.MajorRadius, 0};
   ProjectPoint(projector, Direction::Inverse, origin);
   ProjectPoint(projector, Direction::Inverse, further);
@@ -70,7 +70,7 @@ void AddObliqueStrip(const PROJDATA& real, MapArea& area) {
 }
 
 /// The largest part of the globe that makes sense on a map of this projection.
-void AddDomains(const PROJDATA& real, MapArea& area) {
+void AddDomains(const PROJDATA& real, bool stated, MapArea& area) {
   const double lon0 = real.Lon0;
   const auto add = [&](auto domain) { area.domains.push_back(std::move(domain)); };
   const auto cap = [&](double lat, double arc) { add(std::make_unique<Cap>(PROJPOINT{lon0, lat}, arc)); };
@@ -98,7 +98,7 @@ void AddDomains(const PROJDATA& real, MapArea& area) {
       return cap(real.Lat1, 180 - kAntipode);
     case PT_HOTINE:
     case PT_OBLIQUEMERCATOR:
-      return AddObliqueStrip(real, area);
+      return AddObliqueStrip(real, stated, area);
     default:
       return box(Band(lon0));
   }
@@ -137,14 +137,14 @@ std::optional<Bounds> WithinTurn(Bounds box) {
   return box;
 }
 
-MapArea ChooseArea(const PROJDATA& record, const std::optional<Bounds>& bounds) {
+MapArea ChooseArea(const PROJDATA& record, const std::optional<Bounds>& bounds, bool stated) {
   if (record.Type == PT_LATLONG) throw Failure("\"Unprojected Lat/Long\" is no projection that can be drawn");
   const PROJDATA real = Expanded(record);
   MapArea area{{}, 0, real.MajorRadius * record.Scale};
   const std::optional<Bounds> part = bounds ? bounds : DefaultBounds(record, real);
   if (part) area.domains.push_back(std::make_unique<Box>(*part));
   const bool everyLongitude = real.Type == PT_EQUICYLINDRICAL;  // a part may lie anywhere on its strip
-  if (!part || !everyLongitude) AddDomains(real, area);
+  if (!part || !everyLongitude) AddDomains(real, stated, area);
   area.frame = part ? 0 : area.domains.size() - 1;
   return area;
 }

@@ -24,7 +24,8 @@ PROJDATA Expanded(PROJDATA record);
 /// not lie within one turn.
 std::optional<Bounds> WithinTurn(Bounds box);
 
-/// The area for a projection, or what the user asked for. Throws Failure for a projection that cannot be drawn.
-MapArea ChooseArea(const PROJDATA& record, const std::optional<Bounds>& bounds);
+/// The area for a projection, or what the user asked for; `stated` as the projection is computed. Throws Failure for a
+/// projection that cannot be drawn.
+MapArea ChooseArea(const PROJDATA& record, const std::optional<Bounds>& bounds, bool stated);
 
 }  // namespace orvex::tool

@@ -14,6 +14,7 @@ namespace {
 
 constexpr double kStep = 0.02;      // degrees of arc either way: differences err by less than 1e-6 of the scale
 constexpr double kPolarLat = 89.9;  // beyond it directions mean little
+constexpr double kJustMore = 1 + 1e-6;
 
 bool Projected(CProjector& projector, PROJPOINT& p) {
   ProjectPoint(projector, Direction::Forward, p);
@@ -41,7 +42,8 @@ DistortionMeter::DistortionMeter(CProjector& projector, const PROJDATA& record)
     : m_projector(projector),
       m_radius(record.MajorRadius),
       m_e2(record.Flattening * (2 - record.Flattening)),
-      m_scale(record.Scale) {
+      m_scale(record.Scale),
+      m_lon0(record.Lon0) {
   if (!KnowsEllipsoid(record, {record.Lon0 + 5, 40})) m_e2 = 0;
 }
 
@@ -49,8 +51,11 @@ std::optional<Distortion> DistortionMeter::At(const PROJPOINT& place) const {
   if (std::abs(place.y) > kPolarLat) return std::nullopt;
   const double cosLat = std::cos(place.y * kRadians), sinLat = std::sin(place.y * kRadians);
   const double dLon = kStep / cosLat, w = 1 - m_e2 * sinLat * sinLat;
-  PROJPOINT west{place.x - dLon, place.y}, east{place.x + dLon, place.y};
-  PROJPOINT south{place.x, place.y - kStep}, north{place.x, place.y + kStep};
+  // Both sides of the far meridian lie at both ends of the map: stay on one of them.
+  const double most = 180 - kJustMore * dLon;
+  const double lon = m_lon0 + std::clamp(std::remainder(place.x - m_lon0, 360), -most, most);
+  PROJPOINT west{lon - dLon, place.y}, east{lon + dLon, place.y};
+  PROJPOINT south{lon, place.y - kStep}, north{lon, place.y + kStep};
   for (PROJPOINT* p : {&west, &east, &south, &north}) {
     if (!Projected(m_projector, *p)) return std::nullopt;
   }

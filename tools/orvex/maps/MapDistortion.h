@@ -32,7 +32,7 @@ class DistortionMeter {
 
  private:
   CProjector& m_projector;
-  double m_radius, m_e2, m_scale;
+  double m_radius, m_e2, m_scale, m_lon0;
 };
 
 }  // namespace orvex::tool

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "Failure.h"
+#include "ProjectPoints.h"
 #include "StatePlane.h"
 #include "commands/ProjectionOptions.h"
 #include "maps/MapFurniture.h"
@@ -141,8 +142,8 @@ class Sheet {
   Sheet(const PROJDATA& record, const MapOptions& options)
       : m_record(record),
         m_options(options),
-        m_projector(&m_record),
-        m_area(ChooseArea(Informed(), ParseBounds(options.bounds))),
+        m_projector(MakeProjector(m_record, IsStated())),
+        m_area(ChooseArea(Informed(), ParseBounds(options.bounds), IsStated())),
         m_painter(m_projector, m_area),
         m_meter(m_projector, Figure()) {}
 
@@ -181,6 +182,10 @@ class Sheet {
   }
 
  private:
+  /// A part of the Equidistant Cylindrical may lie anywhere on its strip, which goes on beyond half a turn; otherwise
+  /// its formula is the same either way.
+  bool IsStated() const { return m_options.stated || m_record.Type == PT_EQUICYLINDRICAL; }
+
   const PROJDATA& Informed() {
     m_projector.GetInfo(&m_record);
     return m_record;

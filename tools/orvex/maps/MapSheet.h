@@ -19,6 +19,7 @@ struct MapOptions {
   double grid = 0;                        ///< map units, 0 for none
   int width = 0, height = 0;              ///< pixels, 0 for what the other asks for
   bool labels = true, zone = true;
+  bool stated = false;  ///< computed as hosts of the library get it, else exactly
 };
 
 /// The picture as SVG. Throws Failure for options that cannot be understood and shapes that cannot be read.

@@ -38,11 +38,9 @@ double WithinHalfTurn(double longitude) {
 }  // namespace
 
 SystemConverter::SystemConverter(const CoordinateSystem& system, bool stated) : m_system(&system) {
-  SystemRecord made = MakeSystemRecord(system);
+  const SystemRecord made = MakeSystemRecord(system);
   m_turn = made.turn;
-  if (!system.IsProjected()) return;
-  m_projector.emplace(&made.record);
-  m_projector->SetAccuracy(stated ? PA_STATED : PA_EXACT);
+  if (system.IsProjected()) m_projector.emplace(MakeProjector(made.record, stated));
 }
 
 void SystemConverter::ToGeographic(std::vector<PROJPOINT>& points) {

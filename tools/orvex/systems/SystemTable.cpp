@@ -20,6 +20,7 @@ struct Method {
 #define ORVEX_METHOD(...) {__VA_ARGS__},
 #define ORVEX_PROJECTION(...) {__VA_ARGS__},
 #define ORVEX_SYSTEM(...) {__VA_ARGS__},
+#define ORVEX_REGION(...) {__VA_ARGS__},
 
 constexpr ReferenceDatum kDatums[] = {
 #include "systems/table/Datums.def"
@@ -27,7 +28,7 @@ constexpr ReferenceDatum kDatums[] = {
 constexpr Area kAreas[] = {
 #include "systems/table/Areas.def"
 };
-constexpr Unit kUnits[] = {
+constexpr AxisUnit kUnits[] = {
 #include "systems/table/Units.def"
 };
 constexpr Method kMethods[] = {
@@ -38,6 +39,14 @@ constexpr ProjectionDefinition kProjections[] = {
 };
 constexpr CoordinateSystem kSystems[] = {
 #include "systems/table/Systems.def"
+};
+
+struct Region {
+  int datum;
+  std::string_view name;
+};
+constexpr Region kRegions[] = {
+#include "systems/table/Regions.def"
 };
 
 constexpr bool PlacesExist(const CoordinateSystem& system) {
@@ -58,7 +67,7 @@ const ReferenceDatum& CoordinateSystem::Datum() const {
   return kDatums[datumPlace];
 }
 
-const Unit& CoordinateSystem::UnitOfAxes() const {
+const AxisUnit& CoordinateSystem::UnitOfAxes() const {
   return kUnits[unitPlace];
 }
 
@@ -81,6 +90,11 @@ std::span<const CoordinateSystem> CoordinateSystems() {
 std::string_view MethodName(int method) {
   const auto* const row = std::ranges::lower_bound(kMethods, method, {}, kCode);
   return row != std::end(kMethods) && row->code == method ? row->name : "";
+}
+
+std::string_view DatumRegion(int datum) {
+  const auto* const found = std::ranges::find(kRegions, datum, &Region::datum);
+  return found == std::end(kRegions) ? std::string_view() : found->name;
 }
 
 }  // namespace orvex::tool

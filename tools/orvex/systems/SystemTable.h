@@ -33,7 +33,7 @@ struct Area {
   bool Contains(const PROJPOINT& point, double margin = 0) const;
 };
 
-struct Unit {
+struct AxisUnit {
   std::string_view name;
   double factor;  ///< metres or degrees
 };
@@ -55,7 +55,7 @@ struct CoordinateSystem {
   bool deprecated;
 
   const ReferenceDatum& Datum() const;
-  const Unit& UnitOfAxes() const;
+  const AxisUnit& UnitOfAxes() const;
   const Area& AreaOfUse() const;
   constexpr bool IsProjected() const { return projectionPlace >= 0; }
   /// Of a projected system.
@@ -66,6 +66,9 @@ struct CoordinateSystem {
 
 /// All systems by ascending code.
 std::span<const CoordinateSystem> CoordinateSystems();
+
+/// Where a datum of the library's catalogue is used, in words; "" for numbers that it has not.
+std::string_view DatumRegion(int datum);
 
 /// The registry's name of a method.
 std::string_view MethodName(int method);

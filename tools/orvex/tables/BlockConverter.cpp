@@ -47,6 +47,7 @@ bool BlockConverter::ReadPoint(std::string_view line, FieldPair& fields, std::ui
     Complain(number, "a quote is not closed");
     return false;
   }
+  if (m_layout.mostColumns < m_fields.size() && !Text(line, m_fields.back()).empty()) ++m_result->longLines;
   const Label label = m_options.labelIn.use;
   const std::size_t lastCoordinate = label == Label::Alone ? 0 : std::max(m_layout.columns[0], m_layout.columns[1]);
   if (std::max(lastCoordinate, label == Label::None ? 0 : m_layout.label) >= m_fields.size()) {
@@ -59,8 +60,15 @@ bool BlockConverter::ReadPoint(std::string_view line, FieldPair& fields, std::ui
   } else if (!ReadCoordinates(fields, line, number, point)) {
     return false;
   }
+  if (label != Label::None) {
+    std::string text = Unquoted(Text(line, m_fields[m_layout.label]));
+    if (m_options.labelIn.readable && !m_options.labelIn.readable(text)) {
+      Complain(number, "cannot read " + m_options.labelIn.name + " \"" + text + "\"");
+      return false;
+    }
+    m_labels.push_back(std::move(text));
+  }
   m_points.push_back(point);
-  if (label != Label::None) m_labels.push_back(Unquoted(Text(line, m_fields[m_layout.label])));
   return true;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,7 @@ struct BlockResult {
   std::string text;
   std::vector<Complaint> complaints;  ///< the first of them
   std::uint64_t complaintCount = 0, badLines = 0, unplottable = 0, converted = 0;
+  std::uint64_t longLines = 0;  ///< with more columns than the layout knows
 };
 
 /// How a table looks by its first line.
@@ -32,6 +34,7 @@ struct Layout {
   Splitter splitter{','};
   ColumnPlaces columns{};
   std::size_t label = 0;  ///< column of the label that is read, if there is one
+  std::size_t mostColumns = std::numeric_limits<std::size_t>::max();  ///< of a line; of a header between commas
 };
 
 /// Converts blocks one after the other. Several of them work beside each other, each with a Converter of its own.

@@ -30,6 +30,7 @@ struct Layout {
   std::array<std::size_t, kColumns> places{0, 1, 2, 3};  // source x and y, destination x and y
   std::optional<std::size_t> name, on;
   std::size_t columns = kColumns;
+  bool ofQgis = false;
 
   /// The first column with one of the names.
   static std::optional<std::size_t> Find(const std::vector<std::string>& header,
@@ -46,6 +47,7 @@ struct Layout {
     const auto sourceX = Find(header, {"sourcex", "pixelx"}), sourceY = Find(header, {"sourcey", "pixely"});
     if (mapX && mapY && sourceX && sourceY) {
       places = {*sourceX, *sourceY, *mapX, *mapY};
+      ofQgis = true;
       return;
     }
     name = Find(header, {"name", "id", "point", "label"});
@@ -125,19 +127,21 @@ class Reader {
 Controls ReadControls(const std::string& file, const std::string& delimiter) {
   Controls controls;
   Reader reader(file, delimiter);
-  std::size_t faults = 0;
+  std::size_t faults = 0, number = 0;
   Layout layout;
   for (bool first = true; reader.Next(); first = false) {
     if (first && reader.closed && IsHeaderLine(reader.fields)) {
       layout = Layout(reader.fields);
       continue;
     }
+    ++number;
     if (reader.closed && IsOff(layout, reader.fields)) continue;
     Row row = ParseRow(layout, reader.fields);
     if (!reader.closed) row.fault = "a quote is not closed";
     if (row.fault.empty()) {
       controls.source.push_back({row.values[0], row.values[1]});
       controls.destination.push_back({row.values[2], row.values[3]});
+      controls.numbers.push_back(number);
       if (layout.name) controls.names.push_back(reader.fields[*layout.name]);
     } else {
       std::cerr << "orvex: " << reader.Place() << ": " << row.fault << "\n";
@@ -149,6 +153,8 @@ Controls ReadControls(const std::string& file, const std::string& delimiter) {
                   " bad lines; each needs source x and y, destination x and y");
   }
   if (controls.source.empty()) throw Failure(DisplayName(file) + " holds no control points");
+  controls.rowsUp = layout.ofQgis && std::all_of(controls.source.begin(), controls.source.end(),
+                                                 [](const GEOREFPOINT& p) { return p.y <= 0; });
   return controls;
 }
 

@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <iostream>
 #include <memory>
-#include <mutex>
 #include <string_view>
 #include <thread>
 #include <utility>
@@ -97,6 +96,7 @@ class TableConverter {
       RefuseSwappedColumns(line, fields);
       return;
     }
+    if (m_layout.splitter.Delimiter() == ',') m_layout.mostColumns = fields.size();
     m_output.Write(text.substr(0, begin));
     WriteHeader(line, fields);
     m_output.Write(line.size() < lineEnd - begin ? "\r\n" : "\n");
@@ -134,7 +134,7 @@ class TableConverter {
 
   void ConvertBlocks() {
     std::vector<BlockConverter> converters;
-    const int threads = m_reader.AtEnd() ? 1 : Threads();
+    const int threads = m_reader.AtEnd() ? 1 : ThreadCount(m_options);
     for (int i = 0; i < threads; ++i) {
       converters.emplace_back(m_options, m_from, m_to, m_layout, m_makeConverter());
     }
@@ -147,11 +147,6 @@ class TableConverter {
     RunPipeline(source, converters, [this](const Block& block, const BlockResult& result) { Take(block, result); });
   }
 
-  int Threads() const {
-    if (m_options.threads > 0) return m_options.threads;
-    return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, kMostThreads);
-  }
-
   void Take(const Block& block, const BlockResult& result) {
     for (const Complaint& complaint : result.complaints) {
       if (m_complaints + static_cast<std::uint64_t>(&complaint - result.complaints.data()) >= kMostComplaints) break;
@@ -161,6 +156,7 @@ class TableConverter {
     m_complaints += result.complaintCount;
     m_badLines += result.badLines;
     m_unplottable += result.unplottable;
+    m_longLines += result.longLines;
     m_converted += result.converted;
     m_output.Write(result.text);
     m_progress.Update(block.bytesRead, block.firstLine + block.lines - 1);
@@ -169,6 +165,10 @@ class TableConverter {
   void Summarise() const {
     if (m_complaints > kMostComplaints) {
       std::cerr << "orvex: " << m_complaints - kMostComplaints << " more such reports\n";
+    }
+    if (m_longLines > 0 && !m_options.quiet) {
+      Warn("lines with more columns than the header: " + std::to_string(m_longLines) +
+           "; decimal commas need quotes or another delimiter, and --decimal-comma");
     }
     if (m_options.quiet || m_badLines + m_unplottable == 0) return;
     std::cerr << "orvex: points converted: " << m_converted << ", unplottable: " << m_unplottable
@@ -184,7 +184,7 @@ class TableConverter {
   Block m_pending;      // with the first points
   std::string m_place;  // of the first line with content
   Layout m_layout;
-  std::uint64_t m_complaints = 0, m_badLines = 0, m_unplottable = 0, m_converted = 0;
+  std::uint64_t m_complaints = 0, m_badLines = 0, m_unplottable = 0, m_converted = 0, m_longLines = 0;
 };
 
 std::uint64_t SizeOf(const std::string& file) {
@@ -263,8 +263,13 @@ void AddTableOptions(CLI::App& command, TableOptions& options) {
   command.add_flag("-q,--quiet", options.quiet, "No progress and no summary");
 }
 
+int ThreadCount(const TableOptions& options) {
+  if (options.threads > 0) return options.threads;
+  return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, kMostThreads);
+}
+
 int ConvertTable(const TableOptions& options, Kind from, Kind to, const ConverterFactory& makeConverter) {
-  if (options.geoJson || IsGeoJsonName(options.file)) return ConvertGeoJson(options, from, to, makeConverter());
+  if (options.geoJson || IsGeoJsonName(options.file)) return ConvertGeoJson(options, from, to, makeConverter);
   return ConvertLabelledTable(options, from, to, [&] {
     return LabelConverter(
         [convert = makeConverter()](std::vector<PROJPOINT>& points, std::vector<std::string>&) { convert(points); });
@@ -280,16 +285,6 @@ int ConvertLabelledTable(const TableOptions& options, Kind from, Kind to, const 
   const FileHandle input = OpenInput(options.file);
   OutputFile output(options.output);
   return TableConverter(options, from, to, makeConverter, input.get(), output, SizeOf(options.file)).Run();
-}
-
-int ConvertTable(const TableOptions& options, Kind from, Kind to, const Converter& convert) {
-  std::mutex mutex;
-  return ConvertTable(options, from, to, ConverterFactory([&] {
-                        return Converter([&](std::vector<PROJPOINT>& points) {
-                          const std::lock_guard<std::mutex> lock(mutex);
-                          convert(points);
-                        });
-                      }));
 }
 
 }  // namespace orvex::tool

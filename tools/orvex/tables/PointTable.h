@@ -18,7 +18,8 @@ enum class Label { None, Beside, Alone };
 
 struct LabelColumn {
   Label use = Label::None;
-  std::string name = {};  ///< in the header
+  std::string name = {};                                       ///< in the header
+  std::function<bool(const std::string&)> readable = nullptr;  ///< of one that is read; none: any
 };
 
 /// How the table looks and what becomes of it.
@@ -51,14 +52,14 @@ using ConverterFactory = std::function<Converter()>;
 using LabelConverter = std::function<void(std::vector<PROJPOINT>&, std::vector<std::string>&)>;
 using LabelConverterFactory = std::function<LabelConverter()>;
 
+/// Threads that the options ask for, or one for each processor.
+int ThreadCount(const TableOptions& options);
+
 /// Runs the table through converters in blocks, so that a file of any size takes constant memory. Lines without two
 /// readable coordinates are reported with their numbers and passed on with empty ones. Answers the exit status.
 int ConvertTable(const TableOptions& options, Kind from, Kind to, const ConverterFactory& makeConverter);
 
 /// The same where the options name columns of labels.
 int ConvertLabelledTable(const TableOptions& options, Kind from, Kind to, const LabelConverterFactory& makeConverter);
-
-/// The same with one converter for all threads, which take turns with it.
-int ConvertTable(const TableOptions& options, Kind from, Kind to, const Converter& convert);
 
 }  // namespace orvex::tool

@@ -46,10 +46,7 @@ void ZonedProjector::Project(Direction direction, std::vector<PROJPOINT>& points
 CProjector& ZonedProjector::Projector(int zone) {
   const auto found = m_projectors.find(zone);
   if (found != m_projectors.end()) return found->second;
-  PROJDATA record = m_grid->Record(zone);
-  CProjector& projector = m_projectors.emplace(zone, &record).first->second;
-  projector.SetAccuracy(m_stated ? PA_STATED : PA_EXACT);
-  return projector;
+  return m_projectors.emplace(zone, MakeProjector(m_grid->Record(zone), m_stated)).first->second;
 }
 
 }  // namespace orvex::tool

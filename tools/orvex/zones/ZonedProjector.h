@@ -19,6 +19,8 @@ class ZonedProjector {
  public:
   ZonedProjector(std::shared_ptr<const ZoneGrid> grid, bool stated) : m_grid(std::move(grid)), m_stated(stated) {}
 
+  const std::shared_ptr<const ZoneGrid>& SharedGrid() const { return m_grid; }
+
   /// Projects every point in its zone; `labels` becomes the zones' labels. Points without zone become DBL_MAX.
   void Forward(std::vector<PROJPOINT>& points, std::vector<std::string>& labels);
 

@@ -62,7 +62,7 @@ class Map {
  public:
   Map(const Projection& projection, const std::optional<tool::Bounds>& bounds)
       : m_projector(projection.projector),
-        m_area(tool::ChooseArea(projection.record, bounds)),
+        m_area(tool::ChooseArea(projection.record, bounds, m_projector.Accuracy() == PA_STATED)),
         m_painter(m_projector, m_area),
         m_meter(m_projector, FigureOf(projection.record)) {
     // A part of this map may lie anywhere on its endless strip; exactly computed, longitudes would be brought back.
