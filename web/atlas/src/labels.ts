@@ -21,13 +21,19 @@ interface Line {
   spots: readonly Spot[];
 }
 
+/** Where the map is. */
+interface Frame {
+  centre: Spot;
+  onMap(x: number, y: number): boolean;
+}
+
 // Pixels.
 const ROOM_X = 40, ROOM_Y = 16, INSET = 14, BESIDE = 7, MEET = 12, SAME = 2.5;
 
 /** Labels for the pieces of a graticule. */
 export function graticuleLabels(chart: Chart, paths: Paths, step: number, view: View, size: Size): Label[] {
   const lines = identify(chart, paths, step, view, size);
-  const centre = middleOf(chart, view, size);
+  const frame: Frame = { centre: middleOf(chart, view, size), onMap: (x, y) => chart.place(view, size, x, y) !== undefined };
   const meridians = lines.filter((line) => line.meridian);
   const ends = meridians.filter((line) => !meetsOthers(line, lowest(line), lines) || meetsOthers(line, highest(line), lines)).map(lowest).filter((end) => inside(end, size, 0));
   const upon = ends.length > 2 && spacing(ends) < MEET;
@@ -38,7 +44,7 @@ export function graticuleLabels(chart: Chart, paths: Paths, step: number, view: 
   const free = (x: number, y: number) => labels.every((other) => Math.abs(other.x - x) > ROOM_X || Math.abs(other.y - y) > ROOM_Y);
   for (const line of lines) {
     if (line.meridian && Math.round(line.degrees / step) % stride !== 0) continue;
-    const label = line.meridian && upon ? atEquator(line) : place(line, lines, centre, size);
+    const label = line.meridian && upon ? atEquator(line) : place(line, lines, frame, size);
     if (label && free(label.x, label.y)) labels.push(label);
   }
   return labels;
@@ -114,7 +120,7 @@ function equatorLabel(line: Line, chart: Chart, view: View, size: Size): Label |
 }
 
 /** Meridians are labelled at their lower end, parallels at their left one. */
-function place(line: Line, lines: readonly Line[], centre: Spot, size: Size): Label | undefined {
+function place(line: Line, lines: readonly Line[], frame: Frame, size: Size): Label | undefined {
   const text = degreesText(line);
   const [first, last] = [firstOf(line), lastOf(line)];
   if (apart(first, last) < SAME && line.spots.length > 4) return uponMiddle(line, text, size);
@@ -122,7 +128,7 @@ function place(line: Line, lines: readonly Line[], centre: Spot, size: Size): La
   if (meetsOthers(line, forwards ? first : last, lines)) forwards = !forwards;
   const ordered = forwards ? line.spots : [...line.spots].reverse();
   const end = ordered[0]!;
-  if (inside(end, size, INSET)) return goesOn(line, end, lines) ? undefined : besideEnd(end, ordered[1]!, centre, text, size);
+  if (inside(end, size, INSET)) return goesOn(line, end, lines) ? undefined : labelBeside(end, besideEnd(end, ordered[1]!, frame), text, size);
   for (let i = 1; i < ordered.length; ++i) {
     const at = entry(ordered[i - 1]!, ordered[i]!, size);
     const onItsSide = at && (line.meridian ? at[1] > size.height - INSET - 1 : at[0] < INSET + 1);
@@ -148,12 +154,14 @@ function uponMiddle(line: Line, text: string, size: Size): Label | undefined {
   return inside([x, y], size, INSET) ? { x, y, text, align: "center", upon: true } : undefined;
 }
 
-/** Off the end of a line: between its own direction there and that away from the middle of the map. */
-function besideEnd(end: Spot, next: Spot, centre: Spot, text: string, size: Size): Label | undefined {
+/** Off the end of a line: away from the middle of the map or on in its own direction, whichever leaves the map. */
+function besideEnd(end: Spot, next: Spot, frame: Frame): Spot {
   const unit = (from: Spot): Spot => [(end[0] - from[0]) / (apart(end, from) || 1), (end[1] - from[1]) / (apart(end, from) || 1)];
-  const [along, away] = [unit(next), unit(centre)];
-  const length = Math.hypot(along[0] + away[0], along[1] + away[1]) || 1;
-  const [ux, uy] = [(along[0] + away[0]) / length, (along[1] + away[1]) / length];
+  const directions = [unit(frame.centre), unit(next)];
+  return directions.find(([ux, uy]) => !frame.onMap(end[0] + 2 * BESIDE * ux, end[1] + 2 * BESIDE * uy)) ?? directions[0]!;
+}
+
+function labelBeside(end: Spot, [ux, uy]: Spot, text: string, size: Size): Label | undefined {
   const x = end[0] + ux * BESIDE;
   const y = end[1] + uy * (BESIDE + 5);
   const align = ux > 0.4 ? "start" : ux < -0.4 ? "end" : "center";
