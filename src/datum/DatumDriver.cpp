@@ -5,6 +5,7 @@
 #include <iterator>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "datum/DatumCatalogue.h"
 #include "datum/DatumDump.h"
@@ -33,6 +34,7 @@ enum Line : int {
   kLineNullPoints = 400,
   kLineBadCount = 401,
   kLineBadDatum = 410,
+  kLineNoCopy = 420,
   kLineSourceUnknown = 430,
   kLineDestinationUnknown = 431,
   kLineSourceMethod = 432,
@@ -129,6 +131,41 @@ class PreparedStep {
   Ntv2Step m_ntv2{};
 };
 
+/// What stands where the results go, to be put back when the conversion fails.
+class Before {
+ public:
+  Before(const PointView& pts, int n) : m_pts{pts.x, pts.y, pts.stride, pts.x, pts.y} {
+    m_places.resize(static_cast<std::size_t>(n));
+    for (int i = 0; i < n; ++i) m_pts.Get(i, At(i).x, At(i).y);
+  }
+  void PutBack() {
+    for (int i = 0; i < static_cast<int>(m_places.size()); ++i) m_pts.Put(i, At(i).x, At(i).y);
+  }
+
+ private:
+  struct Place {
+    double x, y;
+  };
+  Place& At(int i) { return m_places[static_cast<std::size_t>(i)]; }
+
+  PointView m_pts;
+  std::vector<Place> m_places;
+};
+
+/// Runs both steps over points. Parts of a NADCON grid are read on the way: what fails then leaves all points as they
+/// were given.
+bool ConvertOrPutBack(const PointView& pts, int n, const DatumStep& first, const DatumStep& second, bool exact) {
+  const auto convert = [&] { return DatumOperationsFor(n).convert(pts, n, first, second, exact); };
+  if (first.kind != StepKind::Nadcon && first.kind != StepKind::ExactNadcon) return convert();
+  Before before = WithinMemory(kDatumSource, kLineNoCopy, [&] { return Before(pts, n); });
+  try {
+    return convert();
+  } catch (...) {
+    before.PutBack();
+    throw;
+  }
+}
+
 bool NeedsGrid(const DATUM2WGS84& step) {
   return step.Method == DM_NADCON || step.Method == DM_NTV2;
 }
@@ -201,7 +238,7 @@ bool Convert(void* handle, const PointView& pts, int n) {
   PreparedStep first, second;
   if (!first.Prepare(work.SrcDatum, DatumRole::Source, work.Step1, exact)) return false;
   if (!second.Prepare(work.DestDatum, DatumRole::Destination, work.Step2, exact)) return false;
-  if (DatumOperationsFor(n).convert(pts, n, first.Step(), second.Step(), exact)) record->bUnplottable = true;
+  if (ConvertOrPutBack(pts, n, first.Step(), second.Step(), exact)) record->bUnplottable = true;
   return true;
 }
 

@@ -4,13 +4,35 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <climits>
+#include <cstdlib>
+#include <string_view>
+
+#if !defined(__wasm__)
+#include <pthread.h>
+#include <sys/auxv.h>
+#endif
+
 #include "platform/MessageTable.h"
+#include "platform/posix_files.h"
 
 namespace orvex::platform {
 
 namespace {
 
+// The program's path where /proc is missing; found out when the library is loaded, since the program may be named from
+// the directory that was the current one then.
+char g_program[PATH_MAX];
+
+void FindProgram() {
+#if !defined(__wasm__)
+  const char* const name = reinterpret_cast<const char*>(getauxval(AT_EXECFN));
+  if (access("/proc/self/exe", F_OK) == 0 || name == nullptr || realpath(name, g_program) == nullptr) g_program[0] = 0;
+#endif
+}
+
 __attribute__((constructor)) void OnLoad() {
+  FindProgram();
   OnProcessEvent(nullptr, kAttach);
 }
 
@@ -20,11 +42,21 @@ __attribute__((destructor)) void OnUnload() {
 
 }  // namespace
 
+const char* Environment(const char* name) {
+  return secure_getenv(name);
+}
+
+void AtFork([[maybe_unused]] void (*before)(), [[maybe_unused]] void (*after)()) {
+#if !defined(__wasm__)
+  pthread_atfork(before, after, after);
+#endif
+}
+
 std::string ExecutableDirectory() {
-  char path[4096];
+  char path[PATH_MAX];
   const ssize_t length = readlink("/proc/self/exe", path, sizeof path);
-  if (length <= 0 || static_cast<std::size_t>(length) == sizeof path) return {};
-  const std::string file(path, static_cast<std::size_t>(length));
+  if (length == sizeof path) return {};
+  const std::string file = length > 0 ? std::string(path, static_cast<std::size_t>(length)) : std::string(g_program);
   return file.substr(0, file.rfind('/') + 1);
 }
 
@@ -33,15 +65,8 @@ const char* DefaultLogFile() {
 }
 
 void AppendToFile(const char* fileName, const char* text, std::size_t length) {
-  const int file = open(fileName, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644);
-  if (file < 0) return;
-  while (length > 0) {
-    const ssize_t written = write(file, text, length);
-    if (written <= 0) break;
-    text += written;
-    length -= static_cast<std::size_t>(written);
-  }
-  close(file);
+  const Descriptor file = OpenRegular(fileName, O_WRONLY | O_CREAT | O_APPEND, 0644);
+  if (file.IsOpen()) WriteAll(file.Value(), {text, length});
 }
 
 bool LoadMessage(void* /*instance*/, int id, char* buffer, int capacity) {

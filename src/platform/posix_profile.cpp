@@ -18,6 +18,7 @@
 #include "platform/LetterCase.h"
 #include "platform/Platform.h"
 #include "platform/ProfileText.h"
+#include "platform/posix_files.h"
 
 namespace orvex::platform {
 
@@ -76,24 +77,6 @@ std::string Replace(std::string_view text, std::string_view section, const char*
 
 // ---- files ----
 
-class Descriptor {
- public:
-  explicit Descriptor(int value) : m_value(value) {}
-  ~Descriptor() { Close(); }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  int Value() const { return m_value; }
-  bool IsOpen() const { return m_value >= 0; }
-  bool Close() {
-    const int value = m_value;
-    m_value = -1;
-    return value < 0 || close(value) == 0;
-  }
-
- private:
-  int m_value;
-};
-
 // Reads a regular file whole; a missing one leaves the text empty and `status` alone. False for any other trouble.
 bool ReadFile(const char* name, std::string& text, std::optional<struct stat>& status) {
   const Descriptor file(open(name, O_RDONLY | O_CLOEXEC | O_NONBLOCK));  // a pipe must not hold up the host
@@ -110,32 +93,6 @@ bool ReadFile(const char* name, std::string& text, std::optional<struct stat>& s
   }
   status = found;
   return true;
-}
-
-bool WriteAll(int file, std::string_view text) {
-  while (!text.empty()) {
-    const ssize_t count = write(file, text.data(), text.size());
-    if (count < 0 && errno == EINTR) continue;
-    if (count <= 0) return false;
-    text.remove_prefix(static_cast<std::size_t>(count));
-  }
-  return true;
-}
-
-// The file that a chain of symbolic links ends at, whether it exists or not.
-std::filesystem::path FollowLinks(std::filesystem::path path) {
-  constexpr int kMostLinks = 40;
-  std::error_code error;
-  for (int i = 0; i < kMostLinks; ++i) {
-    const std::filesystem::path target = read_symlink(path, error);
-    if (error) break;  // no link
-    path = target.is_absolute() ? target : path.parent_path() / target;
-  }
-  return path;
-}
-
-Descriptor OpenDirectory(const std::filesystem::path& directory) {
-  return Descriptor(open(directory.empty() ? "." : directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
 }
 
 // Makes a file with a name of its own in the target's directory, so that the rename stays within one file system.

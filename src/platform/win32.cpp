@@ -4,7 +4,15 @@
 
 #include <windows.h>
 
+#include <cstdlib>
+
 namespace orvex::platform {
+
+const char* Environment(const char* name) {
+  return std::getenv(name);
+}
+
+void AtFork(void (*)(), void (*)()) {}
 
 std::string ExecutableDirectory() {
   constexpr std::size_t kLongestPath = 32768;  // of any path, its terminator included

@@ -13,21 +13,11 @@ namespace orvex::platform {
 
 namespace {
 
-// Where the profile calls look: a bare name means the Windows directory.
-std::string FullName(const char* fileName) {
-  const std::string name(fileName);
-  if (name.find_first_of("\\/:") != name.npos) return name;
-  char directory[MAX_PATH];
-  const UINT length = GetWindowsDirectoryA(directory, sizeof directory);
-  if (length == 0 || length >= sizeof directory) return name;
-  return std::string(directory, length) + "\\" + name;
-}
-
 // Reads a file whole; a missing one gives an empty text. False for any other trouble.
 bool ReadFileText(const char* fileName, std::string& text) {
-  const HANDLE file =
-      CreateFileA(FullName(fileName).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                  nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  const HANDLE file = CreateFileA(FullProfileName(fileName).c_str(), GENERIC_READ,
+                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                                  FILE_ATTRIBUTE_NORMAL, nullptr);
   if (file == INVALID_HANDLE_VALUE) {
     const DWORD error = GetLastError();
     return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
@@ -62,6 +52,15 @@ bool HoldsEntries(std::string text, std::string_view section) {
 }
 
 }  // namespace
+
+std::string FullProfileName(const char* fileName) {
+  const std::string name(fileName);
+  if (name.find_first_of("\\/:") != name.npos) return name;
+  char directory[MAX_PATH];
+  const UINT length = GetWindowsDirectoryA(directory, sizeof directory);
+  if (length == 0 || length >= sizeof directory) return name;
+  return std::string(directory, length) + "\\" + name;
+}
 
 std::optional<std::size_t> ReadProfileSectionBy(SectionCall call, const char* fileName, const char* section,
                                                 char* buffer, std::size_t capacity) {

@@ -1,12 +1,17 @@
-// win32_profile - the reading of INI sections on Windows, with the system's call as a parameter.
+// win32_profile - INI files on Windows: where they are, and the reading of sections with the system's call as a
+// parameter.
 #pragma once
 
 #include <windows.h>
 
 #include <cstddef>
 #include <optional>
+#include <string>
 
 namespace orvex::platform {
+
+/// Where the profile calls look: a bare name means the Windows directory.
+std::string FullProfileName(const char* fileName);
 
 /// GetPrivateProfileSectionA or what stands in for it.
 using SectionCall = DWORD(WINAPI*)(LPCSTR section, LPSTR buffer, DWORD capacity, LPCSTR fileName);

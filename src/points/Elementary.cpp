@@ -30,10 +30,16 @@ struct Product128 {
   std::uint64_t high, low;
 };
 Product128 Multiply(std::uint64_t a, std::uint64_t b) {
+#if defined(__SIZEOF_INT128__)
+  __extension__ using Whole = unsigned __int128;
+  const Whole product = Whole{a} * b;
+  return {static_cast<std::uint64_t>(product >> 64), static_cast<std::uint64_t>(product)};
+#else
   constexpr std::uint64_t kHalf = 0xffffffff;
   const std::uint64_t aHigh = a >> 32, aLow = a & kHalf, bHigh = b >> 32, bLow = b & kHalf;
   const std::uint64_t low = aLow * bLow, middle = aHigh * bLow + (low >> 32), other = aLow * bHigh + (middle & kHalf);
   return {aHigh * bHigh + (middle >> 32) + (other >> 32), (other << 32) | (low & kHalf)};
+#endif
 }
 /// Below 2^52, without a conversion instruction, which the x87 unit would do on 32-bit machines.
 double FromWhole(std::uint64_t whole) {
@@ -68,11 +74,17 @@ ReducedAngle<double> ReduceHugeAngle(double size) {
     f[0] = 0x4000000000000000 - f[0] - ((f[1] | f[2]) != 0);
   }
   int scale = -62;
-  while ((f[0] >> 63) == 0) {
-    f[0] = (f[0] << 1) | (f[1] >> 63);
-    f[1] = (f[1] << 1) | (f[2] >> 63);
-    f[2] <<= 1;
-    --scale;
+  if (f[0] == 0) {
+    f[0] = f[1];
+    f[1] = f[2];
+    f[2] = 0;
+    scale -= 64;
+  }
+  if (const int zeros = __builtin_clzll(f[0]); zeros > 0) {  // no double is so near a quarter turn that it is 0
+    f[0] = f[0] << zeros | f[1] >> (64 - zeros);
+    f[1] = f[1] << zeros | f[2] >> (64 - zeros);
+    f[2] <<= zeros;
+    scale -= zeros;
   }
   const double high = FromWhole(f[0] >> 12) * PowerOfTwoOf(scale + 12);
   const double low52 = FromWhole((f[0] & 0xfff) << 40 | f[1] >> 24) * PowerOfTwoOf(scale - 40);

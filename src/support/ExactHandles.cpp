@@ -8,6 +8,7 @@
 #include <mutex>
 #include <new>
 
+#include "platform/Platform.h"
 #include "support/Errors.h"
 
 namespace orvex::detail {
@@ -60,6 +61,15 @@ class Place {
   std::lock_guard<std::mutex> m_lock;
   Node** m_link;
 };
+
+// A child process has only the thread that forked: it must find no chain locked by another one.
+void HoldChains() {
+  for (std::mutex& lock : locks) lock.lock();
+}
+void ReleaseChains() {
+  for (std::mutex& lock : locks) lock.unlock();
+}
+[[maybe_unused]] const bool atFork = (platform::AtFork(HoldChains, ReleaseChains), true);
 
 }  // namespace
 

@@ -3,7 +3,6 @@
 
 #include <cstdarg>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <ctime>
 
@@ -38,7 +37,7 @@ void LogBannerText(const char* format) {
 
 void OnAttach(void* instance) {
   g_state.instance = instance;
-  LogSetup(std::getenv("TALVENLOG") != nullptr, platform::DefaultLogFile());
+  LogSetup(platform::Environment("TALVENLOG") != nullptr, platform::DefaultLogFile());
   LogPrintf("\n%s", kRule);
   if (LogEnabled()) LogBannerText("TALVEN.DLL log output started at %s");
   LogPrintf("%s", kRule);

@@ -1,9 +1,11 @@
 // Built-in and custom datums as one list by name: text form, lookups, refusals, what happens to the rest of the file.
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <thread>
 
 #include <orvex/datum.h>
 
@@ -265,6 +267,23 @@ TEST_F(CustomStore, randomDamageDoesNoHarm) {
     ASSERT_TRUE(Save("New", Params(DM_NOXFORM, ET_USER_DEFINED))) << testing::PrintToString(ReadWholeFile(m_ini));
     ASSERT_TRUE(NDatExists(Ini(), "New", nullptr));
   }
+}
+
+TEST_F(CustomStore, threadsThatSaveAtOnceLoseNothing) {
+  constexpr int kThreads = 4, kNames = 10;
+  std::atomic<bool> all{true};
+  std::thread threads[kThreads];
+  for (int t = 0; t < kThreads; ++t) {
+    threads[t] = std::thread([&, t] {
+      for (int i = 0; i < kNames; ++i) {
+        const std::string name = std::to_string(t) + "-" + std::to_string(i);
+        all = Save(name.c_str(), Params(DM_NOXFORM, ET_USER_DEFINED)) && all;
+      }
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_TRUE(all);
+  EXPECT_EQ(NDatNumDatums(Ini()), 254 + kThreads * kNames);
 }
 
 #if !defined(_WIN32)

@@ -387,5 +387,52 @@ TEST(ProjectionContract, WildRecordsAndPoints) {
   EXPECT_LT(slowest, CLOCKS_PER_SEC) << "for 24 points";
 }
 
+// A marker in one coordinate stays, the formula passes the point by, and the other coordinate goes through what stands
+// before and behind the formula. No such point sets the result of a projection, not even the one that is made here.
+TEST(HalfMarked, theOtherCoordinateGoesOn) {
+  constexpr double kRadians = 0.017453292519943295;
+  struct Row {
+    bool forward, placed;
+    PROJPOINT given, want;
+  };
+  const Row rows[] = {
+      {true, false, {DBL_MAX, 100}, {DBL_MAX, 80 * kRadians}},
+      {true, false, {400, DBL_MAX}, {40 * kRadians, DBL_MAX}},
+      {true, true, {DBL_MAX, 100}, {DBL_MAX, (80 * kRadians + 20) * 2}},
+      {true, true, {-730, DBL_MAX}, {(-10 * kRadians + 10) * 2, DBL_MAX}},
+      {false, false, {DBL_MAX, 0.5}, {DBL_MAX, 0.5 / kRadians}},
+      {false, true, {DBL_MAX, 42}, {DBL_MAX, 1 / kRadians}},
+      {false, true, {40, DBL_MAX}, {10 / kRadians - 360, DBL_MAX}},
+      {false, false, {1e307, 0.5}, {DBL_MAX, std::atan(std::sinh(0.5)) / kRadians}},  // too many degrees for a double
+  };
+  for (const Row& row : rows) {
+    PROJDATA record{};
+    record.Type = PT_MERCATOR;
+    record.MajorRadius = 1;
+    if (row.placed) {
+      record.xOrg = 10;
+      record.yOrg = 20;
+      record.Scale = 2;
+    }
+    CProjector projector(&record);
+    PROJPOINT p = row.given;
+    EXPECT_TRUE(row.forward ? projector.Forward(&p, 1) : projector.Inverse(&p, 1));
+    SCOPED_TRACE(testing::Message() << "forward " << row.forward << ": " << row.given.x << ", " << row.given.y);
+    EXPECT_NEAR(p.x, row.want.x, 1e-12);
+    EXPECT_NEAR(p.y, row.want.y, 1e-12);
+    EXPECT_EQ(projector.Result(), 0);
+  }
+  DATUMXFORM xform{};
+  xform.SrcDatum = DT_NORTH_AMERICAN_DATUM_1927;
+  xform.DestDatum = DT_WORLD_GEODETIC_SYSTEM_1984;
+  CDatumTransform transform(&xform);
+  for (const auto& [given, want] : {std::pair(DATUMPOINT{DBL_MAX, 100}, DATUMPOINT{DBL_MAX, 80}),
+                                    std::pair(DATUMPOINT{400, DBL_MAX}, DATUMPOINT{40, DBL_MAX})}) {
+    DATUMPOINT p = given;
+    EXPECT_TRUE(transform.Convert(&p, 1) && transform.HadUnplottables());  // as for a marker
+    EXPECT_TRUE(p.x == want.x && p.y == want.y) << p.x << ", " << p.y;
+  }
+}
+
 }  // namespace
 }  // namespace orvex::test

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include <orvex/grids.h>
 #include <orvex/orvex.h>
 #include <orvex/orvex_c.h>
 #include <shr/exception.h>
@@ -276,6 +277,7 @@ TEST_F(Memory, OnlyTheLibrarysExceptionComesOut) {
       bool happened = true;
       while (happened && ++k < 2000) {
         detail::SetNtv2Path(m_grid.c_str());
+        WriteFile(g_ini, kBefore);  // what changed lately is not kept in memory
         char text[256] = "";
         int id = 0;
         bool foreign = false;
@@ -388,6 +390,38 @@ TEST_F(Memory, ASaveThatFailsHasStoredNothing) {
     EXPECT_NE(ReadWholeFile(g_ini), kBefore);
   }
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(m_directory.Path()), {}), 2) << "files left behind";
+}
+
+// Parts of a NADCON grid are allocated on the way; what fails then leaves every point as it was given.
+TEST_F(Memory, ADatumConversionThatThrowsConvertsNothing) {
+  const NadconGrid grid{273, 121, -131, 20, 0.25};
+  for (const char* name : {"conus.LAS", "conus.LOS"}) {
+    WriteFile(m_directory / name, NadconFile(grid, [](int, int) { return 36.0; }));
+  }
+  ASSERT_TRUE(DatSetGridDirectory(m_directory.Path().string().c_str()));
+  DATUMXFORM xform{};
+  xform.SrcDatum = DT_NAD_1927_CONUS_NADCON;
+  xform.DestDatum = DT_NORTH_AMERICAN_DATUM_1927;
+  CDatumTransform transform(&xform);
+  const std::vector<DATUMPOINT> given{{-100, 21}, {260, 135}, {-100, 40}, {-100, 49}};  // in three parts
+  long k = 0;
+  for (bool happened = true; happened;) {
+    std::vector<DATUMPOINT> points = given;
+    int id = 0;
+    {
+      const FailingAllocations failing(++k, false);
+      try {
+        transform.Convert(points.data(), 4);
+      } catch (const shr::Exception& e) {
+        id = e.MessageId();
+      }
+      happened = failing.Happened();
+    }
+    EXPECT_EQ(id, happened ? 20201 : 0) << "allocation " << k;
+    EXPECT_EQ(std::memcmp(points.data(), given.data(), given.size() * sizeof given[0]) == 0, happened) << k;
+  }
+  EXPECT_GT(k, 10);
+  DatSetGridDirectory(nullptr);
 }
 
 TEST_F(Memory, ExceptionsShareAReserve) {

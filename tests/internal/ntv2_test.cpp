@@ -137,6 +137,35 @@ TEST_F(Ntv2Step, resultsDoNotDependOnTheOrderOfPoints) {
   }
 }
 
+// The index answers as a search from the first rectangle to the last, whatever way they lie, edges and corners
+// included.
+TEST(SubGridIndex, findsWhatASearchInOrderFinds) {
+  std::mt19937 random(12);
+  for (int round = 0; round < 300; ++round) {
+    const int size = 1 + round % 40, last = 1 + round % 13;
+    std::uniform_int_distribution<int> place(0, last), twice(-1, 2 * last + 3);
+    std::vector<SubGridLimits> limits;
+    for (int i = 0; i < size; ++i) {
+      const int a = place(random), b = place(random), c = place(random), d = place(random);
+      limits.push_back({std::min(a, b) + 0.0, std::max(a, b) + 1.0, std::min(c, d) + 0.0, std::max(c, d) + 1.0});
+    }
+    const SubGridIndex index(limits);
+    for (int i = 0; i < 500; ++i) {
+      const double x = twice(random) / 2.0, y = twice(random) / 2.0;
+      std::uint32_t inside = SubGridIndex::kNone, closing = SubGridIndex::kNone;
+      for (std::uint32_t k = static_cast<std::uint32_t>(size); k-- > 0;) {
+        const SubGridLimits& g = limits[k];
+        if (y < g.south || y > g.north || x < g.east || x > g.west) continue;
+        closing = k;
+        if (y < g.north && x < g.west) inside = k;
+      }
+      ASSERT_EQ(index.First(x, y), inside != SubGridIndex::kNone ? inside : closing) << round << ": " << x << ", " << y;
+    }
+    EXPECT_EQ(index.First(std::nan(""), 0.5), SubGridIndex::kNone);
+    EXPECT_EQ(index.First(0.5, std::nan("")), SubGridIndex::kNone);
+  }
+}
+
 TEST_F(Ntv2Step, inverseEndsAsStated) {
   // Shift north = latitude - 10 degrees, so the iteration swings between 10 degrees and the target for ever; east it
   // never rests either. The eleventh round marks the point and leaves its neighbours alone.
@@ -217,6 +246,13 @@ TEST_F(Ntv2Step, refusesWhatContradictsItself) {
     Ntv2Grid grid;
     EXPECT_EQ(static_cast<int>(ReadBytes(bytes, grid)), row.code) << row.what;
     EXPECT_EQ(grid.SubGridCount(), 0u) << row.what;
+  }
+  std::vector<Ntv2SubGrid> chain;  // each in the one before; points go down level by level
+  for (int i = 0; i < 101; ++i) {
+    chain.push_back({"L" + std::to_string(i), i == 0 ? "NONE" : chain.back().name, -81, 45, -80, 46, 1, Constant(1)});
+    Ntv2Grid grid;
+    if (i < 99) continue;
+    EXPECT_EQ(ReadBytes(Ntv2File(chain), grid), i == 99 ? Ntv2Status::Ok : Ntv2Status::Corrupt) << i;
   }
   // Cut anywhere before the END record: refused; without it or with junk behind: accepted.
   for (std::size_t length = 0; length <= good.size() - 16; ++length) {

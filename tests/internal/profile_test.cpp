@@ -199,7 +199,8 @@ TEST_F(Profile, aFileThatCannotBeReadIsNotAnEmptyOne) {
   } faults[] = {
       {SystemCall::Open, EIO, 1},    {SystemCall::Open, EMFILE, 1}, {SystemCall::Open, ENOMEM, 1},
       {SystemCall::Open, EACCES, 1}, {SystemCall::Fstat, EIO, 1},   {SystemCall::Read, EIO, 1},
-      {SystemCall::Read, EIO, 2},    {SystemCall::Open, EMFILE, 2}, {SystemCall::Read, EIO, 3},
+      {SystemCall::Read, EIO, 2},    {SystemCall::Open, EMFILE, 2}, {SystemCall::Open, EMFILE, 3},
+      {SystemCall::Read, EIO, 3},
   };
   const std::string ini = m_file.string();
   WriteFile(m_file, before);

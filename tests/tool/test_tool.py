@@ -846,6 +846,13 @@ class Georef(ToolTest):
                                    ("empty.csv", "tps", "no control points"), ("good.csv", "afine", 'mean "affine"'),
                                    ("none.csv", "affine", "cannot open")]:
             self.refused("georef", "--controls", file, "--method", method, says=says)
+        for file, says in [("/proc/self/mem", "cannot read /proc/self/mem"), (self.directory, "is a directory")]:
+            self.refused("georef", "--controls", file, "--method", "affine", says=says)  # no reading is not the end
+            for option in ["--land", "--points"]:
+                self.refused("map", "--proj", "mollweide", option, file, says=says)
+        with subprocess.Popen([PROGRAM, "georef", "--controls", "-", "--method", "affine", "--report"], stderr=subprocess.PIPE,
+                              stdin=os.open(self.directory, os.O_RDONLY)) as georef:
+            self.assertIn(b"cannot read standard input", georef.stderr.read())
         messages = run("georef", "--controls", self.file("bad.csv"), "--method", "affine")[2]
         self.assertEqual(re.findall(r"bad\.csv:(\d):", messages), ["3", "5", "6"])
         good = ["georef", "--controls", "good.csv", "--method"]

@@ -1,7 +1,6 @@
 // GridDirectory - finds grid files where the host said that they are, else beside the program.
 #include "datum/grids/GridDirectory.h"
 
-#include <cstdio>
 #include <mutex>
 #include <new>
 #include <utility>
@@ -31,6 +30,8 @@ class Directory {
     return m_directory;
   }
 
+  std::mutex& Mutex() { return m_mutex; }
+
  private:
   std::mutex m_mutex;
   std::string m_directory;
@@ -41,25 +42,28 @@ Directory& HostDirectory() {
   return directory;
 }
 
-bool IsThere(const std::string& path) {
-  std::FILE* const file = std::fopen(path.c_str(), "rb");
-  if (file != nullptr) std::fclose(file);
-  return file != nullptr;
+std::string FirstOf(const std::string& directory, std::initializer_list<std::string> names) {
+  if (directory.empty()) return {};
+  for (const std::string& name : names) {
+    if (platform::IsFileThere(directory + name)) return directory + name;
+  }
+  return {};
 }
 
 }  // namespace
 
 std::string FindGridFile(std::initializer_list<std::string> names) {
   const std::string host = HostDirectory().Get(), program = platform::ExecutableDirectory();
-  if (!host.empty()) {
-    for (const std::string& name : names) {
-      if (IsThere(host + name)) return host + name;
-    }
-  }
-  for (const std::string& name : names) {
-    if (IsThere(program + name)) return program + name;
-  }
-  return program + *names.begin();
+  if (std::string path = FirstOf(host, names); !path.empty()) return path;
+  if (std::string path = FirstOf(program, names); !path.empty()) return path;
+  return program.empty() ? std::string() : program + *names.begin();
+}
+
+void HoldGridDirectory() {
+  HostDirectory().Mutex().lock();
+}
+void ReleaseGridDirectory() {
+  HostDirectory().Mutex().unlock();
 }
 
 }  // namespace detail

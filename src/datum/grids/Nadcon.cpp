@@ -6,8 +6,6 @@
 // or the header record.
 #include <algorithm>
 #include <array>
-#include <climits>
-#include <cstdio>
 #include <memory>
 #include <new>
 #include <optional>
@@ -18,6 +16,7 @@
 #include "datum/grids/GridDirectory.h"
 #include "datum/grids/Nadcon.h"
 #include "datum/grids/NadconShift.h"
+#include "platform/Platform.h"
 #include "support/Errors.h"
 #include "support/Log.h"
 
@@ -27,21 +26,21 @@ namespace {
 
 // Positions that failures report.
 constexpr int kMissingFileLine = 96;
+constexpr int kReadLine = 97;
 constexpr int kNoMemoryLine = 98;
 
+constexpr int kMsgReadFailed = 20203;
+
 // A grid file as four-byte words. Blocks that points fall on are kept for the time of the call, in a table of fixed
-// size, so that many points cost few reads and neither one point nor a hostile header costs much memory.
+// size, so that many points cost few reads and neither one point nor a hostile header costs much memory. A read that
+// fails throws 20203; the end of the file is no failure.
 class WordFile {
  public:
-  explicit WordFile(const std::string& path) : m_file(std::fopen(path.c_str(), "rb")) {
-    if (m_file) std::setvbuf(m_file.get(), nullptr, _IONBF, 0);
-  }
-  bool IsOpen() const { return m_file != nullptr; }
+  explicit WordFile(const std::string& path) : m_file(path) {}
+  bool IsOpen() const { return m_file.IsOpen(); }
 
   // Reads bytes from the start of the file; false when there are fewer.
-  bool ReadStart(unsigned char* bytes, std::size_t count) {
-    return std::fseek(m_file.get(), 0, SEEK_SET) == 0 && std::fread(bytes, 1, count, m_file.get()) == count;
-  }
+  bool ReadStart(unsigned char* bytes, std::size_t count) { return ReadAt(0, bytes, count) == count; }
 
   // The words `word` and `word + 1` as floats; false when the file does not hold both.
   bool Pair(std::uint64_t word, double& first, double& second) {
@@ -62,10 +61,6 @@ class WordFile {
     std::size_t wordsRead = 0;
     std::array<unsigned char, 4 * (kBlockWords + 1)> bytes;  // one word into the next block: no pair is split
   };
-  struct Closer {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-  };
-
   const Block& BlockAt(std::uint64_t number) {
     std::unique_ptr<Block>& slot = m_slots[number % kSlots];
     if (!slot) slot = std::make_unique<Block>();
@@ -74,15 +69,18 @@ class WordFile {
   }
 
   void Read(Block& block, std::uint64_t number) {
-    constexpr std::uint64_t kLastBlock = LONG_MAX / (4 * kBlockWords);
+    block.number = UINT64_MAX;  // until it has been read
+    block.wordsRead = ReadAt(number * 4 * kBlockWords, block.bytes.data(), block.bytes.size()) / 4;
     block.number = number;
-    block.wordsRead = 0;
-    if (number > kLastBlock) return;
-    if (std::fseek(m_file.get(), static_cast<long>(number * 4 * kBlockWords), SEEK_SET) != 0) return;
-    block.wordsRead = std::fread(block.bytes.data(), 1, block.bytes.size(), m_file.get()) / 4;
   }
 
-  std::unique_ptr<std::FILE, Closer> m_file;
+  std::size_t ReadAt(std::uint64_t position, unsigned char* bytes, std::size_t count) const {
+    const auto read = m_file.ReadAt(position, bytes, count);
+    if (!read) ThrowError("DtmNadcon", kReadLine, kMsgReadFailed);
+    return *read;
+  }
+
+  platform::InputFile m_file;
   std::array<std::unique_ptr<Block>, kSlots> m_slots;
 };
 

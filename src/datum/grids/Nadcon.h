@@ -11,7 +11,7 @@ struct NadconCell;
 enum class NadconExtent;
 
 /// The files "<region>.LAS" and "<region>.LOS" for the time of a call. Asserts from `DtmNadcon` when one cannot be
-/// opened.
+/// opened; throws 20203 from there when reading fails, here or while points are looked for.
 class NadconFiles {
  public:
   explicit NadconFiles(const char* region);

@@ -9,6 +9,7 @@
 #include "datum/DatumStep.h"
 #include "datum/grids/GridDirectory.h"
 #include "datum/grids/Ntv2Grid.h"
+#include "platform/Platform.h"
 
 namespace orvex::detail {
 
@@ -41,6 +42,8 @@ class GridStore {
     m_grid.reset();
   }
 
+  std::mutex& Mutex() { return m_mutex; }
+
  private:
   std::mutex m_mutex;
   std::string m_path;  // empty: beside the executable
@@ -51,6 +54,23 @@ GridStore& Store() {
   static GridStore store;
   return store;
 }
+
+// A child process has only the thread that forked: it must not find the store locked by another one, nor in the making.
+// The locks are taken in the order of a load.
+void HoldGrids() {
+  Store().Mutex().lock();
+  HoldGridDirectory();
+}
+void ReleaseGrids() {
+  ReleaseGridDirectory();
+  Store().Mutex().unlock();
+}
+[[maybe_unused]] const bool g_atFork = [] {
+  HoldGrids();  // makes what is locked
+  ReleaseGrids();
+  platform::AtFork(HoldGrids, ReleaseGrids);
+  return true;
+}();
 
 }  // namespace
 

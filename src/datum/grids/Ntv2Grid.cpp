@@ -40,9 +40,13 @@ Ntv2Cell Ntv2Grid::SubGrid::CellAt(const Position& p) const {
 
 // Southern and eastern edges are a sub-grid's own; the closing edges count only where no other sub-grid takes the
 // point.
-std::size_t Ntv2Grid::FindIn(const std::vector<std::uint32_t>& level, const Position& p) const {
+std::size_t Ntv2Grid::FindIn(const Level& level, const Position& p) const {
+  if (level.index) {
+    const std::uint32_t place = level.index->First(p.west, p.north);
+    return place == SubGridIndex::kNone ? kNone : level.members[place];
+  }
   std::size_t closing = kNone;
-  for (const std::uint32_t index : level) {
+  for (const std::uint32_t index : level.members) {
     if (!m_grids[index].HoldsClosed(p)) continue;
     if (m_grids[index].Holds(p)) return index;
     if (closing == kNone) closing = index;
@@ -72,11 +76,11 @@ bool Ntv2Grid::ComesFirst(const std::vector<std::uint32_t>& level, std::size_t p
 void Ntv2Grid::MarkDecisive() {
   constexpr std::size_t kMostCompared =
       2000;  // a larger level is searched each time, so that no file takes long to load
-  struct Level {
+  struct Family {
     const std::vector<std::uint32_t>* members;
     const SubGrid* parent;
   };
-  std::vector<Level> open{{&m_topLevel, nullptr}};
+  std::vector<Family> open{{&m_topLevel.members, nullptr}};
   while (!open.empty()) {
     const auto [members, parent] = open.back();
     open.pop_back();
@@ -85,13 +89,26 @@ void Ntv2Grid::MarkDecisive() {
       const bool inside = parent == nullptr || (g.south >= parent->south && g.north <= parent->north &&
                                                 g.east >= parent->east && g.west <= parent->west);
       if (!inside || !ComesFirst(*members, place)) continue;
-      if (g.children.empty()) {
+      if (g.children.members.empty()) {
         g.decisive = true;
       } else {
-        open.push_back({&g.children, &g});
+        open.push_back({&g.children.members, &g});
       }
     }
   }
+}
+
+void Ntv2Grid::MakeIndex(Level& level) const {
+  constexpr std::size_t kMostSearched = 32;  // one after the other, which takes less time up to there
+  if (level.members.size() <= kMostSearched) return;
+  std::vector<SubGridLimits> limits;
+  for (const std::uint32_t member : level.members) limits.push_back(m_grids[member]);
+  level.index = std::make_unique<const SubGridIndex>(limits);
+}
+
+void Ntv2Grid::MakeIndexes() {
+  MakeIndex(m_topLevel);
+  for (SubGrid& g : m_grids) MakeIndex(g.children);
 }
 
 }  // namespace orvex::detail

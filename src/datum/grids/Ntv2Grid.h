@@ -4,10 +4,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <istream>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "datum/grids/Ntv2Shift.h"
+#include "datum/grids/SubGridIndex.h"
 
 namespace orvex::detail {
 
@@ -46,13 +48,18 @@ class Ntv2Grid {
  private:
   class Reader;
 
-  struct SubGrid {
-    double south, north, east, west;         // limits
+  /// Sub-grids of one parent, or those without.
+  struct Level {
+    std::vector<std::uint32_t> members;         // in file order
+    std::unique_ptr<const SubGridIndex> index;  // of a large level
+  };
+
+  struct SubGrid : SubGridLimits {
     double rowsPerRadian, columnsPerRadian;  // reciprocal spacings
     std::int32_t rows, columns;              // at least 2 each
     std::vector<Ntv2Node> nodes;             // from the south-east corner, row by row, each from east to west
-    std::vector<std::uint32_t> children;     // in file order
-    bool decisive = false;                   // holding a point settles the choice: see MarkDecisive
+    Level children;
+    bool decisive = false;  // holding a point settles the choice: see MarkDecisive
 
     bool Holds(const Position& p) const {
       return p.north >= south && p.north < north && p.west >= east && p.west < west;
@@ -65,13 +72,15 @@ class Ntv2Grid {
 
   static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
-  std::size_t FindIn(const std::vector<std::uint32_t>& level, const Position& p) const;
+  std::size_t FindIn(const Level& level, const Position& p) const;
   std::size_t Find(const Position& p) const;
   bool ComesFirst(const std::vector<std::uint32_t>& level, std::size_t place) const;
   void MarkDecisive();
+  void MakeIndex(Level& level) const;
+  void MakeIndexes();
 
-  std::vector<SubGrid> m_grids;           // in file order
-  std::vector<std::uint32_t> m_topLevel;  // in file order
+  std::vector<SubGrid> m_grids;  // in file order
+  Level m_topLevel;
 };
 
 }  // namespace orvex::detail

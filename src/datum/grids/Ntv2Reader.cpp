@@ -3,12 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <fstream>
 #include <map>
 #include <new>
+#include <streambuf>
 
 #include "datum/grids/GridBytes.h"
 #include "datum/grids/Ntv2Grid.h"
+#include "platform/Platform.h"
 
 namespace orvex::detail {
 
@@ -16,7 +17,8 @@ namespace {
 
 constexpr std::size_t kRecord = 16, kHeaderRecords = 11, kHeader = kRecord * kHeaderRecords;
 constexpr std::uint64_t kSmallestSubGrid = kHeader + 4 * kRecord;  // two rows of two nodes
-constexpr double kLargestCount = 1e9;                              // rows or columns; keeps the arithmetic in range
+constexpr int kMostLevels = 100;
+constexpr double kLargestCount = 1e9;  // rows or columns; keeps the arithmetic in range
 
 using HeaderBytes = std::array<unsigned char, kHeader>;
 
@@ -104,7 +106,7 @@ class Ntv2Grid::Reader {
     g.rowsPerRadian = 1 / FromSeconds(rowSpacing);
     g.columnsPerRadian = 1 / FromSeconds(columnSpacing);
     // Cells are chosen by these numbers: they must stay within the nodes for every point inside the limits.
-    if (!(std::fabs(g.rowsPerRadian * (g.north - g.south)) < g.rows) ||
+    if (!(g.north > g.south) || !(g.west > g.east) || !(std::fabs(g.rowsPerRadian * (g.north - g.south)) < g.rows) ||
         !(std::fabs(g.columnsPerRadian * (g.west - g.east)) < g.columns)) {
       return false;
     }
@@ -133,25 +135,32 @@ class Ntv2Grid::Reader {
     return true;
   }
 
-  // Parents may follow their children, so sub-grids are linked when all are read. False for an unknown parent and for
-  // sub-grids that no top-level one leads to, that is for parents in a circle.
+  // Parents may follow their children, so sub-grids are linked when all are read. False for an unknown parent, for
+  // sub-grids that no top-level one leads to, that is for parents in a circle, and for more levels than any file has:
+  // points go through them one by one.
   bool Link(Ntv2Grid& grid) const {
     std::vector<SubGrid>& grids = grid.m_grids;
     for (std::uint32_t i = 0; i < grids.size(); ++i) {
       if (m_parents[i] == "NONE") {
-        grid.m_topLevel.push_back(i);
+        grid.m_topLevel.members.push_back(i);
         continue;
       }
       const auto parent = m_byName.find(m_parents[i]);
       if (parent == m_byName.end()) return false;
-      grids[parent->second].children.push_back(i);
+      grids[parent->second].children.members.push_back(i);
     }
-    std::vector<std::uint32_t> reached = grid.m_topLevel;
-    for (std::size_t i = 0; i < reached.size(); ++i) {
-      const std::vector<std::uint32_t>& children = grids[reached[i]].children;
-      reached.insert(reached.end(), children.begin(), children.end());
+    std::size_t reached = 0;
+    std::vector<std::uint32_t> level = grid.m_topLevel.members, next;
+    for (int depth = 0; depth < kMostLevels && !level.empty(); ++depth) {
+      reached += level.size();
+      next.clear();
+      for (const std::uint32_t member : level) {
+        const std::vector<std::uint32_t>& children = grids[member].children.members;
+        next.insert(next.end(), children.begin(), children.end());
+      }
+      level.swap(next);
     }
-    return reached.size() == grids.size();
+    return reached == grids.size();
   }
 
   std::istream& m_in;
@@ -161,19 +170,63 @@ class Ntv2Grid::Reader {
   std::vector<std::string> m_parents;
 };
 
+namespace {
+
+// A file as what a stream reads from. A read that fails looks like the end of the file, which comes too soon then.
+class FileBuffer : public std::streambuf {
+ public:
+  explicit FileBuffer(const platform::InputFile& file) : m_file(file) {}
+
+ protected:
+  int_type underflow() override {
+    m_position += static_cast<std::uint64_t>(egptr() - eback());
+    const std::size_t count = m_file.ReadAt(m_position, m_bytes.data(), m_bytes.size()).value_or(0);
+    setg(m_bytes.data(), m_bytes.data(), m_bytes.data() + count);
+    return count > 0 ? traits_type::to_int_type(m_bytes[0]) : traits_type::eof();
+  }
+  // To the beginning or the end, or nowhere, which is all that is asked for.
+  pos_type seekoff(off_type offset, std::ios::seekdir from, std::ios::openmode) override {
+    if (offset != 0) return pos_type(off_type(-1));
+    if (from != std::ios::cur) {
+      m_position = from == std::ios::end ? m_file.Size() : 0;
+      setg(m_bytes.data(), m_bytes.data(), m_bytes.data());
+    }
+    return pos_type(static_cast<off_type>(m_position) + (gptr() - eback()));
+  }
+
+ private:
+  const platform::InputFile& m_file;
+  std::uint64_t m_position = 0;  // of the first byte in the buffer
+  std::array<char, 65536> m_bytes;
+};
+
+// A file may claim any size when most of it is a hole; nodes in memory take half the room of those in the file.
+bool IsMostlyHole(const platform::InputFile& file) {
+  constexpr std::uint64_t kHarmless = std::uint64_t{256} << 20, kSparsest = 16;
+  return file.Size() > kHarmless && !file.HoldsData(file.Size() / kSparsest);
+}
+
+}  // namespace
+
 Ntv2Status Ntv2Grid::Read(std::istream& in) {
   Ntv2Grid grid;
   const Ntv2Status status = Reader(in).ReadInto(grid);
-  if (status == Ntv2Status::Ok) grid.MarkDecisive();
+  if (status == Ntv2Status::Ok) {
+    grid.MarkDecisive();
+    grid.MakeIndexes();
+  }
   *this = status == Ntv2Status::Ok ? std::move(grid) : Ntv2Grid{};
   return status;
 }
 
 Ntv2Status Ntv2Grid::Load(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  if (file) return Read(file);
   *this = Ntv2Grid{};
-  return Ntv2Status::CannotOpen;
+  const platform::InputFile file(path);
+  if (!file.IsOpen()) return Ntv2Status::CannotOpen;
+  if (IsMostlyHole(file)) return Ntv2Status::Corrupt;
+  FileBuffer buffer(file);
+  std::istream in(&buffer);
+  return Read(in);
 }
 
 }  // namespace orvex::detail

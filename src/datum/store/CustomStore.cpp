@@ -1,7 +1,10 @@
 // CustomStore - built-in datums and those of the host's INI file as one list by name.
-// Each call reads the section "Custom Datums" afresh and keeps nothing. Every failure is a false.
+// Each call reads the section "Custom Datums" afresh; only the list of the names that were asked for one by one is
+// kept, for as long as the file stays as it is. Every failure is a false.
 #include <cstring>
 #include <exception>
+#include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -41,6 +44,7 @@ class Section {
   explicit Section(const char* ini) : m_ini(ini) {
     std::vector<char> buffer(kSectionCapacity);
     const auto length = platform::ReadProfileSection(ini, kSection, buffer.data(), buffer.size());
+    m_read = length.has_value();
     if (!length) m_whole = false;
     if (!length || *length == 0) return;
     if (*length < kLeastLength) {
@@ -54,6 +58,9 @@ class Section {
   }
 
   const std::vector<std::string>& Entries() const { return m_entries; }
+
+  // Whether the file could be read, or is missing.
+  bool IsRead() const { return m_read; }
 
   // First entry whose beginning is "key=" without regard to case.
   std::optional<std::size_t> Find(std::string_view name) const {
@@ -100,10 +107,61 @@ class Section {
   }
 
   const char* m_ini;
+  bool m_read = false;
   bool m_whole = true;  // all that the file holds has been read
   std::string m_stray;  // a line too short to count as an entry; kept in the file
   std::vector<std::string> m_entries;
 };
+
+// The entries of the file that was listed last, so that going through all names of a file reads it once.
+class Listing {
+ public:
+  using Entries = std::shared_ptr<const std::vector<std::string>>;
+
+  Entries Of(const char* ini) {
+    const auto state = platform::SettledState(ini);
+    if (Entries known = state ? Known(*state) : nullptr) return known;
+    const Section section(ini);
+    const auto entries = std::make_shared<const std::vector<std::string>>(section.Entries());
+    if (state && section.IsRead() && platform::SettledState(ini) == state) Keep(*state, entries);
+    return entries;
+  }
+
+  std::mutex& Mutex() { return m_mutex; }
+
+ private:
+  Entries Known(const platform::FileState& state) {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_state == state ? m_entries : nullptr;
+  }
+  void Keep(const platform::FileState& state, Entries entries) {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_state = state;
+    m_entries.swap(entries);
+  }
+
+  std::mutex m_mutex;
+  std::optional<platform::FileState> m_state;
+  Entries m_entries;
+};
+
+Listing& TheListing() {
+  static Listing listing;
+  return listing;
+}
+
+// A child process has only the thread that forked: it must not find the listing locked by another one.
+void HoldListing() {
+  TheListing().Mutex().lock();
+}
+void ReleaseListing() {
+  TheListing().Mutex().unlock();
+}
+[[maybe_unused]] const bool g_atFork = [] {
+  TheListing();
+  platform::AtFork(HoldListing, ReleaseListing);
+  return true;
+}();
 
 std::optional<DatumType> BuiltIn(const char* name) {
   DatumType datum = DT_USER_DEFINED;
@@ -131,6 +189,18 @@ Result Guarded(Result failure, Operation operation) {
   }
 }
 
+// Runs a change on the section while nobody else changes the file: what another thread or program stores meanwhile
+// would be lost.
+template <typename Change>
+bool ChangeSection(const char* ini, Change change) {
+  return Guarded(false, [&] {
+    const platform::ProfileLock lock(ini);
+    if (!lock.IsHeld()) return false;
+    Section section(ini);
+    return change(section);
+  });
+}
+
 }  // namespace
 
 int ORVEX_CALL NDatNumDatums(const char* ini) {
@@ -148,10 +218,10 @@ bool ORVEX_CALL NDatEnumDatumName(const char* ini, char* name, int index) {
   }
   if (ini == nullptr) return false;
   return Guarded(false, [&] {
-    const Section section(ini);
+    const Listing::Entries entries = TheListing().Of(ini);
     const auto custom = static_cast<std::size_t>(index - kBuiltIn);
-    if (custom >= section.Entries().size()) return false;
-    const std::string& entry = section.Entries()[custom];
+    if (custom >= entries->size()) return false;
+    const std::string& entry = (*entries)[custom];
     const std::string unescaped = UnescapeName(std::string_view(entry).substr(0, entry.find('=')));
     detail::CopyText(name, unescaped.c_str(), kNameCapacity);
     return true;
@@ -216,8 +286,7 @@ bool ORVEX_CALL NDatSave(const char* ini, const char* name, const DATUM2WGS84* p
   LogPrintf("NDatSave(ini=\"%s\", name=\"%s\", params=%p)\n", LogText(ini), LogText(name),
             static_cast<const void*>(params));
   if (ini == nullptr || name == nullptr || params == nullptr || BuiltIn(name)) return false;
-  return Guarded(false, [&] {
-    Section section(ini);
+  return ChangeSection(ini, [&](Section& section) {
     const auto value = DatumParamsToText(*params);
     return value && section.Set(name, *value) && section.Write();
   });
@@ -226,8 +295,7 @@ bool ORVEX_CALL NDatSave(const char* ini, const char* name, const DATUM2WGS84* p
 bool ORVEX_CALL NDatDelete(const char* ini, const char* name) {
   LogPrintf("NDatDelete(ini=\"%s\", name=\"%s\")\n", LogText(ini), LogText(name));
   if (ini == nullptr || name == nullptr || BuiltIn(name)) return false;
-  return Guarded(false, [&] {
-    Section section(ini);
+  return ChangeSection(ini, [&](Section& section) {
     const auto index = section.Find(name);
     if (!index) return false;
     section.Remove(*index);

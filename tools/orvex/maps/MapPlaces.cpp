@@ -37,7 +37,7 @@ class PlaceTable {
       else
         ReadPlace(fields);
     }
-    if (m_in.bad()) throw Failure("cannot read " + m_file);
+    RequireEnd(m_file, m_in);
     return std::move(m_places);
   }
 

@@ -109,7 +109,7 @@ Shapes ReadShapes(const std::string& file) {
     std::ifstream in;
     OpenInput(file, in);
     Reader(in, file).ReadAll(rings, lines);
-    if (in.bad()) throw Failure("cannot read " + file);
+    RequireEnd(file, in);
   }
   Shapes shapes(1);
   shapes[0].areas = Nested(std::move(rings));

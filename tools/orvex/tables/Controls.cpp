@@ -87,7 +87,7 @@ bool IsOff(const Layout& layout, const std::vector<std::string>& fields) {
 class Reader {
  public:
   Reader(const std::string& file, std::string delimiter)
-      : m_name(DisplayName(file)), m_delimiter(std::move(delimiter)) {
+      : m_path(file), m_name(DisplayName(file)), m_delimiter(std::move(delimiter)) {
     if (file != "-") OpenInput(file, m_file);
     m_in = file == "-" ? &std::cin : &m_file;
   }
@@ -105,6 +105,7 @@ class Reader {
       for (const Field& place : m_places) fields.push_back(Unquoted(Text(line, place)));
       return true;
     }
+    RequireEnd(m_path, *m_in);
     return false;
   }
 
@@ -114,7 +115,7 @@ class Reader {
   bool closed = true;  ///< no quote was left open
 
  private:
-  std::string m_name, m_delimiter;
+  std::string m_path, m_name, m_delimiter;
   std::ifstream m_file;
   std::istream* m_in = nullptr;
   std::optional<Splitter> m_splitter;

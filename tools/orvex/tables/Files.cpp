@@ -74,6 +74,10 @@ void OpenInput(const std::string& file, std::ifstream& stream) {
   if (!stream) throw Failure("cannot open " + file);
 }
 
+void RequireEnd(const std::string& file, const std::istream& stream) {
+  if (stream.bad() || (file == "-" && std::ferror(stdin) != 0)) throw Failure("cannot read " + DisplayName(file));
+}
+
 void RefuseSameFile(const std::string& input, const std::string& output) {
   // Where the system has no names for the standard streams a redirection goes unnoticed.
   const fs::path from = input == "-" ? "/dev/stdin" : input, to = output == "-" ? "/dev/stdout" : output;

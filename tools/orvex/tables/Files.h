@@ -24,6 +24,9 @@ using FileHandle = std::unique_ptr<std::FILE, FileCloser>;
 FileHandle OpenInput(const std::string& file);
 void OpenInput(const std::string& file, std::ifstream& stream);
 
+/// Throws Failure when a file ("-": standard input) was not read to its end, although its stream has ended.
+void RequireEnd(const std::string& file, const std::istream& stream);
+
 /// Throws Failure when both names ("-" for the standard streams) lead to one and the same regular file.
 void RefuseSameFile(const std::string& input, const std::string& output);
 
