@@ -1,0 +1,54 @@
+// Numbers as people read them: tabular, thin spaces between thousands, degrees in the chosen form.
+import type { Angles } from "orvex";
+
+import type { AngleForm, Place } from "./state";
+
+/** A narrow space at which no line ends. */
+export const thin = "\u202f";
+export const minus = "\u2212";
+export const none = "\u2013";
+
+/** A length or a plain number with so many decimals. */
+export function grouped(value: number, decimals: number): string {
+  if (!Number.isFinite(value)) return none;
+  const [whole = "", fraction] = Math.abs(value).toFixed(decimals).split(".");
+  const text = whole.replace(/\B(?=(\d{3})+(?!\d))/g, thin) + (fraction ? `.${fraction}` : "");
+  return Number(text.replaceAll(thin, "")) !== 0 && value < 0 ? minus + text : text;
+}
+
+/** A number with as many digits as matter. */
+export function significant(value: number, digits: number): string {
+  if (!Number.isFinite(value)) return none;
+  return Math.abs(value) >= 1e5 || (value !== 0 && Math.abs(value) < 1e-4) ? value.toPrecision(digits) : String(Number(value.toPrecision(digits)));
+}
+
+const NUDGE = 1e-12;  // degrees, so that 58.3 is 18 minutes and not 17 and 60 seconds
+
+export class AngleText {
+  constructor(private readonly angles: Angles, public form: AngleForm) {}
+
+  /** One coordinate with the letter of its hemisphere; decimals of a degree or, two fewer in effect, of a second. */
+  axis(degrees: number, axis: "lon" | "lat", decimals: number): string {
+    if (!Number.isFinite(degrees)) return none;
+    if (this.form === "dms") return this.dms(degrees, axis, Math.max(decimals - 4, 1));
+    const letter = axis === "lon" ? (degrees < 0 ? "W" : "E") : degrees < 0 ? "S" : "N";
+    return `${Math.abs(degrees).toFixed(decimals)}\u00b0${thin}${letter}`;
+  }
+
+  dms(degrees: number, axis: "lon" | "lat", decimals: number): string {
+    if (!Number.isFinite(degrees)) return none;
+    const text = this.angles.format(degrees + Math.sign(degrees) * NUDGE, { fields: "dms", decimals, axis, pad: true });
+    return text.replace("d", "\u00b0").replace("'", "\u2032").replace('"', "\u2033");
+  }
+
+  place([lon, lat]: Place, decimals: number): string {
+    return `${this.axis(lon, "lon", decimals)}  ${this.axis(lat, "lat", decimals)}`;
+  }
+
+  /** Degrees from a number or from the library's angle text; throws its error. */
+  parse(text: string): number {
+    const plain = text.trim().replace(minus, "-").replace("\u00b0", "d").replace("\u2032", "'").replace("\u2033", '"');
+    const number = Number(plain);
+    return plain !== "" && Number.isFinite(number) ? number : this.angles.parse(plain);
+  }
+}

@@ -1,0 +1,77 @@
+// The command lines that the page shows, run by the tool: they must give what the page gives. Needs the tool of the
+// release or demo build; ORVEX_TOOL names another one.
+import assert from "node:assert/strict";
+import { execFileSync } from "node:child_process";
+import { existsSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from "node:fs";
+import { tmpdir } from "node:os";
+import { join } from "node:path";
+import { after, before, describe, test } from "node:test";
+import { fileURLToPath } from "node:url";
+
+import { settled, Site } from "./page.mjs";
+
+const places = ["release", "demo"].map((preset) => fileURLToPath(new URL(`../../../build/${preset}/bin/orvex`, import.meta.url)));
+const tool = process.env.ORVEX_TOOL ?? places.find(existsSync);
+const projections = JSON.parse(readFileSync(new URL("../src/projections.json", import.meta.url), "utf8"));
+
+const own = [
+  "lcc;lat1=-20;lat2=-40;lon0=25.5;x0=500000;p=27,-30", "utm;lon0=-99;p=-97.75,30.25", "utm;lon0=-99;south=yes;p=-97.75,-30.25",
+  "utm;lon0=10;p=11,47", "utm;lon0=9;k0=1;p=11,47", "tmerc;lon0=10;ellipsoid=Bessel+1841;p=11,47", "moll;radius=6371000;flattening=0;p=11,-47",
+  "hotine;usealpha=yes;alpha=30;lon0=20;lat0=45;p=21,44", "spcs27;zone=Texas+Central;p=-97.75,30.25", "merc;scale=0.5;p=11,47;stated=yes",
+];
+
+/** Runs a line of the page by a shell that knows the tool as `orvex`. */
+function run(line, folder) {
+  return execFileSync("sh", ["-c", `orvex() { "$ORVEX_TOOL" "$@"; }\n${line}`], { env: { ...process.env, ORVEX_TOOL: tool }, cwd: folder, encoding: "utf8", stdio: ["ignore", "pipe", "ignore"] });
+}
+
+describe("commands", { skip: tool ? false : "the tool is not built" }, () => {
+  let site, folder;
+  before(async () => {
+    site = await Site.start();
+    folder = mkdtempSync(join(tmpdir(), "atlas-"));
+  });
+  after(async () => {
+    await site.stop();
+    rmSync(folder, { recursive: true });
+  });
+
+  test("coordinates of a point in every projection", async () => {
+    const page = await site.open();
+    const hashes = [...projections.map(({ slug }) => `${slug};p=${/^spcs/.test(slug) ? "-140,58" : "20,40"}`), ...own];
+    for (const hash of hashes) {
+      await page.evaluate((it) => (location.hash = it), hash);
+      await page.waitForFunction((slug) => atlas.state.slug === slug && atlas.map.choice.slug === slug, hash.split(";")[0]);
+      await settled(page);
+      const line = await page.locator("#foot .command").textContent();
+      const [x, y] = await page.evaluate(() => {
+        const projection = atlas.engine.make(atlas.state, atlas.accuracy);
+        return projection.forward(...atlas.state.point);
+      });
+      const answer = run(line, folder).trim().split(/\s+/).map(Number);
+      assert.ok(Math.abs(answer[0] - x) <= 5.1e-5 && Math.abs(answer[1] - y) <= 5.1e-5, `${line}: ${answer} is not ${x} ${y}`);
+    }
+  });
+
+  test("the same map, and the same tables", async () => {
+    const page = await site.open("#lcc;lat1=40;lat2=52;lon0=10;tissot=yes;color=angle;grid=10;tab=table");
+    const map = await page.evaluate(() => navigator.clipboard.writeText("").then(() => document.querySelector(".share").setAttribute("open", ""))
+      .then(() => [...document.querySelectorAll(".menu button")].at(-1).click()).then(() => new Promise((done) => setTimeout(done, 300))).then(() => navigator.clipboard.readText()));
+    run(map, folder);
+    assert.match(readFileSync(join(folder, "lcc.svg"), "utf8"), /^<svg|^<\?xml/);
+    const text = "name,lon,lat\nBerlin,13.4050,52.5200\n";
+    writeFileSync(join(folder, "pasted"), text);
+    await page.getByLabel("Table or GeoJSON as text").fill(text);
+    await page.getByRole("button", { name: "Read the text" }).click();
+    await page.locator("#page-table .command").waitFor();
+    for (const kind of ["forward", "utm", "mgrs", "shift"]) {
+      await page.getByLabel("Convert", { exact: true }).first().selectOption(kind);
+      await page.getByRole("button", { name: "Convert", exact: true }).click();
+      await page.waitForFunction(() => /points? converted/.test(document.querySelector("#page-table .note").textContent));
+      const here = (await page.locator(".preview tbody tr").first().locator("td").allTextContents()).slice(3).sort();
+      const line = await page.locator("#page-table .command").textContent();
+      const there = run(line, folder).trim().split("\n")[1].split(",").slice(3).sort();
+      assert.deepEqual(there, here, line);
+    }
+  });
+});
