@@ -20,16 +20,18 @@ namespace orvex::platform {
 
 namespace {
 
+#if defined(__wasm__)
+void FindProgram() {}
+#else
 // The program's path where /proc is missing; found out when the library is loaded, since the program may be named from
 // the directory that was the current one then.
 char g_program[PATH_MAX];
 
 void FindProgram() {
-#if !defined(__wasm__)
   const char* const name = reinterpret_cast<const char*>(getauxval(AT_EXECFN));
   if (access("/proc/self/exe", F_OK) == 0 || name == nullptr || realpath(name, g_program) == nullptr) g_program[0] = 0;
-#endif
 }
+#endif
 
 __attribute__((constructor)) void OnLoad() {
   FindProgram();
@@ -57,11 +59,15 @@ void AtFork([[maybe_unused]] void (*before)(), [[maybe_unused]] void (*after)())
 }
 
 std::string ExecutableDirectory() {
+#if defined(__wasm__)
+  return "./";  // no program has a directory there, and the files are the module's own
+#else
   char path[PATH_MAX];
   const ssize_t length = readlink("/proc/self/exe", path, sizeof path);
   if (length == sizeof path) return {};
   const std::string file = length > 0 ? std::string(path, static_cast<std::size_t>(length)) : std::string(g_program);
   return file.substr(0, file.rfind('/') + 1);
+#endif
 }
 
 const char* DefaultLogFile() {
