@@ -115,10 +115,9 @@ inline PROJDATA ReadRecord(Input& in) {
   record.MajorRadius = (given & 32) != 0 ? in.Number() : 6371000;
   record.Flattening = (given & 64) != 0 ? in.Number() : 0;
   record.Zone = in.Byte();
-  for (const std::size_t offset :
-       {offsetof(PROJDATA, Lat0), offsetof(PROJDATA, Lon0), offsetof(PROJDATA, Lat1), offsetof(PROJDATA, Lon1),
-        offsetof(PROJDATA, Lat2), offsetof(PROJDATA, Lon2), offsetof(PROJDATA, Alpha), offsetof(PROJDATA, xOrg),
-        offsetof(PROJDATA, yOrg)}) {
+  for (const std::size_t offset : {offsetof(PROJDATA, Lat0), offsetof(PROJDATA, Lon0), offsetof(PROJDATA, Lat1),
+                                   offsetof(PROJDATA, Lon1), offsetof(PROJDATA, Lat2), offsetof(PROJDATA, Lon2),
+                                   offsetof(PROJDATA, Alpha), offsetof(PROJDATA, xOrg), offsetof(PROJDATA, yOrg)}) {
     SetField(record, offset, in.Number());
   }
   if ((given & 128) != 0) {

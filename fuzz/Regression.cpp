@@ -1,5 +1,5 @@
-// Feeds a fuzz target the files of a kept corpus, each as it is and then damaged at random: what the fuzzers found stays
-// found, without a fuzzer.
+// Feeds a fuzz target the files of a kept corpus, each as it is and then damaged at random: what the fuzzers found
+// stays found, without a fuzzer.
 //
 //   NAME_regression EXECUTIONS DIRECTORY...     damaged inputs in all, from a fixed seed
 #include <cstdlib>

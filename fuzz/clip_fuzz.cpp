@@ -64,7 +64,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       Host host{drawing, stopAt, throwAt};
       try {
         if (polygon) {
-          projector.LLPreclipPolygon(&host, parts, counts.data(), points.data(), TakeRings, in.Bit() ? TakeLine : nullptr);
+          projector.LLPreclipPolygon(&host, parts, counts.data(), points.data(), TakeRings,
+                                     in.Bit() ? TakeLine : nullptr);
         } else {
           projector.LLPreclipPolyline(&host, total, points.data(), TakeLine);
         }

@@ -5,8 +5,8 @@
 #include "Files.h"
 #include "Input.h"
 #include "commands/ProjectionOptions.h"
-#include "maps/MapSheet.h"
 #include "maps/MapShapes.h"
+#include "maps/MapSheet.h"
 
 using namespace orvex;
 using namespace orvex::tool;

@@ -16,8 +16,8 @@ std::vector<DATUMPOINT> PointsOf(const std::string& file) {
   std::vector<DATUMPOINT> points{{-100, 40}, {0, 0}, {-180, 90}, {179.5, -90}, {DBL_MAX, 3}};
   if (file.size() < 96) return points;
   const auto word = [&](std::size_t at) {
-    return double{detail::LoadFloat(reinterpret_cast<const unsigned char*>(file.data()) + at,
-                                    detail::ByteOrder::Little)};
+    return double{
+        detail::LoadFloat(reinterpret_cast<const unsigned char*>(file.data()) + at, detail::ByteOrder::Little)};
   };
   for (const double step : {-1.0, -0.5, 0.0, 0.5, 1.25, 7.75}) {
     points.push_back({word(76) + step * word(80), word(84) + step * word(88)});

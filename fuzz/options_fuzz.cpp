@@ -1,5 +1,5 @@
-// Fuzzer of the command line: each line of the input is an argument. The program ends with one of its statuses, whatever
-// it is given; files that it may write lie in a directory of their own.
+// Fuzzer of the command line: each line of the input is an argument. The program ends with one of its statuses,
+// whatever it is given; files that it may write lie in a directory of their own.
 #include <unistd.h>
 
 #include <vector>
