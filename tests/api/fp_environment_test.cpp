@@ -93,37 +93,42 @@ TEST(HostEnvironment, ChangesNoProjection) {
       {0, 0},    {90, 90},   {-90, -90},         {180, 1e-310}, {1e300, 12},    {-1e-320, kTiny},   {12, -1e300},
       {kInf, 1}, {1, -kInf}, {DBL_MAX, DBL_MAX}, {5, DBL_MAX},  {1e-160, 1e-9}, {359.9999999, 89.9}};
   for (const ProjectionForm& form : AllProjections()) {
-    SCOPED_TRACE(std::string(form.form) + ", " + form.parameters);
-    PROJDATA given = form.MakeRecord(), record = given;
-    const ProjectionHandle handle(ProjCreateProjection(&record));
-    std::vector<PROJPOINT> places(60);
-    for (int i = 0; i < 60; ++i) places[static_cast<std::size_t>(i)] = form.Place(i / 59.0, (i * 7 % 60) / 59.0);
-    const auto maps = Project(usual, ProjForward, handle.get(), places).points;
+    for (const ProjAccuracy accuracy : {PA_STATED, PA_EXACT}) {
+      SCOPED_TRACE(std::string(form.form) + ", " + form.parameters + (accuracy == PA_EXACT ? ", exactly" : ""));
+      PROJDATA given = form.MakeRecord(), record = given;
+      const ProjectionHandle handle(ProjCreateProjection(&record));
+      ASSERT_TRUE(ProjSetAccuracy(handle.get(), accuracy));
+      std::vector<PROJPOINT> places(60);
+      for (int i = 0; i < 60; ++i) places[static_cast<std::size_t>(i)] = form.Place(i / 59.0, (i * 7 % 60) / 59.0);
+      const auto maps = Project(usual, ProjForward, handle.get(), places).points;
 
-    for (const bool trapped : {false, true}) {
-      // Points without an image may raise what the host traps, and then fail the call.
-      auto forward = trapped ? Plottable(ProjForward, handle.get(), places) : places;
-      auto inverse = trapped ? Plottable(ProjInverse, handle.get(), maps) : maps;
-      if (!trapped) {
-        forward.insert(forward.end(), odd.begin(), odd.end());
-        inverse.insert(inverse.end(), odd.begin(), odd.end());
-      }
-      const auto expectedForward = Project(usual, ProjForward, handle.get(), forward);
-      const auto expectedInverse = Project(usual, ProjInverse, handle.get(), inverse);
-      for (const HostEnvironment& host : trapped ? TrappingHosts() : UntrappedHosts()) {
-        PROJDATA checked = given;
-        void* created = nullptr;
-        bool inside = false;
-        const HostEnvironment after = Under(host, [&] {
-          created = ProjCreateProjection(&checked);
-          inside = ProjLLInProjection(created, places.data());
-        });
-        const ProjectionHandle own(created);
-        EXPECT_EQ(after, host) << host.name;
-        EXPECT_EQ(Bytes(checked), Bytes(record)) << host.name;
-        EXPECT_EQ(inside, ProjLLInProjection(handle.get(), places.data())) << host.name;
-        EXPECT_TRUE(Project(host, ProjForward, created, forward) == expectedForward) << host.name << ", forward";
-        EXPECT_TRUE(Project(host, ProjInverse, created, inverse) == expectedInverse) << host.name << ", inverse";
+      for (const bool trapped : {false, true}) {
+        // Points without an image may raise what the host traps, and then fail the call.
+        auto forward = trapped ? Plottable(ProjForward, handle.get(), places) : places;
+        auto inverse = trapped ? Plottable(ProjInverse, handle.get(), maps) : maps;
+        if (!trapped) {
+          forward.insert(forward.end(), odd.begin(), odd.end());
+          inverse.insert(inverse.end(), odd.begin(), odd.end());
+        }
+        const auto expectedForward = Project(usual, ProjForward, handle.get(), forward);
+        const auto expectedInverse = Project(usual, ProjInverse, handle.get(), inverse);
+        for (const HostEnvironment& host : trapped ? TrappingHosts() : UntrappedHosts()) {
+          PROJDATA checked = given;
+          void* created = nullptr;
+          bool inside = false, chosen = false;
+          const HostEnvironment after = Under(host, [&] {
+            created = ProjCreateProjection(&checked);
+            chosen = ProjSetAccuracy(created, accuracy);
+            inside = ProjLLInProjection(created, places.data());
+          });
+          const ProjectionHandle own(created);
+          EXPECT_EQ(after, host) << host.name;
+          EXPECT_TRUE(chosen) << host.name;
+          EXPECT_EQ(Bytes(checked), Bytes(record)) << host.name;
+          EXPECT_EQ(inside, ProjLLInProjection(handle.get(), places.data())) << host.name;
+          EXPECT_TRUE(Project(host, ProjForward, created, forward) == expectedForward) << host.name << ", forward";
+          EXPECT_TRUE(Project(host, ProjInverse, created, inverse) == expectedInverse) << host.name << ", inverse";
+        }
       }
     }
   }
@@ -140,13 +145,15 @@ TEST(HostEnvironment, ChangesNoDatum) {
     DatumMethod method = DM_NOXFORM;
     DatGetDatumMethod(datum, &method);
     if (method == DM_NADCON || method == DM_NTV2) continue;  // these need files
-    for (const bool back : {false, true}) {
+    for (const int way : {0, 1, 2, 3}) {
+      const bool back = way % 2 != 0;
       if (back && !DatReversible(datum)) continue;
       DATUMXFORM record{};
       record.SrcDatum = back ? DT_WORLD_GEODETIC_SYSTEM_1984 : datum;
       record.DestDatum = back ? datum : DT_WORLD_GEODETIC_SYSTEM_1984;
-      const auto convert = [&record](DATUMPOINT* pts, int count) {
+      const auto convert = [&record, way](DATUMPOINT* pts, int count) {
         void* const handle = DatCreateDatum(&record);
+        DatSetAccuracy(handle, way < 2 ? PA_STATED : PA_EXACT);
         const bool ok = DatConvertDatum(handle, pts, count);
         DatDeleteDatum(handle);
         return ok;

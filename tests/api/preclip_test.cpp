@@ -548,6 +548,50 @@ TEST(Preclip, StopsWithTheCallback) {
   EXPECT_EQ(fillOnly.calls, "ff");
 }
 
+/// A host that does everything from within its callbacks: the call that it is in, calls that fail, handles of its own.
+struct Entering {
+  const CProjector& projector;
+  const Shape& shape;
+  const Received& expected;  // of the same call from outside
+  int depth = 0;
+
+  bool Enter() {
+    if (++depth > 2) return depth-- != 0;
+    Received inner;
+    EXPECT_TRUE(Clip(projector, shape, inner));
+    EXPECT_TRUE(inner.calls == expected.calls && SameLines(inner.lines, expected.lines) &&
+                SameLines(inner.rings, expected.rings));
+    EXPECT_TRUE(projector.LLPreclipPolygon(this, static_cast<int>(shape.counts.size()), shape.counts.data(),
+                                           shape.pts.data(), OnFill, OnLine));
+    EXPECT_THROW(Make(PT_LAMBERT, "Lat1=30;Lat2=30"), shr::Exception);
+    CProjector own = Make(PT_ALBERS, "Lat1=30;Lat2=50");
+    PROJPOINT p{0, 40};
+    EXPECT_TRUE(own.SetAccuracy(PA_EXACT) && own.Forward(&p, 1));
+    --depth;
+    return true;
+  }
+  static bool ORVEX_CALL OnLine(void* user, int count, PROJPOINT* pts) {
+    std::fill_n(pts, count, PROJPOINT{-1e9, 1e9});
+    return static_cast<Entering*>(user)->Enter();
+  }
+  static bool ORVEX_CALL OnFill(void* user, int, const int* counts, PROJPOINT* pts) {
+    return OnLine(user, counts[0], pts);
+  }
+};
+
+TEST(Preclip, IsEnteredFromItsOwnCallbacks) {
+  const CProjector world = Make(PT_SINUSOIDAL, "");
+  Shape shape;
+  shape.Add(Box(160, -10, 200, 10));
+  shape.Add(Box(0, 0, 10, 10));
+  Received expected;
+  ASSERT_TRUE(Clip(world, shape, expected));
+  Entering host{world, shape, expected};
+  EXPECT_TRUE(
+      world.LLPreclipPolygon(&host, 2, shape.counts.data(), shape.pts.data(), Entering::OnFill, Entering::OnLine));
+  EXPECT_EQ(host.depth, 0);
+}
+
 // The host's floating-point environment is its own while a callback runs, and as it was afterwards.
 TEST(Preclip, LeavesTheHostItsFloatingPointEnvironment) {
   Shape shape;

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <clocale>
 #include <cmath>
 #include <cstring>
 #include <string>
@@ -107,24 +106,6 @@ TEST(LatLonText, StaysWithinTheCallersBuffer) {
       EXPECT_EQ(text[260], 'x');
     }
   }
-}
-
-// What is written with full decimals reads back to the same place (decimals of a second: 1e-15 / 3600 degrees and
-// rounding).
-TEST(LatLonText, RoundTripKeepsTheAngleInAGermanLocale) {
-  const std::string before = std::setlocale(LC_NUMERIC, nullptr);
-  std::setlocale(LC_NUMERIC, "de_DE.UTF-8");  // has no effect where that locale is not installed
-  for (const int layout :
-       {LLF_DECIMALDEGREES | LLF_MINUSSIGN, LLF_DECIMALMINUTES | LLF_MINUSSIGN, 0 | LLF_HEMISPHERE}) {
-    for (const double degrees : {0.0, -0.25, 12.3456789, -77.7654321, 179.9999, -179.00001}) {
-      char text[260];
-      double back = 0;
-      EXPECT_TRUE(DegreesToLatLon(text, degrees, layout | 13, 'd', '\'', '"'));
-      EXPECT_TRUE(LatLonToDegrees(text, &back, 'd')) << text;
-      EXPECT_NEAR(back, degrees, 1e-12) << text;
-    }
-  }
-  std::setlocale(LC_NUMERIC, before.c_str());
 }
 
 }  // namespace
