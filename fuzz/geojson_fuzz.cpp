@@ -24,7 +24,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   };
   bool converted = false;
   try {
-    ConvertGeoJson(options, Kind::Geographic, Kind::Projected, convert);
+    ConvertGeoJson(options, Kind::Geographic, Kind::Projected, [&] { return convert; });
     converted = true;
   } catch (const Failure&) {
   }
@@ -33,7 +33,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     options.output = fuzz::Files() / "again.geojson";
     options.sourceCode = 0;
     try {
-      ConvertGeoJson(options, Kind::Projected, Kind::Projected, [](std::vector<PROJPOINT>&) {});
+      ConvertGeoJson(options, Kind::Projected, Kind::Projected, [] { return [](std::vector<PROJPOINT>&) {}; });
     } catch (const Failure& e) {
       fuzz::Expect(false, e.what());
     }
