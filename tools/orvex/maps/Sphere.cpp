@@ -20,6 +20,24 @@ double IsometricLatitude(double lat, double e) {
   return std::atanh(sine) - e * std::atanh(e * sine);
 }
 
+/// The other way, by Newton's method for the tangent of the latitude: two or three steps, where iterating the
+/// definition takes six. Source: Karney, "Transverse Mercator with an accuracy of a few nanometers" (2011), equations
+/// 19 to 21.
+double LatitudeOf(double isometric, double e) {
+  const double target = std::sinh(isometric), rest = 1 - e * e;
+  double tangent = target / rest;
+  constexpr int kSteps = 4;
+  for (int i = 0; i < kSteps && std::isfinite(tangent); ++i) {
+    const double secant = std::hypot(1.0, tangent), sigma = std::sinh(e * std::atanh(e * tangent / secant));
+    const double conformal = tangent * std::hypot(1.0, sigma) - sigma * secant;
+    const double step =
+        (target - conformal) * (1 + rest * tangent * tangent) / (rest * secant * std::hypot(1.0, conformal));
+    tangent += step;
+    if (std::abs(step) <= 1e-12 * secant) break;  // the next step would be its square
+  }
+  return std::atan(tangent) / kRadians;
+}
+
 }  // namespace
 
 Vector UnitVector(double lon, double lat) {
@@ -51,14 +69,7 @@ PROJPOINT Aposphere::From(const PROJPOINT& p) const {
   const double lon = lon0 + p.x / B;
   if (e == 0) return {lon, p.y};
   const double isometric = (std::atanh(std::sin(p.y * kRadians)) - C) / B;
-  double sine = std::tanh(isometric);
-  constexpr int kPasses = 8;  // each gains two digits
-  for (int i = 0; i < kPasses; ++i) {
-    const double before = sine;
-    sine = std::tanh(isometric + e * std::atanh(e * sine));
-    if (sine == before) break;
-  }
-  return {lon, std::asin(sine) / kRadians};
+  return {lon, LatitudeOf(isometric, e)};
 }
 
 Aspect Aspect::AboutPole(const PROJPOINT& pole) {
