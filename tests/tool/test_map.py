@@ -538,6 +538,16 @@ class Additions(unittest.TestCase):
         done = run("map", "--proj", "Mollweide", "--great-circle", "0,0,180,0")
         self.assertEqual((done.returncode, "opposite" in done.stderr), (2, True))
 
+    def test_letters_of_the_other_axis(self):
+        """Latitude first is refused where letters tell; east first is read with letters as without."""
+        for options, says in ((["--great-circle", "52N,13E,40N,74W"], "LON1,LAT1"), (["--bounds", "46N,12E,50N,18E"], "W,S,E,N"),
+                              (["--points", self.file("places.txt", "52N 13E Berlin\n")], ":1: expected a longitude"),
+                              (["--overlay", self.file("line.txt", "line 2\n13E 52N\n40N 74W\n")], ":3: expected a longitude")):
+            done = run("map", "--proj", "Mollweide", *options)
+            self.assertEqual((done.returncode, done.stdout, says in done.stderr), (2, "", True), (options, done.stderr))
+        maps = [Map("--proj", "Mollweide", "--great-circle", text).text for text in ("13E,52N,74W,40N", "13,52,-74,40")]
+        self.assertEqual(*maps)
+
     def test_geojson(self):
         """Areas with holes, lines and colours; what is no GeoJSON is refused with the feature's number."""
         square = [[[0, 0], [20, 0], [20, 20], [0, 20], [0, 0]], [[5, 5], [15, 5], [15, 15], [5, 15], [5, 5]]]

@@ -128,6 +128,8 @@ class Systems(ToolTest):
         self.assertTrue(len(rows) == out.count("\n") - 1 and all("Texas" in row["name"] + row["area"] for row in rows))
         self.refused("list", "crs", "no such place", says="no coordinate system")
         self.refused("list", "crs", "--at", "1;2", says="longitude,latitude")
+        self.refused("list", "crs", "--at", "52N,13E", says="longitude,latitude")
+        self.refused("list", "crs", "--at", "13,95", says="longitude,latitude")
 
 
 if __name__ == "__main__":

@@ -28,7 +28,7 @@ struct ListOptions {
 PROJPOINT ParsePlace(const std::string& text) {
   const std::size_t comma = text.find(',');
   if (comma != std::string::npos) {
-    const std::optional<double> x = ParseAngle(text.substr(0, comma)), y = ParseAngle(text.substr(comma + 1));
+    const std::optional<double> x = ParseLongitude(text.substr(0, comma)), y = ParseLatitude(text.substr(comma + 1));
     if (x && y) return {*x, *y};
   }
   throw Failure("\"" + text + "\" is not a place: longitude,latitude");

@@ -71,8 +71,8 @@ class PlaceTable {
 
   void ReadPlace(const std::vector<std::string>& fields) {
     if (std::max(m_columns[0], m_columns[1]) >= fields.size()) Fail("expected a longitude and a latitude");
-    const auto lon = ParseAngle(fields[m_columns[0]]), lat = ParseAngle(fields[m_columns[1]]);
-    if (!lon || !lat || std::abs(*lon) > 360 || std::abs(*lat) > 90) Fail("expected a longitude and a latitude");
+    const auto lon = ParseLongitude(fields[m_columns[0]]), lat = ParseLatitude(fields[m_columns[1]]);
+    if (!lon || !lat || std::abs(*lon) > 360) Fail("expected a longitude and a latitude");
     m_places.push_back({{*lon, *lat}, m_columns[2] < fields.size() ? fields[m_columns[2]] : "", ""});
   }
 

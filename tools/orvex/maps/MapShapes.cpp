@@ -57,8 +57,8 @@ class Reader {
   void ReadPoint(Points& points, bool greatCircle) {
     std::string x, y;
     if (!NextPair(x, y)) Fail("the file ends inside a shape");
-    const auto lon = ParseAngle(x), lat = ParseAngle(y);
-    if (!lon || !lat || std::abs(*lon) > 360 || std::abs(*lat) > 90) Fail("expected a longitude and a latitude");
+    const auto lon = ParseLongitude(x), lat = ParseLatitude(y);
+    if (!lon || !lat || std::abs(*lon) > 360) Fail("expected a longitude and a latitude");
     if (!greatCircle || points.empty()) return AddPoint(points, {*lon, *lat});
     try {
       AddGreatCircle(points, {*lon, *lat});

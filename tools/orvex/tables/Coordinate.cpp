@@ -175,6 +175,18 @@ std::optional<double> ParseAngle(std::string_view text) {
   return angle ? std::optional(angle->degrees) : std::nullopt;
 }
 
+std::optional<double> ParseLongitude(std::string_view text) {
+  const auto angle = ReadAngle(text, Blanks::Allowed);
+  if (!angle || IsOtherAxis(angle->hemisphere, false)) return std::nullopt;
+  return angle->degrees;
+}
+
+std::optional<double> ParseLatitude(std::string_view text) {
+  const auto angle = ReadAngle(text, Blanks::Allowed);
+  if (!angle || IsOtherAxis(angle->hemisphere, true) || std::abs(angle->degrees) > 90) return std::nullopt;
+  return angle->degrees;
+}
+
 bool IsOtherAxis(char hemisphere, bool isLatitude) {
   return isLatitude ? hemisphere == 'E' || hemisphere == 'W' : hemisphere == 'N' || hemisphere == 'S';
 }
@@ -209,8 +221,8 @@ std::optional<std::array<double, 4>> ParseTwoPlaces(const std::string& text) {
   std::istringstream in(text);
   std::size_t n = 0;
   for (std::string word; std::getline(in, word, ','); ++n) {
-    const auto angle = ParseAngle(word);
-    if (n >= value.size() || !angle || (n % 2 == 1 && std::abs(*angle) > 90)) return std::nullopt;
+    const auto angle = n % 2 == 1 ? ParseLatitude(word) : ParseLongitude(word);
+    if (n >= value.size() || !angle) return std::nullopt;
     value[n] = *angle;
   }
   return n == value.size() ? std::optional(value) : std::nullopt;

@@ -37,6 +37,10 @@ std::optional<Angle> ReadAngle(std::string_view text, Blanks blanks);
 /// The degrees alone; blanks are allowed.
 std::optional<double> ParseAngle(std::string_view text);
 
+/// The same for one of the axes: nothing where a letter says that it is the other one, nor for latitudes beyond a pole.
+std::optional<double> ParseLongitude(std::string_view text);
+std::optional<double> ParseLatitude(std::string_view text);
+
 /// Whether the letter belongs to the other axis.
 bool IsOtherAxis(char hemisphere, bool isLatitude);
 
@@ -46,7 +50,8 @@ std::optional<std::string> WithoutDecimalComma(std::string_view text);
 /// Appends a coordinate. `isLatitude` picks the hemisphere letters of degree-minute-second text.
 void AppendCoordinate(std::string& out, double value, Kind kind, bool isLatitude, const Format& format);
 
-/// Two places, "X1,Y1,X2,Y2", angles in any notation; nothing for other numbers of them and latitudes beyond a pole.
+/// Two places, "X1,Y1,X2,Y2", angles in any notation; nothing for other numbers of them, letters of
+/// the other axis and latitudes beyond a pole.
 std::optional<std::array<double, 4>> ParseTwoPlaces(const std::string& text);
 
 }  // namespace orvex::tool
