@@ -78,6 +78,15 @@ class Project(ToolTest):
             # the ellipsoidal conic's inverse stops at 0.5 m by design
             self.near(self.numbers("project", *options, "-i", text=text), place, 5e-6, options)
 
+    def test_filters_know_short_names(self):
+        for what, text, expected in [("zones", "mississippi", ["Missippippi East", "Missippippi West"]),
+                                     ("datums", "wgs84", ["World Geodetic System 1984"]),
+                                     ("projections", "lcc", ["Lambert Conformal Conic"]),
+                                     ("ellipsoids", "grs80", ["GRS 1980 / IUGG 1980"])]:
+            rows = csv.DictReader(io.StringIO(run("list", what, *text.split(), "--csv")[1]))
+            self.assertEqual([row["name"] for row in rows], expected, text)
+        self.assertIn("nothing has all of these words", run("list", "datums", "no such thing")[2])
+
     def test_same_projection_by_other_names(self):
         ways = [["--utm", "32N"], ["--utm", "32"], ["--proj", "universal transverse mercator (utm)", "--set", "lon0=9"],
                 ["--proj", "Transverse Mercator", "--set", "lon0=9d0'E", "--set", "k0=.9996", "--set", "x0=5e5"]]

@@ -38,7 +38,7 @@ std::string Number(const char* format, double value) {
 }
 
 void ListProjections(const Options& options) {
-  Listing list(options.csv, options.words, {{"NUMBER", 6}, {"MASK", 4}, {"NAME", 0}});
+  Listing list(options.csv, options.words, {{"NUMBER", 6}, {"MASK", 4}, {"NAME", 0}}, "projection");
   for (int type = 0; type < ProjNumProjections(); ++type) {
     char name[80], mask[8];
     std::snprintf(mask, sizeof mask, "0x%02X", ProjGetProjectionInfo(static_cast<ProjType>(type), name) & 0xFF);
@@ -48,7 +48,7 @@ void ListProjections(const Options& options) {
 
 void ListEllipsoids(const Options& options) {
   Listing list(options.csv, options.words,
-               {{"NUMBER", 6}, {"POSC", 6}, {"RADIUS (m)", 14}, {"1/FLATTENING", 14}, {"NAME", 0}});
+               {{"NUMBER", 6}, {"POSC", 6}, {"RADIUS (m)", 14}, {"1/FLATTENING", 14}, {"NAME", 0}}, "ellipsoid");
   for (int i = ET_USER_DEFINED + 1; i <= ET_BESSEL_NGO_1948; ++i) {
     const auto type = static_cast<EllipsoidType>(i);
     char name[80];
@@ -62,7 +62,7 @@ void ListEllipsoids(const Options& options) {
 }
 
 void ListZones(const Options& options) {
-  Listing list(options.csv, options.words, {{"NUMBER", 6}, {"USGS", 6}, {"1927", 6}, {"1983", 6}, {"NAME", 0}});
+  Listing list(options.csv, options.words, {{"NUMBER", 6}, {"USGS", 6}, {"1927", 6}, {"1983", 6}, {"NAME", 0}}, "zone");
   for (int i = 0; i < SZ_NONE; ++i) {
     const auto zone = static_cast<StateZoneType>(i);
     char name[80];
@@ -80,7 +80,7 @@ void ListDatums(const Options& options) {
   const char* const file = options.ini.empty() ? nullptr : options.ini.c_str();
   const std::vector<std::string> names = DatumNames(options.ini);
   Listing list(options.csv, options.words,
-               {{"NUMBER", 6}, {"POSC", 6}, {"METHOD", -10}, {"REVERSIBLE", -10}, {"NAME", -47}, {"AREA", 0}});
+               {{"NUMBER", 6}, {"POSC", 6}, {"METHOD", -10}, {"REVERSIBLE", -10}, {"NAME", -47}, {"AREA", 0}}, "datum");
   for (std::size_t i = 1; i < names.size(); ++i) {
     DatumMethod method{};
     int posc = 0;

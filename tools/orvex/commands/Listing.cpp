@@ -6,14 +6,16 @@
 #include <sstream>
 #include <utility>
 
+#include "Failure.h"
 #include "commands/Names.h"
 #include "tables/Fields.h"
 
 namespace orvex::tool {
 
-Listing::Listing(bool csv, const std::vector<std::string>& words, std::vector<Column> columns)
-    : m_csv(csv), m_columns(std::move(columns)) {
+Listing::Listing(bool csv, const std::vector<std::string>& words, std::vector<Column> columns, const char* kind)
+    : m_csv(csv), m_columns(std::move(columns)), m_kind(kind) {
   for (const std::string& text : words) {
+    m_text += text;
     std::istringstream quoted(Lower(text));
     for (std::string word; quoted >> word;) m_words.push_back(word);
   }
@@ -22,11 +24,18 @@ Listing::Listing(bool csv, const std::vector<std::string>& words, std::vector<Co
   Print(names);
 }
 
-void Listing::Add(const std::vector<std::string>& cells) const {
+Listing::~Listing() {
+  if (m_empty && !m_words.empty()) Warn("nothing has all of these words");
+}
+
+void Listing::Add(const std::vector<std::string>& cells) {
   std::string row;
   for (const std::string& cell : cells) row += Lower(cell) + " ";
   const auto holds = [&](const std::string& word) { return row.find(word) != std::string::npos; };
-  if (std::all_of(m_words.begin(), m_words.end(), holds)) Print(cells);
+  const auto isShort = [&](const std::string& cell) { return IsShortFor(m_text, cell, m_kind); };
+  if (!std::all_of(m_words.begin(), m_words.end(), holds) && std::none_of(cells.begin(), cells.end(), isShort)) return;
+  m_empty = false;
+  Print(cells);
 }
 
 void Listing::Print(const std::vector<std::string>& cells) const {

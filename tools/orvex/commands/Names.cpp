@@ -156,6 +156,13 @@ std::vector<std::string> Suggestions(const std::vector<std::string>& candidates,
 
 }  // namespace
 
+bool IsShortFor(std::string_view text, std::string_view candidate, std::string_view kind) {
+  const std::string wanted = Squashed(text);
+  return !wanted.empty() && std::any_of(std::begin(kAliases), std::end(kAliases), [&](const Alias& alias) {
+    return alias.kind == kind && alias.name == candidate && alias.typed.find(wanted) != std::string_view::npos;
+  });
+}
+
 std::string Lower(std::string_view text) {
   std::string lower(text);
   std::transform(lower.begin(), lower.end(), lower.begin(),

@@ -12,6 +12,9 @@ namespace orvex::tool {
 /// the nearest candidates.
 std::size_t FindName(const std::vector<std::string>& candidates, std::string_view text, std::string_view kind);
 
+/// Whether a text is, or stands in, a short name of this kind of thing for the candidate.
+bool IsShortFor(std::string_view text, std::string_view candidate, std::string_view kind);
+
 std::string Lower(std::string_view text);
 
 /// A whole number; anything else throws a Failure that names `what`.

@@ -43,7 +43,7 @@ int List(const ListOptions& options) {
   if (systems.empty()) throw Failure("no coordinate system has all of these words in its name or area");
   std::vector<Column> columns{{"CODE", 6}, {"STATE", -10}, {"UNIT", -16}, {"NAME", 0}};
   if (options.csv) columns.push_back({"AREA", 0});
-  const Listing list(options.csv, {}, columns);
+  Listing list(options.csv, {}, columns);
   for (const CoordinateSystem* system : systems) {
     const char* const state = !WhyNotRepresented(*system).empty() ? "refused"
                               : system->deprecated                ? "deprecated"
