@@ -105,6 +105,24 @@ class GeoJson(ToolTest):
         got = json.loads(one[1])["coordinates"]
         self.assertEqual(["%.4f,%.4f" % tuple(place) for place in got[::10000]], table.splitlines())
 
+    def test_nesting_beyond_all_use_is_refused(self):
+        def point(depth):  # within itself the object is one level
+            return '{"type":"Point","coordinates":[13,52],"p":' + "[" * (depth - 1) + "]" * (depth - 1) + "}"
+        self.assertEqual(json.loads(run("project", "--utm", "33N", "--geojson", text=point(500))[1])["p"], json.loads(point(500))["p"])
+        brackets = '{"type":"Point","coordinates":[13,52],"p":"%s\\\\\\"%s"}' % ("[" * 1000, "[" * 1000)  # within a text they nest nothing
+        self.assertEqual(self.converted("project", "--utm", "33N", "--geojson", text=brackets)["p"], json.loads(brackets)["p"])
+        # closed and not, within the coordinates and in foreign members: each ended the program by its recursion
+        controls = self.file("c.csv", "0,0,0,0\n1,0,1,0\n0,1,0,1\n1,1,1,1\n")
+        commands = [["project", "--utm", "33N"], ["datum", "--from", "2", "--to", "3"], ["convert", "--to-utm", "33N"],
+                    ["georef", "--controls", controls, "--method", "affine"]]
+        before = sorted(os.listdir(self.directory) + ["deep.geojson"])
+        for text in (point(501), point(100_000), '{"type":"Point","coordinates":' + "[" * 100_000, '{"p":' * 100_000):
+            name = self.file("deep.geojson", text)
+            for command in commands:
+                self.refused(*command, name, "-o", self.file("out.geojson"), says="deep.geojson: arrays and objects nest more than 500 deep")
+            self.refused("map", "--proj", "mercator", "--land", name, "--out", self.file("map.svg"), says="more than 500 deep")
+            self.assertEqual(sorted(os.listdir(self.directory)), before)
+
     def test_refusals(self):
         def feature(geometry):
             return '{"type":"FeatureCollection","features":[{"type":"Feature","properties":null,"geometry":null},' \

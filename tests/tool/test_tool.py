@@ -471,6 +471,13 @@ class Tables(ToolTest):
             self.assertEqual(status, SOME_FAILED, bad)
             self.assertIn("standard input:2: cannot read longitude", messages, bad)
 
+    def test_a_sign_and_a_letter_contradict_each_other(self):
+        for text in ["-13W,52", "W-13,52", "W -13d30',52", "+13E,52", "13,-52S", "13,S-52", "W-13,S-52"]:
+            status, out, messages = run("project", "--utm", "33N", text=text + "\n")
+            self.assertEqual((status, out), (SOME_FAILED, ",\n"), text)
+            self.assertIn(": a sign or a letter, not both", messages)
+        self.refused("project", "--utm", "33N", "--", "13", "-52S", says='latitude "-52S": a sign or a letter')
+
     def test_letters_in_the_wrong_column_and_latitudes_beyond_the_pole(self):
         utm = ["project", "--utm", "32N"]
         for text in ["48.1N 11.5E\n", "\nN48.1,E11.5\n"]:

@@ -105,6 +105,22 @@ class Zones(ToolTest):
                          "zone,lat,lon\n33n,52.500,13.400\n")
         self.refused("project", "--utm", "auto", "-i", text="x,y\n1,2\n", says='no column "zone"')
 
+    def test_a_second_column_of_the_name_is_refused(self):
+        taken = 'a column "%s" already'
+        for arguments, text, says in [
+                (["project", "--utm", "auto"], "lon,lat,Zone\n13,52,34N\n", taken % "zone"),
+                (["project", "--utm", "auto", "--keep"], "zone,lat,lon\n1,52,13\n", taken % "zone"),
+                (["project", "--stateplane83", "auto"], "lon,lat,zone\n-99,31,34N\n", taken % "zone"),
+                (["project", "--mgrs"], "lon,lat,mgrs\n13,52,x\n", taken % "mgrs"),
+                (["convert", "--from-mgrs", "--to-mgrs=2", "--keep"], "mgrs\n33UUU9139017855\n", taken % "mgrs"),
+                (["project", "--utm", "auto", "-i"], "x,y,zone,zone\n391390,5817855,34N,33N\n", 'two columns "zone"')]:
+            self.refused(*arguments, text=text, says=says)
+        self.assertEqual(run("convert", "--from-mgrs", "--to-mgrs=2", text="id,mgrs\n1,33UUU9139017855\n")[1], "id,mgrs\n1,33UUU9117\n")
+        # without header the zone is written and read last, whatever stands before it
+        there = run("project", "--utm", "auto", text="13,52,34N,a\n14,53,5S,b\n")[1]
+        back = run("project", "--utm", "auto", "-i", "--decimals", "6", text=there)[1]
+        self.assertEqual(back, "13.000000,52.000000,34N,a,33N\n14.000000,53.000000,5S,b,33N\n")
+
     def test_sides_of_a_conversion(self):
         self.assertEqual(run("convert", "--from-mgrs", "--from-datum", "6326", "--to", "EPSG:4326", "--decimals", "4",
                              text="33UUU9139017855\n")[:2], (OK, "13.4000 52.5000\n"))

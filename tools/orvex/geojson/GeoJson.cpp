@@ -14,6 +14,7 @@
 
 #include "Failure.h"
 #include "commands/Names.h"
+#include "geojson/JsonNesting.h"
 #include "systems/FindSystem.h"
 #include "tables/Files.h"
 
@@ -309,7 +310,9 @@ int ConvertGeoJson(const TableOptions& options, Kind from, Kind to, const Conver
   Walker walker(options.format.decimals < 0 ? usual : options.format.decimals);
   Json root;
   try {
-    root = Json::parse(ReadAll(options.file));
+    const std::string text = ReadAll(options.file);
+    RefuseDeepNesting(text);
+    root = Json::parse(text);
     walker.Gather(root);
     CompareSystems(root, options.sourceCode, from);
   } catch (const Json::exception& e) {

@@ -3,11 +3,14 @@
 
 #include <cmath>
 #include <fstream>
+#include <iterator>
+#include <string>
 
 #include <nlohmann/json.hpp>
 
 #include "Failure.h"
 #include "commands/Names.h"
+#include "geojson/JsonNesting.h"
 #include "tables/Coordinate.h"
 #include "tables/Files.h"
 
@@ -28,8 +31,12 @@ class GeoJsonReader {
     OpenInput(m_file, in);
     Json json;
     try {
-      json = Json::parse(in);
+      const std::string text((std::istreambuf_iterator<char>(in)), {});
+      RefuseDeepNesting(text);
+      json = Json::parse(text);
     } catch (const Json::exception& e) {
+      throw Failure(m_file + ": " + e.what());
+    } catch (const Failure& e) {
       throw Failure(m_file + ": " + e.what());
     }
     ReadObject(json);

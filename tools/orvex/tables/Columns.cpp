@@ -71,14 +71,31 @@ std::size_t FromOption(const std::string& option, const std::vector<std::string>
   return static_cast<std::size_t>(number - 1);
 }
 
-/// The column of the label: by its name, by --x where the label stands alone, else the one behind the coordinates.
+/// The column of the label: by its name, by --x where the label stands alone. Without a header the label alone is the
+/// first column, and the one beside coordinates the last: there it is written.
 std::size_t LabelPlace(const TableOptions& options, const std::vector<std::string>& names, bool header) {
   if (options.labelIn.use == Label::Alone && !options.xColumn.empty())
     return FromOption(options.xColumn, names, header);
-  const auto named = std::find(names.begin(), names.end(), options.labelIn.name);
-  if (named != names.end()) return static_cast<std::size_t>(named - names.begin());
-  if (header) throw Failure("the header has no column \"" + options.labelIn.name + "\"");
-  return options.labelIn.use == Label::Alone ? 0 : 2;
+  const std::string& name = options.labelIn.name;
+  const auto named = std::find(names.begin(), names.end(), name);
+  if (named != names.end()) {
+    if (std::find(named + 1, names.end(), name) != names.end()) {
+      throw Failure("the header has two columns \"" + name + "\"");
+    }
+    return static_cast<std::size_t>(named - names.begin());
+  }
+  if (header) throw Failure("the header has no column \"" + name + "\"");
+  return options.labelIn.use == Label::Alone ? 0 : std::max<std::size_t>(names.size(), 3) - 1;
+}
+
+/// A second column of the name could not be told from the results; a label alone that they replace is none.
+void RefuseSecondLabel(const TableOptions& options, const std::vector<std::string>& names, const Columns& columns) {
+  if (options.labelOut.use == Label::None || !columns.header) return;
+  const bool replaces = options.labelIn.use == Label::Alone && !options.keep;
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    if (names[i] != options.labelOut.name || (replaces && i == columns.label)) continue;
+    throw Failure("the table has a column \"" + names[i] + "\" already, and the results would add another");
+  }
 }
 
 /// A label that stands alone may look like a name, so that only its column's own name makes a header.
@@ -90,10 +107,7 @@ Columns ChooseLabelAlone(const TableOptions& options, const std::vector<std::str
   return columns;
 }
 
-}  // namespace
-
-Columns ChooseColumns(const TableOptions& options, Kind kind, const std::vector<std::string>& names) {
-  if (options.labelIn.use == Label::Alone) return ChooseLabelAlone(options, names);
+Columns ChooseCoordinates(const TableOptions& options, Kind kind, const std::vector<std::string>& names) {
   Columns columns;
   columns.header = IsHeader(options, kind, names);
   const std::optional<bool> yFirst = YFirst(options);
@@ -121,6 +135,15 @@ Columns ChooseColumns(const TableOptions& options, Kind kind, const std::vector<
   if (*x == *y) throw Failure("x and y are the same column");
   columns.place = {*x, *y};
   if (options.labelIn.use == Label::Beside) columns.label = LabelPlace(options, names, columns.header);
+  return columns;
+}
+
+}  // namespace
+
+Columns ChooseColumns(const TableOptions& options, Kind kind, const std::vector<std::string>& names) {
+  const bool alone = options.labelIn.use == Label::Alone;
+  const Columns columns = alone ? ChooseLabelAlone(options, names) : ChooseCoordinates(options, kind, names);
+  RefuseSecondLabel(options, names, columns);
   return columns;
 }
 

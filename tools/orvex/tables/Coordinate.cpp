@@ -35,15 +35,15 @@ class AngleScanner {
   std::optional<Angle> Scan(Blanks blanks) {
     Angle angle;
     const bool lettered = TakeHemisphere(angle);
-    bool negative = Next() == '-';
-    if (Next() == '-' || Next() == '+') m_text.remove_prefix(1);
+    const bool negative = Next() == '-', hasSign = negative || Next() == '+';
+    if (hasSign) m_text.remove_prefix(1);
     if (!TakeFields(angle.degrees)) return std::nullopt;
     SkipBlanks();
     if (!lettered) TakeHemisphere(angle);
     SkipBlanks();
     if (!m_text.empty() || (m_blanks && blanks == Blanks::WithLetterOnly && angle.hemisphere == 0)) return std::nullopt;
-    negative |= angle.hemisphere == 'S' || angle.hemisphere == 'W';  // two signs do not cancel
-    if (negative) angle.degrees = -angle.degrees;
+    if (hasSign && angle.hemisphere != 0) return std::nullopt;  // nobody can tell whether -13W lies in the east
+    if (negative || angle.hemisphere == 'S' || angle.hemisphere == 'W') angle.degrees = -angle.degrees;
     return angle;
   }
 
@@ -185,6 +185,14 @@ std::optional<double> ParseLatitude(std::string_view text) {
   const auto angle = ReadAngle(text, Blanks::Allowed);
   if (!angle || IsOtherAxis(angle->hemisphere, true) || std::abs(angle->degrees) > 90) return std::nullopt;
   return angle->degrees;
+}
+
+bool HasSignAndLetter(std::string_view text) {
+  const std::size_t sign = text.find_first_of("+-");
+  if (sign == std::string_view::npos || sign > text.find_first_of("0123456789")) return false;
+  std::string unsignedText(text);
+  const std::optional<Angle> angle = ReadAngle(unsignedText.erase(sign, 1), Blanks::Allowed);
+  return angle && angle->hemisphere != 0;
 }
 
 bool IsOtherAxis(char hemisphere, bool isLatitude) {

@@ -30,8 +30,8 @@ struct Angle {
 enum class Blanks { WithLetterOnly, Allowed };
 
 /// An angle: a plain number, or degrees, minutes and seconds apart by d m s, ' ", colons or the typographic signs, with
-/// a sign or a hemisphere letter in front or behind. Blanks alone keep numbers apart where they are allowed, and
-/// anywhere when a letter makes clear that this is one angle. Minutes and seconds are below 60.
+/// a sign or a hemisphere letter (not both) in front or behind. Blanks alone keep numbers apart where they are allowed,
+/// and anywhere when a letter makes clear that this is one angle. Minutes and seconds are below 60.
 std::optional<Angle> ReadAngle(std::string_view text, Blanks blanks);
 
 /// The degrees alone; blanks are allowed.
@@ -40,6 +40,9 @@ std::optional<double> ParseAngle(std::string_view text);
 /// The same for one of the axes: nothing where a letter says that it is the other one, nor for latitudes beyond a pole.
 std::optional<double> ParseLongitude(std::string_view text);
 std::optional<double> ParseLatitude(std::string_view text);
+
+/// True for what would be an angle if it had not a sign as well as a hemisphere letter: -13W.
+bool HasSignAndLetter(std::string_view text);
 
 /// Whether the letter belongs to the other axis.
 bool IsOtherAxis(char hemisphere, bool isLatitude);

@@ -45,6 +45,9 @@ std::string CoordinateReader::Fault(std::string_view field, std::size_t axis) co
     }
     return shown + " lies beyond the pole";
   }
+  if (m_kind == Kind::Geographic && HasSignAndLetter(text)) {
+    return "cannot read " + shown + ": a sign or a letter, not both";
+  }
   const std::optional<std::string> plain = m_decimalComma ? std::nullopt : WithoutDecimalComma(text);
   const bool comma = plain && *plain != text && ReadAs(*plain, Blanks::WithLetterOnly);
   return "cannot read " + shown + (comma ? "; for decimal commas say --decimal-comma" : "");

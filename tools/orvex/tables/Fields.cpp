@@ -120,7 +120,7 @@ bool IsHeaderLine(const std::vector<std::string>& fields) {
 
 bool HoldsAngle(const std::vector<std::string>& fields) {
   return std::any_of(fields.begin(), fields.end(),
-                     [](const std::string& field) { return ParseAngle(field).has_value(); });
+                     [](const std::string& field) { return ParseAngle(field) || HasSignAndLetter(field); });
 }
 
 bool IsIdle(std::string_view line) {
