@@ -704,6 +704,20 @@ class Georef(ToolTest):
         self.assertEqual(len(gcps), 5)
         self.near([float(v) for v in gcps[1].split()[1:]], [float(v) for v in rows[1]], 1e-9, "gcp")
 
+    def test_report_and_options_go_to_the_output(self):
+        fit = ["georef", "--controls", self.file("c.csv", self.AFFINE), "--method", "affine"]
+        for asked in [["--report"], ["--gcp"], ["--report", "--gcp"]]:
+            printed = run(*fit, *asked)[1]
+            self.assertTrue(printed)
+            self.assertEqual(run(*fit, *asked, "-o", self.file("out")), (OK, "", ""))
+            self.assertEqual(self.read("out"), printed)
+            status, points, messages = run(*fit, *asked, "-", text="12,20\n")
+            self.assertEqual((status, points, messages), (OK, "1014.0000,4963.0000\n", printed))
+        self.refused(*fit, "--report", "-o", "c.csv", says="is the input")
+        self.refused(*fit, "-o", "c.csv", says="is the input")
+        self.refused(*fit, "--world-file", "w", "-o", "out", says="--output is for")
+        self.assertEqual(self.read("c.csv"), self.AFFINE)
+
     def test_a_warp_tells_what_each_point_shows_of_the_others(self):
         # affine data but for one point, which is (0.3, 0.4) off: the others say so, though the warp passes through it
         lines = self.AFFINE.splitlines()
