@@ -187,13 +187,14 @@ int Run(const Options& options) {
                       (!options.report && !options.gcp && options.worldFile.empty());
   TableOptions table = options.table;
   if (table.file.empty()) table.file = "-";
-  if (points && table.file == "-" && options.controls == "-") throw Failure("two inputs cannot be standard input");
+  if (points && table.coordinates.empty() && table.file == "-" && options.controls == "-")
+    throw Failure("two inputs cannot be standard input");
   if (!points && !options.report && !options.gcp && table.output != "-") {
     throw Failure("--output is for points, --report and --gcp");
   }
   if (!points && options.inverse) throw Failure("--inverse is for points; name their file, or - for standard input");
   RefuseSameFile(options.controls, table.output);
-  const Controls controls = ReadControls(options.controls, options.table.delimiter);
+  const Controls controls = ReadControls(options.controls, options.table.delimiter, options.table.decimalComma);
   Fit fit(method, controls, options.flipY);
   if (fit.IsMirrored()) {
     Warn(std::string("the source is the mirror image of the destination; try ") + (options.flipY ? "without" : "with") +
