@@ -218,6 +218,12 @@ class CommandLine(ToolTest):
                                (["13.4", "95"], "beyond the pole"), (["N52", "E13"], "--order lat,lon"), (["13.4"], "cannot open 13.4")]:
             self.refused("project", "--utm", "33N", *operands, says=says)
 
+    def test_empty_values_do_not_pass_for_missing_ones(self):
+        for command, options in [("convert", ["--from", "--from-datum", "--to-utm"]), ("datum", ["--from", "--ini"]),
+                                 ("project", ["--ellipsoid", "--from-unit", "--x", "-o", "--set"])]:
+            for option in options:
+                self.refused(command, option, "", says="needs a value, not an empty one")
+
     def test_the_manual_and_the_completions_know_every_option(self):
         page = run("man")[1].replace("\\", "")
         completions = {shell: run("completion", shell)[1] for shell in ("bash", "zsh", "fish")}
@@ -630,7 +636,10 @@ class Datums(ToolTest):
             (["remove", "Site A", "--ini", ini], "there is no datum"), (["show", "american 1983"], '"North American Datum 1983"'),
             (["add", "C", "--ini", ini, "--rx", "1"], "--method bursa"), (["add", "C", "--ini", ini, "--method", "ntv2"], "none, mol"),
             (["add", "C", "--ini", "no/own.ini"], "cannot store"), (["add", "C", "--ini", ini, "--flattening", "1"], "--radius"),
-            (["add", "world geodetic system 1984", "--ini", ini], "built-in"), (["--from", "6326"], "--from and --to"),
+            (["add", "world geodetic system 1984", "--ini", ini], "built-in"), (["add", "wgs84", "--ini", ini], "built-in"),
+            (["add", "3", "--ini", ini], "cannot name a datum"), (["add", "C", "--ini", ini, "--dx", "nan"], "--dx is not a finite"),
+            (["add", "C", "--ini", ini, "--radius", "inf"], "--radius is not a finite"),
+            (["show", "tokyo", "--ini", "none.ini"], "cannot open none.ini"), (["show", "tokyo", "--ini", "."], ". is a directory"), (["--from", "6326"], "--from and --to"),
             (["--from", "6326", "--to", "European 1950 (MRE)"], "only be converted from"), (["--from", "1", "--to", "0"], "no datum"),
         ]:
             self.refused("datum", *arguments, says=says)
@@ -719,6 +728,42 @@ class Georef(ToolTest):
         gcps = run("georef", "--controls", self.file("n.csv"), "--method", "affine", "--gcp")[1].splitlines()
         self.assertEqual(len(gcps), 5)
         self.near([float(v) for v in gcps[1].split()[1:]], [float(v) for v in rows[1]], 1e-9, "gcp")
+
+    def test_report_and_options_go_to_the_output(self):
+        fit = ["georef", "--controls", self.file("c.csv", self.AFFINE), "--method", "affine"]
+        for asked in [["--report"], ["--gcp"], ["--report", "--gcp"]]:
+            printed = run(*fit, *asked)[1]
+            self.assertTrue(printed)
+            self.assertEqual(run(*fit, *asked, "-o", self.file("out")), (OK, "", ""))
+            self.assertEqual(self.read("out"), printed)
+            status, points, messages = run(*fit, *asked, "-", text="12,20\n")
+            self.assertEqual((status, points, messages), (OK, "1014.0000,4963.0000\n", printed))
+        self.refused(*fit, "--report", "-o", "c.csv", says="is the input")
+        self.refused(*fit, "-o", "c.csv", says="is the input")
+        self.refused(*fit, "--world-file", "w", "-o", "out", says="--output is for")
+        self.assertEqual(self.read("c.csv"), self.AFFINE)
+
+    def test_the_header_of_controls_orders_the_columns(self):
+        rows = [line.split(",") for line in self.AFFINE.splitlines()[1:]]
+        for header, order in [("y,x,northing,easting", (1, 0, 3, 2)), ("dest_x,dest_y,source_x,source_y", (2, 3, 0, 1)),
+                              ("x,y,north,east", (0, 1, 3, 2)), ("a,b,c,d", (0, 1, 2, 3))]:
+            text = "\n".join([header, *(",".join(row[i] for i in order) for row in rows)])
+            self.near(self.numbers("georef", "--controls", self.file("o.csv", text), "--method", "affine", "12", "20"),
+                      (1014, 4963), 1e-3, header)
+        self.refused("georef", "--controls", self.file("o.csv", "x,easting,y,northing\n1,2,3,4\n"), "--method", "affine", says="apart")
+
+    def test_controls_with_decimal_commas_or_from_standard_input(self):
+        text = self.AFFINE.replace(",", ";").replace(".", ",")
+        fit = ["georef", "--method", "affine", "12", "20"]
+        self.assertEqual(run(*fit, "--decimal-comma", "--controls", self.file("k.csv", text))[:2], (OK, "1014,0000 4963,0000\n"))
+        self.assertEqual(run(*fit, "--controls", "-", text=self.AFFINE)[:2], (OK, "1014.0000 4963.0000\n"))
+        self.refused("georef", "--method", "affine", "--controls", "-", says="two inputs")
+
+    def test_what_says_neither_on_nor_off(self):
+        for word in ["nein", "maybe", "2", ""]:
+            text = "x,y,e,n,on\n0,0,0,0,yes\n9,0,9,0,Y\n0,9,0,9,1\n9,9,9,9,%s\n" % word
+            messages = run("georef", "--controls", self.file("on.csv", text), "--method", "affine", "--report")[2]
+            self.assertIn('on.csv:5: "%s" is neither on nor off' % word, messages)
 
     def test_a_warp_tells_what_each_point_shows_of_the_others(self):
         # affine data but for one point, which is (0.3, 0.4) off: the others say so, though the warp passes through it

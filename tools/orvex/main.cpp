@@ -43,6 +43,19 @@ void ExplainMissingCommand(const CLI::App& app) {
   throw Failure(path + " needs one of: " + list);
 }
 
+/// An empty value is most often a variable of a script that was never set: it must not pass for an option that was not
+/// given. Only a title may be empty.
+void RefuseEmptyValues(CLI::App& app) {
+  const auto notEmpty = [](const std::string& value) { return value.empty() ? "needs a value, not an empty one" : ""; };
+  for (CLI::Option* option : app.get_options()) {
+    const bool takesValue = option->get_items_expected_max() > 0;
+    if (takesValue && !option->get_positional() && !option->check_lname("title")) {
+      option->check(CLI::Validator(notEmpty, ""));
+    }
+  }
+  for (CLI::App* command : app.get_subcommands([](CLI::App*) { return true; })) RefuseEmptyValues(*command);
+}
+
 int Run(int argc, char** argv) {
   using namespace orvex::tool;
   CLI::App app{"Converts coordinates: map projections, state plane and UTM zones, datums, georeferencing, maps."};
@@ -64,6 +77,7 @@ int Run(int argc, char** argv) {
   AddMapCommand(app, status);
   AddShowCommand(app, status);
   AddHelpCommands(app, status);
+  RefuseEmptyValues(app);
   try {
     try {
       app.parse(argc, argv);

@@ -113,7 +113,7 @@ void AddConvertCommand(CLI::App& app, int& status) {
   command->add_option("--to-unit", options->to.unit, "Unit of the results (default m)");
   command->add_option("--from-datum", options->fromDatum, "Source datum: name, number or POSC code");
   command->add_option("--to-datum", options->toDatum, "Destination datum");
-  command->add_option("--ini", options->ini, "INI file with custom datums");
+  AddIniOption(*command, options->ini);
   AddGridsOption(*command);
   AddStatedOption(*command, options->stated);
   AddTableOptions(*command, options->table);

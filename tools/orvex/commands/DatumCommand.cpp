@@ -1,6 +1,8 @@
 // DatumCommand - orvex datum: positions from one datum to another, and the custom datums of an INI file.
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
+#include <iterator>
 #include <memory>
 
 #include <orvex/orvex.h>
@@ -33,9 +35,24 @@ int Convert(const ConvertOptions& options) {
   return status;
 }
 
+struct NumberOption {
+  const char* name;
+  const char* help;
+};
+constexpr NumberOption kNumbers[] = {{"--pm", "Prime meridian, degrees east of Greenwich"},
+                                     {"--dx", "Shift along X, metres"},
+                                     {"--dy", "Shift along Y, metres"},
+                                     {"--dz", "Shift along Z, metres"},
+                                     {"--rx", "Rotation about X, arcseconds (bursa)"},
+                                     {"--ry", "Rotation about Y, arcseconds (bursa)"},
+                                     {"--rz", "Rotation about Z, arcseconds (bursa)"},
+                                     {"--k", "Scale correction, parts per million (bursa)"},
+                                     {"--radius", "Semi-major axis in metres, instead of --ellipsoid"},
+                                     {"--flattening", "Flattening, with --radius"}};
+
 struct StoreOptions {
   std::string name, ini, method = "molodensky", ellipsoid = "WGS 84";
-  double values[10]{};  // PMShift, dx, dy, dz, rx, ry, rz, k, MajorRadius, Flattening
+  double values[std::size(kNumbers)]{};  // PMShift, dx, dy, dz, rx, ry, rz, k, MajorRadius, Flattening
   bool inverse = false;
 };
 
@@ -46,7 +63,30 @@ std::string MethodName(DatumMethod method) {
   return index < kMethodNames.size() ? kMethodNames[index] : "unknown";
 }
 
+void RequireFinite(const StoreOptions& o) {
+  for (std::size_t i = 0; i < std::size(kNumbers); ++i) {
+    if (!std::isfinite(o.values[i])) throw Failure(std::string(kNumbers[i].name) + " is not a finite number");
+  }
+}
+
+/// Under a name that already means something a custom datum would never be found.
+void RefuseTakenName(const std::string& name) {
+  if (name.find_first_not_of("0123456789 ") == std::string::npos) {
+    throw Failure("\"" + name + "\" cannot name a datum: numbers are those of the list and POSC codes");
+  }
+  const std::vector<std::string> names = DatumNames("");
+  std::size_t index = names.size();
+  try {
+    index = FindDatum(name, names);
+  } catch (const Failure&) {  // not taken
+  }
+  if (index == names.size()) return;
+  throw Failure("\"" + name + "\" is a built-in datum" + (names[index] == name ? "" : ": " + names[index]));
+}
+
 int Add(const StoreOptions& o) {
+  RequireFinite(o);
+  RefuseTakenName(o.name);
   DATUM2WGS84 params{};
   params.Method = static_cast<DatumMethod>(FindName(kMethodNames, o.method, "method"));
   if (params.Method != DM_NOXFORM && params.Method != DM_BURSA && params.Method != DM_MOLODENSKY) {
@@ -73,7 +113,6 @@ int Add(const StoreOptions& o) {
   check.Step1 = params;
   char message[256];
   if (DatCheckParams(&check, message, false) != 0) throw Failure(message);
-  if (NDatIsBuiltIn(nullptr, o.name.c_str(), nullptr)) throw Failure("\"" + o.name + "\" is a built-in datum");
   if (!NDatSave(o.ini.c_str(), o.name.c_str(), &params)) throw Failure("cannot store \"" + o.name + "\" in " + o.ini);
   return kSuccess;
 }
@@ -126,7 +165,7 @@ void AddDatumCommand(CLI::App& app, int& status) {
   const auto options = std::make_shared<ConvertOptions>();
   command->add_option("--from", options->from, "Source datum: name, number or POSC code");
   command->add_option("--to", options->to, "Destination datum");
-  command->add_option("--ini", options->ini, "INI file with custom datums");
+  AddIniOption(*command, options->ini);
   AddGridsOption(*command);
   AddStatedOption(*command, options->stated);
   AddTableOptions(*command, options->table);
@@ -137,28 +176,15 @@ void AddDatumCommand(CLI::App& app, int& status) {
   CLI::App* show = command->add_subcommand("show", "Show a datum's parameters");
   for (CLI::App* action : {add, remove, show}) {
     action->add_option("NAME", store->name, "Name of the datum")->required();
-    CLI::Option* ini = action->add_option("--ini", store->ini, "INI file with custom datums");
+    CLI::Option* ini = AddIniOption(*action, store->ini, action == add);
     if (action != show) ini->required();
   }
   add->add_option("--method", store->method, "none, molodensky (default) or bursa");
   CLI::Option* ellipsoid =
       add->add_option("--ellipsoid", store->ellipsoid, "Ellipsoid by name or POSC number (default WGS 84)");
   add->add_flag("--from-wgs84", store->inverse, "The parameters lead from WGS 84 to the datum");
-  const struct {
-    const char* name;
-    const char* help;
-  } numbers[] = {{"--pm", "Prime meridian, degrees east of Greenwich"},
-                 {"--dx", "Shift along X, metres"},
-                 {"--dy", "Shift along Y, metres"},
-                 {"--dz", "Shift along Z, metres"},
-                 {"--rx", "Rotation about X, arcseconds (bursa)"},
-                 {"--ry", "Rotation about Y, arcseconds (bursa)"},
-                 {"--rz", "Rotation about Z, arcseconds (bursa)"},
-                 {"--k", "Scale correction, parts per million (bursa)"},
-                 {"--radius", "Semi-major axis in metres, instead of --ellipsoid"},
-                 {"--flattening", "Flattening, with --radius"}};
-  for (std::size_t i = 0; i < std::size(numbers); ++i)
-    add->add_option(numbers[i].name, store->values[i], numbers[i].help);
+  for (std::size_t i = 0; i < std::size(kNumbers); ++i)
+    add->add_option(kNumbers[i].name, store->values[i], kNumbers[i].help);
   add->get_option("--radius")->excludes(ellipsoid);
 
   add->callback([store, &status] { status = Add(*store); });

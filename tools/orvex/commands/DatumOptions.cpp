@@ -2,12 +2,15 @@
 #include "commands/DatumOptions.h"
 
 #include <cstdlib>
+#include <filesystem>
+#include <system_error>
 
 #include <orvex/grids.h>
 #include <shr/exception.h>
 
 #include "Failure.h"
 #include "commands/Names.h"
+#include "tables/Files.h"
 
 namespace orvex::tool {
 
@@ -120,6 +123,20 @@ void AddGridsOption(CLI::App& command) {
   command.add_option_function<std::string>(
       "--grids", UseGrids,
       "Directory of grid files (NADCON, NTv2), before that of the program; else the environment's ORVEX_GRIDS");
+}
+
+CLI::Option* AddIniOption(CLI::App& command, std::string& ini, bool canBeNew) {
+  const auto readable = [canBeNew](const std::string& file) -> std::string {
+    std::error_code ignored;
+    if (file.empty() || (canBeNew && !std::filesystem::exists(file, ignored))) return "";
+    try {
+      OpenInput(file);
+      return "";
+    } catch (const Failure& reason) {
+      return reason.what();
+    }
+  };
+  return command.add_option("--ini", ini, "INI file with custom datums")->check(CLI::Validator(readable, ""));
 }
 
 Figure DatumFigure(const std::string& text, const std::string& ini) {

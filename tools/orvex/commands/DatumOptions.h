@@ -31,6 +31,9 @@ class DatumConversion {
   std::string m_gridFiles;  // that the conversion needs
 };
 
+/// Adds --ini: a file of custom datums, which must be there and readable unless it can be new.
+CLI::Option* AddIniOption(CLI::App& command, std::string& ini, bool canBeNew = false);
+
 /// Adds the option that names the directory of grid files.
 void AddGridsOption(CLI::App& command);
 

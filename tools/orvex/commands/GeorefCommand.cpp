@@ -109,12 +109,27 @@ double Row(const Controls& controls, double y) {
 }
 
 /// Control points as the raster tools of GDAL take them: -gcp pixel line easting northing.
-void PrintGcps(const Controls& controls) {
+void PrintGcps(const Controls& controls, std::FILE* out) {
   for (std::size_t i = 0; i < controls.source.size(); ++i) {
     const GEOREFPOINT from = controls.source[i], to = controls.destination[i];
-    std::printf("-gcp %s %s %s %s\n", Digits(from.x).c_str(), Digits(Row(controls, from.y)).c_str(),
-                Digits(to.x).c_str(), Digits(to.y).c_str());
+    std::fprintf(out, "-gcp %s %s %s %s\n", Digits(from.x).c_str(), Digits(Row(controls, from.y)).c_str(),
+                 Digits(to.x).c_str(), Digits(to.y).c_str());
   }
+}
+
+/// What the options ask to be told about the fit.
+void Print(Fit& fit, const Options& options, std::FILE* out) {
+  const int decimals = options.table.format.decimals;
+  if (options.report) Report(fit, decimals < 0 ? 4 : decimals, out);
+  if (options.gcp) PrintGcps(fit.ControlPoints(), out);
+}
+
+/// The same where no points follow.
+void PrintToOutput(Fit& fit, const Options& options) {
+  if (!options.report && !options.gcp) return;
+  OutputFile output(options.table.output);
+  Print(fit, options, output.Stream());
+  output.Commit();
 }
 
 /// Six lines: the steps of one column and of one row, and the position of the centre of the upper left pixel, which
@@ -172,9 +187,14 @@ int Run(const Options& options) {
                       (!options.report && !options.gcp && options.worldFile.empty());
   TableOptions table = options.table;
   if (table.file.empty()) table.file = "-";
-  if (points && table.file == "-" && options.controls == "-") throw Failure("two inputs cannot be standard input");
+  if (points && table.coordinates.empty() && table.file == "-" && options.controls == "-")
+    throw Failure("two inputs cannot be standard input");
+  if (!points && !options.report && !options.gcp && table.output != "-") {
+    throw Failure("--output is for points, --report and --gcp");
+  }
   if (!points && options.inverse) throw Failure("--inverse is for points; name their file, or - for standard input");
-  const Controls controls = ReadControls(options.controls, options.table.delimiter);
+  RefuseSameFile(options.controls, table.output);
+  const Controls controls = ReadControls(options.controls, options.table.delimiter, options.table.decimalComma);
   Fit fit(method, controls, options.flipY);
   if (fit.IsMirrored()) {
     Warn(std::string("the source is the mirror image of the destination; try ") + (options.flipY ? "without" : "with") +
@@ -182,13 +202,11 @@ int Run(const Options& options) {
   }
   if (options.inverse) fit.CheckInverse();
   if (!options.worldFile.empty()) WriteWorldFile(fit, options);
-  if (options.report) {
-    const int decimals = table.format.decimals < 0 ? 4 : table.format.decimals;
-    Report(fit, decimals, points && table.output == "-" ? stderr : stdout);
+  if (!points) {
+    PrintToOutput(fit, options);
+    return kSuccess;
   }
-  if (options.gcp) PrintGcps(controls);
-  if (!points) return kSuccess;
-  std::fflush(stdout);
+  Print(fit, options, table.output == "-" ? stderr : stdout);
   return TransformPoints(method, controls, options, table);
 }
 

@@ -141,7 +141,7 @@ void AddListCommand(CLI::App& app, int& status) {
   addFiltered("ellipsoids", "The ellipsoids", ListEllipsoids);
   addFiltered("units", "The units of length", ListUnits);
   addFiltered("zones", "The US state plane zones", ListZones);
-  addFiltered("datums", "The datums", ListDatums)->add_option("--ini", options->ini, "INI file with custom datums");
+  AddIniOption(*addFiltered("datums", "The datums", ListDatums), options->ini);
   CLI::App* params = add("params", "The parameters of a projection", ListParams);
   params->add_option("TYPE", options->projection, "Projection by name")->required();
   params->add_option("TEXT", options->words, "Only rows that hold these words");

@@ -25,6 +25,36 @@ struct Row {
   std::string fault;
 };
 
+/// What the name of a column says of it.
+struct Meaning {
+  std::optional<std::size_t> axis;  ///< 0: x, 1: y
+  std::optional<std::size_t> side;  ///< 0: source, 1: destination
+};
+
+/// "northing", "y", "dest_x", "sourceY", "x2"; nothing for names that say nothing.
+Meaning MeaningOf(const std::string& column) {
+  static constexpr std::string_view kAxes[2][10] = {
+      {"x", "e", "east", "easting", "lon", "long", "longitude", "col", "column", "pixel"},
+      {"y", "n", "north", "northing", "lat", "latitude", "row", "line"}};
+  static constexpr std::string_view kSides[2][3] = {{"source", "src", "from"}, {"destination", "dest", "dst"}};
+  std::string name;
+  for (const char c : Lower(column)) {
+    if (c >= 'a' && c <= 'z') name += c;
+  }
+  Meaning meaning;
+  for (std::size_t side = 0; side < 2; ++side) {
+    for (const std::string_view word : kSides[side]) {
+      if (meaning.side || !name.starts_with(word)) continue;
+      meaning.side = side;
+      name.erase(0, word.size());
+    }
+  }
+  for (std::size_t axis = 0; axis < 2 && !name.empty(); ++axis) {
+    if (std::find(std::begin(kAxes[axis]), std::end(kAxes[axis]), name) != std::end(kAxes[axis])) meaning.axis = axis;
+  }
+  return meaning;
+}
+
 /// Which column holds what.
 struct Layout {
   std::array<std::size_t, kColumns> places{0, 1, 2, 3};  // source x and y, destination x and y
@@ -55,19 +85,43 @@ struct Layout {
     for (std::size_t i = 0; i < header.size() && next < kColumns; ++i) {
       if (i != name && i != on) places[next++] = i;
     }
+    if (next == kColumns) OrderByNames(header);
     if (header.size() != kColumns + (name ? 1 : 0) + (on ? 1 : 0)) columns = kColumns;  // said for every line
   }
   Layout() = default;
+
+  /// Source before destination and x before y, unless the names say another order.
+  void OrderByNames(const std::vector<std::string>& header) {
+    std::array<Meaning, kColumns> meanings;
+    std::transform(places.begin(), places.end(), meanings.begin(),
+                   [&](std::size_t place) { return MeaningOf(header[place]); });
+    const bool sides = std::all_of(meanings.begin(), meanings.end(), [](const Meaning& m) { return m.side; });
+    std::array<std::optional<std::size_t>, kColumns> ordered;
+    for (std::size_t i = 0; i < kColumns; ++i) {
+      const bool axes = meanings[i].axis && meanings[i ^ 1].axis;  // of both columns of the pair
+      const std::size_t side = sides ? *meanings[i].side : i / 2, axis = axes ? *meanings[i].axis : i % 2;
+      std::optional<std::size_t>& place = ordered[2 * side + axis];
+      if (place) throw Failure("the header does not tell source x and y, destination x and y apart");
+      place = places[i];
+    }
+    std::transform(ordered.begin(), ordered.end(), places.begin(), [](const auto& place) { return *place; });
+  }
 };
 
-Row ParseRow(const Layout& layout, const std::vector<std::string>& fields) {
+std::optional<double> ParseControl(const std::string& field, bool decimalComma) {
+  if (!decimalComma) return ParseAngle(field);
+  const std::optional<std::string> plain = WithoutDecimalComma(field);
+  return plain ? ParseAngle(*plain) : std::nullopt;
+}
+
+Row ParseRow(const Layout& layout, const std::vector<std::string>& fields, bool decimalComma) {
   Row row;
   if (fields.size() != layout.columns) {
     row.fault = "has " + std::to_string(fields.size()) + " columns instead of " + std::to_string(layout.columns);
     return row;
   }
   for (std::size_t i = 0; i < kColumns; ++i) {
-    const std::optional<double> value = ParseAngle(fields[layout.places[i]]);
+    const std::optional<double> value = ParseControl(fields[layout.places[i]], decimalComma);
     if (!value) {
       row.fault = "cannot read column " + std::to_string(layout.places[i] + 1);
       return row;
@@ -77,17 +131,24 @@ Row ParseRow(const Layout& layout, const std::vector<std::string>& fields) {
   return row;
 }
 
-bool IsOff(const Layout& layout, const std::vector<std::string>& fields) {
-  if (!layout.on || *layout.on >= fields.size()) return false;
+/// Whether a point is on; nothing for a word that does not say it.
+std::optional<bool> IsOn(const Layout& layout, const std::vector<std::string>& fields) {
+  if (!layout.on || *layout.on >= fields.size()) return true;
   const std::string text = Lower(fields[*layout.on]);
-  return text == "0" || text == "no" || text == "off" || text == "false";
+  for (const std::string_view on : {"1", "yes", "y", "true", "on"}) {
+    if (text == on) return true;
+  }
+  for (const std::string_view off : {"0", "no", "n", "false", "off"}) {
+    if (text == off) return false;
+  }
+  return std::nullopt;
 }
 
 /// The lines of a table as unquoted fields.
 class Reader {
  public:
-  Reader(const std::string& file, std::string delimiter)
-      : m_path(file), m_name(DisplayName(file)), m_delimiter(std::move(delimiter)) {
+  Reader(const std::string& file, std::string delimiter, bool decimalComma)
+      : m_path(file), m_name(DisplayName(file)), m_delimiter(std::move(delimiter)), m_decimalComma(decimalComma) {
     if (file != "-") OpenInput(file, m_file);
     m_in = file == "-" ? &std::cin : &m_file;
   }
@@ -99,7 +160,7 @@ class Reader {
       TakeCarriageReturn(line);
       if (m_number == 1 && line.starts_with(kByteOrderMark)) line.erase(0, kByteOrderMark.size());
       if (IsIdle(line)) continue;
-      if (!m_splitter) m_splitter.emplace(ChooseDelimiter(m_delimiter, line));
+      if (!m_splitter) m_splitter.emplace(ChooseDelimiter(m_delimiter, line, m_decimalComma));
       closed = m_splitter->Split(line, m_places);
       fields.clear();
       for (const Field& place : m_places) fields.push_back(Unquoted(Text(line, place)));
@@ -116,6 +177,7 @@ class Reader {
 
  private:
   std::string m_path, m_name, m_delimiter;
+  bool m_decimalComma;
   std::ifstream m_file;
   std::istream* m_in = nullptr;
   std::optional<Splitter> m_splitter;
@@ -125,9 +187,9 @@ class Reader {
 
 }  // namespace
 
-Controls ReadControls(const std::string& file, const std::string& delimiter) {
+Controls ReadControls(const std::string& file, const std::string& delimiter, bool decimalComma) {
   Controls controls;
-  Reader reader(file, delimiter);
+  Reader reader(file, delimiter, decimalComma);
   std::size_t faults = 0, number = 0;
   Layout layout;
   for (bool first = true; reader.Next(); first = false) {
@@ -136,8 +198,10 @@ Controls ReadControls(const std::string& file, const std::string& delimiter) {
       continue;
     }
     ++number;
-    if (reader.closed && IsOff(layout, reader.fields)) continue;
-    Row row = ParseRow(layout, reader.fields);
+    const std::optional<bool> on = IsOn(layout, reader.fields);
+    if (reader.closed && on == false) continue;
+    Row row = ParseRow(layout, reader.fields, decimalComma);
+    if (!on) row.fault = "\"" + reader.fields[*layout.on] + "\" is neither on nor off: say yes or no, 1 or 0";
     if (!reader.closed) row.fault = "a quote is not closed";
     if (row.fault.empty()) {
       controls.source.push_back({row.values[0], row.values[1]});

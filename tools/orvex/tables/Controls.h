@@ -15,11 +15,11 @@ struct Controls {
   bool rowsUp = false;               ///< the source's y are rows of a raster, negative below its upper edge
 };
 
-/// Reads a table of four columns: source x and y, destination x and y; a header, blank lines and comments ('#') are
-/// passed over. Columns of a header called name (id, point) and on (enable, enabled, use) may come besides, points that
-/// are off (0, no, off, false) are left out. The .points files of QGIS are known by their header; they count the rows
-/// of rasters upwards. Every bad line is reported on standard error with its number; then the whole file is refused by
-/// a Failure.
-Controls ReadControls(const std::string& file, const std::string& delimiter);
+/// Reads a table of four columns: source x and y, destination x and y, or as the names of a header order them; blank
+/// lines and comments ('#') are passed over. Columns of a header called name (id, point) and on (enable, enabled, use)
+/// may come besides, points that are off (0, no, off, false) are left out. The .points files of QGIS are known by their
+/// header; they count the rows of rasters upwards. Every bad line is reported on standard error with its number; then
+/// the whole file is refused by a Failure.
+Controls ReadControls(const std::string& file, const std::string& delimiter, bool decimalComma);
 
 }  // namespace orvex::tool

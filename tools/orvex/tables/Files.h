@@ -40,6 +40,8 @@ class OutputFile {
   OutputFile& operator=(const OutputFile&) = delete;
 
   void Write(std::string_view text);
+  /// For text that is printed; Commit tells its faults.
+  std::FILE* Stream() { return m_file.get(); }
   /// Completes the file. Both throw Failure when something could not be written.
   void Commit();
 
