@@ -13,9 +13,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   fuzz::Input in(data, size);
   static constexpr const char* kDelimiters[] = {"", ",", ";", "tab", "blank", "|"};
   const char* const delimiter = kDelimiters[in.Below(6)];
+  const bool decimalComma = in.Bit();
   const std::string file = fuzz::Files().Write("in.points", in.Rest());
   try {
-    const Controls controls = ReadControls(file, delimiter);
+    const Controls controls = ReadControls(file, delimiter, decimalComma);
     const std::size_t count = controls.source.size();
     fuzz::Expect(count > 0 && controls.destination.size() == count, "points come in pairs");
     fuzz::Expect(controls.names.empty() || controls.names.size() == count, "all have a name or none");
