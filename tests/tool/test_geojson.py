@@ -86,6 +86,7 @@ class GeoJson(ToolTest):
         self.near(back["coordinates"], self.GEOMETRIES[0]["coordinates"], 1e-6, "there and back")
         self.refused("convert", "--from", "25833", utm, says="EPSG:25832, not in EPSG:25833")
         self.refused("project", "--utm", "33N", utm, says="orvex convert --from EPSG:25832")
+        self.refused("project", "--utm", "33N", "--geojson", "13", "52", says="--geojson is for files")
 
     def test_what_cannot_be_computed(self):
         features = [{"type": "Feature", "properties": {"n": i}, "geometry": {"type": "LineString", "coordinates": [[0, 0], [x, 10]]}}

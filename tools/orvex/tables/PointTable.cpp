@@ -269,6 +269,9 @@ int ThreadCount(const TableOptions& options) {
 }
 
 int ConvertTable(const TableOptions& options, Kind from, Kind to, const ConverterFactory& makeConverter) {
+  if (options.geoJson && !options.coordinates.empty()) {
+    throw Failure("--geojson is for files; the coordinates on the command line are numbers");
+  }
   if (options.geoJson || IsGeoJsonName(options.file)) return ConvertGeoJson(options, from, to, makeConverter);
   return ConvertLabelledTable(options, from, to, [&] {
     return LabelConverter(
