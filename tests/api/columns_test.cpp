@@ -171,8 +171,8 @@ TEST(Columns, FromOtherLanguages) {
   DATUMPOINT point{lon[0], lat[0]};
   EXPECT_EQ(orvex_datum_convert_columns(datum, lon, lat, x, y, 1, message), ORVEX_OK);
   EXPECT_TRUE(DatConvertDatum(datum, &point, 1));
-  EXPECT_EQ(x[0], point.x);
-  EXPECT_EQ(y[0], point.y);
+  EXPECT_EQ(x[0], double(point.x));
+  EXPECT_EQ(y[0], double(point.y));
   EXPECT_EQ(orvex_datum_convert_columns(datum, lon, lat, x, y, 0, message), ORVEX_BAD_ARGUMENT);
   orvex_datum_delete(datum);
 }

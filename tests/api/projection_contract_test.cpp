@@ -417,9 +417,10 @@ TEST(HalfMarked, theOtherCoordinateGoesOn) {
     CProjector projector(&record);
     PROJPOINT p = row.given;
     EXPECT_TRUE(row.forward ? projector.Forward(&p, 1) : projector.Inverse(&p, 1));
-    SCOPED_TRACE(testing::Message() << "forward " << row.forward << ": " << row.given.x << ", " << row.given.y);
-    EXPECT_NEAR(p.x, row.want.x, 1e-12);
-    EXPECT_NEAR(p.y, row.want.y, 1e-12);
+    const double givenX = row.given.x, givenY = row.given.y, x = p.x, y = p.y;  // no references to packed fields
+    SCOPED_TRACE(testing::Message() << "forward " << row.forward << ": " << givenX << ", " << givenY);
+    EXPECT_NEAR(x, double(row.want.x), 1e-12);
+    EXPECT_NEAR(y, double(row.want.y), 1e-12);
     EXPECT_EQ(projector.Result(), 0);
   }
   DATUMXFORM xform{};
@@ -430,7 +431,8 @@ TEST(HalfMarked, theOtherCoordinateGoesOn) {
                                     std::pair(DATUMPOINT{400, DBL_MAX}, DATUMPOINT{40, DBL_MAX})}) {
     DATUMPOINT p = given;
     EXPECT_TRUE(transform.Convert(&p, 1) && transform.HadUnplottables());  // as for a marker
-    EXPECT_TRUE(p.x == want.x && p.y == want.y) << p.x << ", " << p.y;
+    const double x = p.x, y = p.y;
+    EXPECT_TRUE(x == want.x && y == want.y) << x << ", " << y;
   }
 }
 
