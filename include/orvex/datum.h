@@ -370,9 +370,9 @@ ORVEX_API void ORVEX_CALL DatDeleteDatum(void* handle);
 /// their sign, latitudes folded at the poles. A point that cannot be computed becomes DBL_MAX in both fields; where one
 /// field alone holds it on entry it stays, and the other is normalised; DatSetAccuracy has what is otherwise for
 /// handles that compute exactly. False for a null handle or when a step failed. Throws shr::Exception: 20200 for null
-/// points, n below 1 or missing NADCON grids, 20280 and 20281 for a missing or corrupt NTv2 grid. All that can fail
-/// does so before a point is touched, but for memory for a part of a NADCON grid (20201), which leaves the rest of the
-/// points as given. One handle must not be used by two threads at once.
+/// points, n below 1 or missing NADCON grids, 20280 and 20281 for a missing or corrupt NTv2 grid. What fails
+/// leaves all points as they were given, also where a part of a NADCON grid cannot be read (20203) or has no memory
+/// (20201) on the way. One handle must not be used by two threads at once.
 ORVEX_API bool ORVEX_CALL DatConvertDatum(void* handle, DATUMPOINT* pts, int n);
 /// The same for n points in columns, with the same bits. Results may go into columns of their own or into the given
 /// ones, but else must not overlap them. No column may be null.
