@@ -16,9 +16,9 @@ if(ORVEX_WERROR)
 endif()
 if(ORVEX_SANITIZE)
   # Divisions by zero are left to the output screening on purpose, so float-divide-by-zero stays off.
-  target_compile_options(orvex_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+  target_compile_options(orvex_options INTERFACE -fsanitize=${ORVEX_SANITIZE} -fno-sanitize-recover=all
                                                  -fno-omit-frame-pointer)
-  target_link_options(orvex_options INTERFACE -fsanitize=address,undefined)
+  target_link_options(orvex_options INTERFACE -fsanitize=${ORVEX_SANITIZE})
 endif()
 if(ORVEX_BUILD_FUZZ)
   target_compile_options(orvex_options INTERFACE -fsanitize=fuzzer-no-link)  # coverage for the fuzzers
