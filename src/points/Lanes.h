@@ -495,6 +495,15 @@ ORVEX_INLINE MaskOf<T> IsFinite(T a) {
   // Without the bits of a fraction there is no signalling number, and the quiet comparison raises nothing.
   return FromBits<T>(ToBits(a) & kExponentBits) != T(__builtin_inf());
 }
+/// Also of an infinity.
+template <class T>
+ORVEX_INLINE MaskOf<T> IsNumber(T a) {
+  return a == a;  // NOLINT(misc-redundant-expression): what is no number differs from itself
+}
+/// What C's functions give where there is no answer: computed, so that the exception is raised that they raise.
+ORVEX_INLINE double NotANumber(double a) {
+  return (a - a) / (a - a);  // NOLINT(misc-redundant-expression): 0 / 0, or no number already
+}
 
 // ---- exact operations, and the square root ----
 
