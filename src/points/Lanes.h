@@ -384,7 +384,8 @@ ORVEX_INLINE void Put(Lanes<N>& a, int i, double value) {
 }
 template <class V>
 ORVEX_INLINE double Get(const Pair<V>& p, int i) {
-  return i < kLaneCount<V> ? Get(p.a, i) : Get(p.b, i - kLaneCount<V>);
+  constexpr int kHalf = kLaneCount<V>;
+  return i < kHalf ? Get(p.a, i) : Get(p.b, i - kHalf);
 }
 template <class M, class V>
 ORVEX_INLINE bool Get(const PairMask<M, V>& m, int i) {
