@@ -25,7 +25,7 @@ namespace {
 using namespace orvex;
 
 constexpr int kBatch = 1024, kShape = 64, kHandles = 24;  // points of an array, of a line; handles of a task
-constexpr long kMemoryKb = 1024;                          // what the allocator may add after the first round
+constexpr long kMemoryKb = 256;                           // what the allocator may add after the first round
 
 /// What a task has done.
 struct Tally {
