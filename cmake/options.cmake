@@ -11,6 +11,11 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT WIN32)
   # A unique symbol would keep the library from being unloaded.
   target_compile_options(orvex_options INTERFACE -fno-gnu-unique)
 endif()
+if(CMAKE_CXX_COMPILER_ID MATCHES "Clang" AND NOT EMSCRIPTEN)
+  # As GCC does unasked: nothing is computed ahead that could raise an exception. Hosts may have unmasked them. On
+  # WebAssembly there are none.
+  target_compile_options(orvex_options INTERFACE -ffp-exception-behavior=maytrap)
+endif()
 if(ORVEX_WERROR)
   target_compile_options(orvex_options INTERFACE -Werror)
 endif()
