@@ -11,14 +11,19 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT WIN32)
   # A unique symbol would keep the library from being unloaded.
   target_compile_options(orvex_options INTERFACE -fno-gnu-unique)
 endif()
+if(CMAKE_CXX_COMPILER_ID MATCHES "Clang" AND NOT EMSCRIPTEN)
+  # As GCC does unasked: nothing is computed ahead that could raise an exception. Hosts may have unmasked them. On
+  # WebAssembly there are none.
+  target_compile_options(orvex_options INTERFACE -ffp-exception-behavior=maytrap)
+endif()
 if(ORVEX_WERROR)
   target_compile_options(orvex_options INTERFACE -Werror)
 endif()
 if(ORVEX_SANITIZE)
   # Divisions by zero are left to the output screening on purpose, so float-divide-by-zero stays off.
-  target_compile_options(orvex_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+  target_compile_options(orvex_options INTERFACE -fsanitize=${ORVEX_SANITIZE} -fno-sanitize-recover=all
                                                  -fno-omit-frame-pointer)
-  target_link_options(orvex_options INTERFACE -fsanitize=address,undefined)
+  target_link_options(orvex_options INTERFACE -fsanitize=${ORVEX_SANITIZE})
 endif()
 if(ORVEX_BUILD_FUZZ)
   target_compile_options(orvex_options INTERFACE -fsanitize=fuzzer-no-link)  # coverage for the fuzzers

@@ -94,7 +94,7 @@ ORVEX_INLINE MaskOf<T> LatitudeFromIsometric(T psi, const EccentricTerm& eccentr
     it.Settle(!(Abs(step) > kRelative * Select(size > T(1), size, T(1))));
   }
   phi = Select(onEarth, Atan(tangent), CopySign(T(kHalfPi), psi));
-  return psi == psi;
+  return IsNumber(psi);
 }
 
 }  // namespace orvex::detail::ORVEX_LEVEL

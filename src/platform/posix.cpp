@@ -28,7 +28,8 @@ void FindProgram() {}
 char g_program[PATH_MAX];
 
 void FindProgram() {
-  const char* const name = reinterpret_cast<const char*>(getauxval(AT_EXECFN));
+  const char* const name =
+      reinterpret_cast<const char*>(getauxval(AT_EXECFN));  // NOLINT(performance-no-int-to-ptr): the kernel's way
   if (access("/proc/self/exe", F_OK) == 0 || name == nullptr || realpath(name, g_program) == nullptr) g_program[0] = 0;
 }
 #endif

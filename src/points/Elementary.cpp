@@ -7,10 +7,7 @@ namespace {
 
 constexpr double kInfinity = __builtin_inf();
 
-// Computed, so that the exceptions are raised that C's functions raise.
-double NotANumber(double x) {
-  return (x - x) / (x - x);
-}
+// Computed, so that the exception is raised that C's functions raise.
 double InfiniteByDivision(double zero) {
   return 1 / zero;
 }

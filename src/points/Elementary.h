@@ -40,23 +40,14 @@ ORVEX_INLINE T Hypot(T x, Same<T> y) {
   return Select(infinite, T(__builtin_inf()), Select(plain, better, root) * back);
 }
 
-// ---- one compiled copy for a double ----
+// ---- one compiled copy for a double; those that vectors fall back upon are declared beside them ----
 
-SineCosine<double> SinCos(double x);
 double Sin(double x);
 double Cos(double x);
-double Tan(double x);
 double Asin(double x);
 double Atan(double x);
-double Atan2(double y, double x);
-double Exp(double x);
-double Log(double x);
-double Log1p(double x);
-double Pow(double x, double y);
 double Sinh(double x);
 double Cosh(double x);
-double Asinh(double x);
-double Atanh(double x);
 double Hypot(double x, double y);
 
 /// x less y times the quotient cut off, exactly; the sign is that of x. As C's fmod.

@@ -384,7 +384,8 @@ ORVEX_INLINE void Put(Lanes<N>& a, int i, double value) {
 }
 template <class V>
 ORVEX_INLINE double Get(const Pair<V>& p, int i) {
-  return i < kLaneCount<V> ? Get(p.a, i) : Get(p.b, i - kLaneCount<V>);
+  constexpr int kHalf = kLaneCount<V>;
+  return i < kHalf ? Get(p.a, i) : Get(p.b, i - kHalf);
 }
 template <class M, class V>
 ORVEX_INLINE bool Get(const PairMask<M, V>& m, int i) {
@@ -494,6 +495,15 @@ template <class T>
 ORVEX_INLINE MaskOf<T> IsFinite(T a) {
   // Without the bits of a fraction there is no signalling number, and the quiet comparison raises nothing.
   return FromBits<T>(ToBits(a) & kExponentBits) != T(__builtin_inf());
+}
+/// Also of an infinity.
+template <class T>
+ORVEX_INLINE MaskOf<T> IsNumber(T a) {
+  return a == a;  // NOLINT(misc-redundant-expression): what is no number differs from itself
+}
+/// What C's functions give where there is no answer: computed, so that the exception is raised that they raise.
+ORVEX_INLINE double NotANumber(double a) {
+  return (a - a) / (a - a);  // NOLINT(misc-redundant-expression): 0 / 0, or no number already
 }
 
 // ---- exact operations, and the square root ----

@@ -69,7 +69,7 @@ ORVEX_INLINE SineCosine<T> SinCos(T x) {
   const T size = Abs(x);
   if (!All(size <= T(kMostTurned))) [[unlikely]] {
     if constexpr (kLaneCount<T> == 1) {
-      if (!IsFinite(x)) return {x - x, x - x};
+      if (!IsFinite(x)) return {NotANumber(x), NotANumber(x)};
       return SinCosOf(ReduceHugeAngle(size), x);
     } else {
       double sine[kLaneCount<T>], cosine[kLaneCount<T>];
@@ -105,7 +105,7 @@ ORVEX_INLINE T Tan(T x) {
   const T size = Abs(x);
   if (!All(size <= T(kMostTurned))) [[unlikely]] {
     if constexpr (kLaneCount<T> == 1) {
-      return IsFinite(x) ? TanOf(ReduceHugeAngle(size), x) : x - x;
+      return IsFinite(x) ? TanOf(ReduceHugeAngle(size), x) : NotANumber(x);
     } else {
       return LaneByLane<T>(&Tan, x);
     }

@@ -75,7 +75,7 @@ Plot<T> InverseSphere(const Constants& c, Point<T>& p) {
     const MaskOf<T> possible = t != T(0);
     const T divisor = (phi - A) / OneUnless<T>(possible, t) - 1;
     next = phi - (A * (phi * t + 1) - phi - 0.5 * (phi * phi + B) * t) / divisor;
-    return possible & (next == next);  // what is no number would not become one again
+    return possible & IsNumber(next);  // what is no number would not become one again
   };
   // The slot of the previous estimate starts with the northing, and the previous estimate is delivered: deliberate.
   T lat, newest;

@@ -6,9 +6,7 @@
 // to 40 from every offset 0 to 39 of an array, and in one long array; results, flags and exceptions are summed. Grid
 // files are written beside the program, which therefore runs from a directory of its own.
 #include <array>
-#include <bit>
 #include <cfloat>
-#include <cinttypes>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
@@ -20,33 +18,17 @@
 #include <orvex/orvex.h>
 #include <shr/exception.h>
 
+#include "support/Checksum.h"
 #include "support/Forms.h"
 #include "support/GridFiles.h"
 
 namespace {
 
 using namespace orvex;
+using test::Checksum;
 
 constexpr int kLargestBatch = 40, kOffsets = 40, kLong = 4099;
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN(), kInf = std::numeric_limits<double>::infinity();
-
-class Checksum {
- public:
-  void Add(std::uint64_t word) { m_sum = std::rotl((m_sum ^ word) * 0x9E3779B97F4A7C15u, 29); }
-  void Add(double value) { Add(__builtin_bit_cast(std::uint64_t, value)); }
-  void Add(int value) { Add(static_cast<std::uint64_t>(value)); }
-  template <class Point>
-  void AddPoints(const std::vector<Point>& points) {
-    for (const Point& p : points) {
-      Add(p.x);
-      Add(p.y);
-    }
-  }
-  void Print(const std::string& name) const { std::printf("%016" PRIx64 "  %s\n", m_sum, name.c_str()); }
-
- private:
-  std::uint64_t m_sum = 1;
-};
 
 /// Whole multiples of a power of two between two limits.
 class Numbers {

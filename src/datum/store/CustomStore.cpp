@@ -122,7 +122,7 @@ class Listing {
     const auto state = platform::SettledState(ini);
     if (Entries known = state ? Known(*state) : nullptr) return known;
     const Section section(ini);
-    const auto entries = std::make_shared<const std::vector<std::string>>(section.Entries());
+    Entries entries = std::make_shared<const std::vector<std::string>>(section.Entries());
     if (state && section.IsRead() && platform::SettledState(ini) == state) Keep(*state, entries);
     return entries;
   }

@@ -94,7 +94,7 @@ int Run(const Options& options) {
   if (!from.map && !to.map && !datums) throw Failure("nothing to convert: name a projection or two datums");
   const Steps steps{from.map, datums, to.map};
   const int status = ConvertTable(options.table, from.map ? Kind::Projected : Kind::Geographic,
-                                  to.map ? Kind::Projected : Kind::Geographic, [&] { return steps; });
+                                  to.map ? Kind::Projected : Kind::Geographic, [&] { return Steps(steps); });
   if (!options.table.quiet) steps.Report();
   return status;
 }

@@ -119,8 +119,7 @@ std::string ZoneOption(const ProjectionOptions& o) {
 /// Takes note of what is set, and refuses what contradicts it.
 class Settings {
  public:
-  explicit Settings(const ProjectionOptions& options) : m_zone(ZoneOption(options)) {
-    m_dashes = "--" + options.prefix;
+  explicit Settings(const ProjectionOptions& options) : m_dashes("--" + options.prefix), m_zone(ZoneOption(options)) {
     if (!options.ellipsoid.empty()) m_ellipsoid = m_dashes + "ellipsoid";
   }
 

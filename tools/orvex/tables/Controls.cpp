@@ -71,8 +71,8 @@ struct Layout {
     return std::nullopt;
   }
 
-  explicit Layout(const std::vector<std::string>& header) : columns(header.size()) {
-    on = Find(header, {"on", "enable", "enabled", "use"});
+  explicit Layout(const std::vector<std::string>& header)
+      : on(Find(header, {"on", "enable", "enabled", "use"})), columns(header.size()) {
     const auto mapX = Find(header, {"mapx"}), mapY = Find(header, {"mapy"});
     const auto sourceX = Find(header, {"sourcex", "pixelx"}), sourceY = Find(header, {"sourcey", "pixely"});
     if (mapX && mapY && sourceX && sourceY) {
