@@ -6,7 +6,7 @@ import numpy as np
 import pytest
 
 import orvex
-from orvex import Datum, OrvexError, Projection, Transformer
+from orvex import Datum, OrvexError, Projection, Transformer, _core
 
 WGS_84 = Datum("WGS 84")
 
@@ -136,6 +136,29 @@ def test_custom_datums_in_a_file(tmp_path):
         own.save(tmp_path / "nowhere" / "own.ini")
     with pytest.raises(OrvexError, match="built in"):
         WGS_84.save(ini)
+
+
+def test_steps_that_are_none():
+    with pytest.raises(OrvexError, match="None"):
+        _core.Conversion([None])
+
+
+def test_names_of_custom_datums_in_any_encoding(tmp_path):
+    ini = tmp_path / "own.ini"
+    own = Datum.custom("molodensky", dx=580)
+    names = "Plain", "\u00d6sterreich", "M\udcf6sia", "+"  # the third as a program has it that knows no UTF-8
+    for name in names:
+        own.save(ini, name)
+    for name in names:
+        found = Datum(name, ini=ini)
+        assert found.name == name and found.parameters["dx"] == 580
+    with pytest.raises(OrvexError, match="unknown datum '-'"):
+        Datum("-", ini=ini)
+    before = ini.read_bytes()
+    for path, name in ((ini, "Pla\0in"), (f"{ini}\0", "Other")):  # would be stored under a shorter name
+        with pytest.raises(ValueError, match="null byte"):
+            own.save(path, name)
+    assert ini.read_bytes() == before
 
 
 @pytest.mark.parametrize("call, text", [
