@@ -384,7 +384,7 @@ def run(data):
     given = Input(data)
     try:
         given.choose(KINDS)(given)
-    except UnicodeError as error:
+    except UnicodeDecodeError as error:
         raise AssertionError(f"a text that cannot be told: {error}") from error
     except REFUSALS:
         pass

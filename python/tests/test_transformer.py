@@ -138,9 +138,15 @@ def test_custom_datums_in_a_file(tmp_path):
         WGS_84.save(ini)
 
 
-def test_steps_that_are_none():
-    with pytest.raises(OrvexError, match="None"):
-        _core.Conversion([None])
+def test_the_compiled_part_refuses_what_is_no_record_or_step():
+    bytes_ = Projection.utm(33)._record.to_bytes()
+    for flag in (100, 105, 114, 115, 140):
+        with pytest.raises(OrvexError, match="not the bytes of a projection"):
+            _core.Record.from_bytes(bytes_[:flag] + b"\7" + bytes_[flag + 1:])
+    for make, says in [(lambda: _core.Conversion([None]), "None"), (lambda: _core.Record(9, {15: 1e300}, False), "whole number"),
+                       (lambda: _core.Record(9, {15: 0.5}, False), "whole number")]:
+        with pytest.raises(OrvexError, match=says):
+            make()
 
 
 def test_names_of_custom_datums_in_any_encoding(tmp_path):

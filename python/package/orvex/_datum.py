@@ -185,7 +185,7 @@ def _stored(ini: str, name: str) -> Optional[str]:
     for stored in _core.stored_datums(ini):
         if stored == name or (key and squashed(stored) == key):
             return stored
-    return name if _core.stored_datum(ini, name) is not None else None
+    return name if not name.isascii() and _core.stored_datum(ini, name) is not None else None
 
 
 def _restored(name: str, number: int, parameters: Optional[DatumParameters]) -> Datum:
