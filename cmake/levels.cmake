@@ -23,7 +23,7 @@ endfunction()
 
 # 32-bit hosts stay with AVX2: there are but eight registers for AVX-512 to spill. Sanitizers watch the formulas at the
 # narrowest width alone; at the wider ones their checks take minutes to compile.
-if(NOT ORVEX_SANITIZE AND CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64|i[3-6]86)$")
+if(ORVEX_LEVELS AND NOT ORVEX_SANITIZE AND CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64|i[3-6]86)$")
   set(orvex_level_definition ORVEX_X86_LEVELS)
   orvex_add_level(avx2 -mavx2 -mno-fma)
   if(CMAKE_SIZEOF_VOID_P EQUAL 8)

@@ -32,7 +32,7 @@ PROJDATA g_lambert{}, g_world{};
 DATUMXFORM g_toWgs84{};
 GEOREF g_controls{};
 CPROJCHAIN g_chain;
-std::string g_ini;
+std::string g_ini, g_grids;
 DATUM2WGS84 g_step{};
 GEOREFPOINT g_source[12], g_destination[12];
 PROJPOINT g_box[] = {{170, -20}, {190, -20}, {190, 40}, {170, 40}, {170, -20}};
@@ -175,6 +175,26 @@ const Operation kOperations[] = {
        detail::SetNtv2Path(nullptr);
      },
      {20200, 20201, 20280}},
+    {"grid directory",
+     [] {
+       if (!DatSetGridDirectory(g_grids.c_str())) return;
+       char directory[400] = "another directory, long enough to be allocated";
+       DatSetGridDirectory(directory);
+       DatSetGridDirectory("short");
+     },
+     kNone},
+    {"datum, NADCON",
+     [] {
+       if (!DatSetGridDirectory(g_grids.c_str())) return;
+       try {
+         Convert(DT_NAD_1927_CONUS_NADCON, DT_NORTH_AMERICAN_DATUM_1927, -100, 40);
+       } catch (...) {
+         DatSetGridDirectory(nullptr);
+         throw;
+       }
+       DatSetGridDirectory(nullptr);
+     },
+     kHandle},
     {"copy of a datum transformation",
      [] {
        const CDatumTransform transform(&g_toWgs84);
@@ -258,11 +278,22 @@ class Memory : public testing::Test {
     g_step.Ellipsoid = ET_WGS_84;
     g_ini = (m_directory / "host.ini").string();
     WriteFile(g_ini, kBefore);
+    g_grids = m_directory.Path().string();
     const Ntv2SubGrid grid{"ONLY", "NONE", -110, 40, -90, 60, 5, [](double, double) { return std::pair(36.0, 0.0); }};
     m_grid = (m_directory / "NTV2_0.GSB").string();
     WriteFile(m_grid, Ntv2File({grid}));
   }
-  ~Memory() override { detail::SetNtv2Path(nullptr); }
+  ~Memory() override {
+    detail::SetNtv2Path(nullptr);
+    DatSetGridDirectory(nullptr);
+  }
+
+  void WriteNadconGrids() {
+    const NadconGrid grid{273, 121, -131, 20, 0.25};
+    for (const char* name : {"conus.LAS", "conus.LOS"}) {
+      WriteFile(m_directory / name, NadconFile(grid, [](int, int) { return 36.0; }));
+    }
+  }
 
   static constexpr const char* kBefore =
       "[X]\nx=1\n[Custom Datums]\nKept=molodensky,0,WGS 84,1,0,0,1,2,3,\nSecond=none,\n[Y]\ny=2\n";
@@ -271,6 +302,7 @@ class Memory : public testing::Test {
 };
 
 TEST_F(Memory, OnlyTheLibrarysExceptionComesOut) {
+  WriteNadconGrids();
   for (const Operation& operation : kOperations) {
     for (const bool forGood : {false, true}) {
       long k = 0;
@@ -394,10 +426,7 @@ TEST_F(Memory, ASaveThatFailsHasStoredNothing) {
 
 // Parts of a NADCON grid are allocated on the way; what fails then leaves every point as it was given.
 TEST_F(Memory, ADatumConversionThatThrowsConvertsNothing) {
-  const NadconGrid grid{273, 121, -131, 20, 0.25};
-  for (const char* name : {"conus.LAS", "conus.LOS"}) {
-    WriteFile(m_directory / name, NadconFile(grid, [](int, int) { return 36.0; }));
-  }
+  WriteNadconGrids();
   ASSERT_TRUE(DatSetGridDirectory(m_directory.Path().string().c_str()));
   DATUMXFORM xform{};
   xform.SrcDatum = DT_NAD_1927_CONUS_NADCON;
@@ -421,7 +450,6 @@ TEST_F(Memory, ADatumConversionThatThrowsConvertsNothing) {
     EXPECT_EQ(std::memcmp(points.data(), given.data(), given.size() * sizeof given[0]) == 0, happened) << k;
   }
   EXPECT_GT(k, 10);
-  DatSetGridDirectory(nullptr);
 }
 
 TEST_F(Memory, ExceptionsShareAReserve) {

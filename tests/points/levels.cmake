@@ -2,7 +2,7 @@
 # Target orvex_points_levels: the objects, and ORVEX_TEST_<LEVEL> for each.
 if(NOT TARGET orvex_points_levels)
   set(points_levels base)
-  if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64|amd64|i[3-6]86|x86)$")
+  if(ORVEX_LEVELS AND CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64|amd64|i[3-6]86|x86)$")
     list(APPEND points_levels avx2)
     if(NOT WIN32)
       list(APPEND points_levels avx512)

@@ -221,7 +221,8 @@ class CommandLine(ToolTest):
                          self.numbers("project", "--utm", "18N", text="-73.5 40.5\n-74 41\n"))
         self.assertEqual(self.numbers("datum", "--from", "2", "--to", "3", "-95.25", "38.75"),
                          self.numbers("datum", "--from", "2", "--to", "3", text="-95.25 38.75"))
-        self.assertEqual(run("project", "--proj", "orthographic", "180", "0", "0", "0")[:2], (SOME_FAILED, "* *\n0.0000 0.0000\n"))
+        self.assertEqual(run("project", "--proj", "orthographic", "180", "0", "0", "0"),
+                         (SOME_FAILED, "* *\n0.0000 0.0000\n", "orvex: points converted: 1, unplottable: 1\n"))
         for operands, says in [(["1", "2", "3"], "in pairs"), (["a.csv", "b.csv"], 'cannot read longitude "a.csv"'),
                                (["13.4", "95"], "beyond the pole"), (["N52", "E13"], "--order lat,lon"), (["13.4"], "cannot open 13.4")]:
             self.refused("project", "--utm", "33N", *operands, says=says)

@@ -3,7 +3,6 @@
 
 #include <mutex>
 #include <new>
-#include <utility>
 
 #include "datum/grids/Ntv2.h"
 #include "orvex/grids.h"
@@ -22,7 +21,7 @@ class Directory {
   void Set(std::string directory) {
     if (!directory.empty() && directory.back() != '/' && directory.back() != '\\') directory += '/';
     const std::lock_guard<std::mutex> lock(m_mutex);
-    m_directory = std::move(directory);
+    m_directory.swap(directory);  // assigned, a short name would keep the memory of a long one
   }
 
   std::string Get() {

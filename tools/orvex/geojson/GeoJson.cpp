@@ -17,6 +17,7 @@
 #include "geojson/JsonNesting.h"
 #include "geojson/OrderedMembers.h"
 #include "systems/FindSystem.h"
+#include "tables/BlockConverter.h"
 #include "tables/Files.h"
 
 namespace orvex::tool {
@@ -62,6 +63,7 @@ class Walker {
     object.erase("crs");  // what the text was in before
     const std::string type = TypeOf(object);
     Bounds bounds;
+    m_features = 0;
     if (type == "FeatureCollection") {
       for (Json& feature : object["features"]) bounds.Add(StoreFeature(feature));
       StoreBounds(object, bounds);
@@ -73,6 +75,8 @@ class Walker {
   }
 
   std::size_t Unplottable() const { return m_unplottable; }
+  /// A line for each geometry that is empty now, up to kMostComplaints of them.
+  const std::vector<std::string>& Complaints() const { return m_complaints; }
 
  private:
   struct Bounds {
@@ -86,8 +90,10 @@ class Walker {
     }
   };
 
-  [[noreturn]] void Refuse(const std::string& what) const {
-    throw Failure(m_features == 0 ? what : "feature " + std::to_string(m_features) + ": " + what);
+  [[noreturn]] void Refuse(const std::string& what) const { throw Failure(InFeature(what)); }
+
+  std::string InFeature(const std::string& what) const {
+    return m_features == 0 ? what : "feature " + std::to_string(m_features) + ": " + what;
   }
 
   std::string TypeOf(const Json& object) const {
@@ -135,6 +141,7 @@ class Walker {
   }
 
   Bounds StoreFeature(Json& feature) {
+    ++m_features;
     feature.erase("crs");
     const Bounds bounds = feature["geometry"].is_null() ? Bounds{} : StoreGeometry(feature["geometry"]);
     StoreBounds(feature, bounds);
@@ -148,15 +155,23 @@ class Walker {
     } else {
       Json& coordinates = geometry["coordinates"];
       const std::size_t unplottable = m_unplottable;
+      m_firstLost.clear();
       const int depth = DepthOf(geometry["type"]);
       if (depth > 0 || !coordinates.empty()) StorePositions(coordinates, depth, bounds);
       if (m_unplottable > unplottable) {
+        Complain(m_unplottable - unplottable);
         coordinates = Json::array();
         bounds = {};
       }
     }
     StoreBounds(geometry, bounds);
     return bounds;
+  }
+
+  void Complain(std::size_t count) {
+    if (m_complaints.size() >= kMostComplaints) return;
+    const std::string more = count == 1 ? " has" : " and " + std::to_string(count - 1) + " more have";
+    m_complaints.push_back(InFeature(m_firstLost + more + " no place in the result; the geometry is empty now"));
   }
 
   void StorePositions(Json& value, int depth, Bounds& bounds) {
@@ -167,6 +182,7 @@ class Walker {
     const PROJPOINT point = m_points[m_next++];
     if (point.x == DBL_MAX || point.y == DBL_MAX) {
       ++m_unplottable;
+      if (m_firstLost.empty()) m_firstLost = value.dump();
       return;
     }
     value[0] = Rounded(point.x);
@@ -197,6 +213,8 @@ class Walker {
   double m_unit;
   std::vector<PROJPOINT> m_points;
   std::size_t m_next = 0, m_unplottable = 0, m_features = 0;
+  std::string m_firstLost;  ///< position of this geometry that could not be converted
+  std::vector<std::string> m_complaints;
 };
 
 std::string ReadAll(const std::string& file) {
@@ -330,6 +348,8 @@ int ConvertGeoJson(const TableOptions& options, Kind from, Kind to, const Conver
   output.Commit();
   if (walker.Unplottable() == 0) return kSuccess;
   if (!options.quiet) {
+    const std::string name = "orvex: " + DisplayName(options.file) + ": ";
+    for (const std::string& complaint : walker.Complaints()) std::cerr << name << complaint << "\n";
     std::cerr << "orvex: points converted: " << count - walker.Unplottable()
               << ", unplottable: " << walker.Unplottable() << "\n";
   }

@@ -18,7 +18,7 @@ constexpr double kTogether = 120;  // lines that end nearer to each other run to
 double DistanceToChord(const Spot& p, const Spot& a, const Spot& b) {
   const double dx = b.x - a.x, dy = b.y - a.y, square = dx * dx + dy * dy;
   const double t = square > 0 ? std::clamp(((p.x - a.x) * dx + (p.y - a.y) * dy) / square, 0.0, 1.0) : 0;
-  return std::hypot(p.x - a.x - t * dx, p.y - a.y - t * dy);
+  return Length(p.x - a.x - t * dx, p.y - a.y - t * dy);
 }
 
 bool IsInside(const Spot& p, const std::vector<Polyline>& frame) {
@@ -40,7 +40,7 @@ std::optional<Spot> OutwardAt(const Spot& spot, const std::vector<Polyline>& fra
   for (const Polyline& piece : frame) {
     for (std::size_t i = 0; i < piece.size(); ++i) {
       const Spot a = piece[i], b = piece[(i + 1) % piece.size()];
-      const double length = std::hypot(b.x - a.x, b.y - a.y), distance = DistanceToChord(spot, a, b);
+      const double length = Distance(a, b), distance = DistanceToChord(spot, a, b);
       if (distance >= least || length == 0) continue;
       least = distance;
       middle = {(a.x + b.x) / 2, (a.y + b.y) / 2};
@@ -64,7 +64,7 @@ std::vector<LineEnd> EndsAtFrame(const std::vector<GridLine>& lines, const std::
     for (const Polyline& piece : lines[i].pieces) {
       if (piece.size() < 2) continue;
       const Spot a = piece.front(), b = piece.back();
-      if (std::hypot(a.x - b.x, a.y - b.y) < kOnFrame) continue;  // a closed circle
+      if (Distance(a, b) < kOnFrame) continue;  // a closed circle
       for (const Spot& end : {a, b}) {
         if (const auto outward = OutwardAt(end, frame)) ends.push_back({i, end, *outward});
       }
@@ -76,7 +76,7 @@ std::vector<LineEnd> EndsAtFrame(const std::vector<GridLine>& lines, const std::
 bool RunsTogether(const LineEnd& end, const std::vector<LineEnd>& ends, const std::vector<GridLine>& lines) {
   return std::any_of(ends.begin(), ends.end(), [&](const LineEnd& other) {
     return lines[other.line].meridian == lines[end.line].meridian && other.line != end.line &&
-           std::hypot(other.at.x - end.at.x, other.at.y - end.at.y) < kTogether;
+           Distance(other.at, end.at) < kTogether;
   });
 }
 

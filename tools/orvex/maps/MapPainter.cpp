@@ -21,10 +21,6 @@ bool Plottable(const PROJPOINT& p) {
   return p.x != DBL_MAX && p.y != DBL_MAX;
 }
 
-double Distance(Spot a, Spot b) {
-  return std::hypot(a.x - b.x, a.y - b.y);
-}
-
 }  // namespace
 
 /// Projects the samples of a curve, many at a time, and adds more where it bends. Samples that cannot be plotted are

@@ -45,14 +45,14 @@ void PathPen::Add(const Spot& spot) {
     Keep(spot);
     return;
   }
-  double dx = spot.x - m_anchor.x, dy = spot.y - m_anchor.y, distance = std::hypot(dx, dy);
+  double dx = spot.x - m_anchor.x, dy = spot.y - m_anchor.y, distance = Length(dx, dy);
   const Spot direction{dx, dy};
   const bool astray = m_wedge && (Turn(m_right, direction) < 0 || Turn(direction, m_left) < 0);
   if (m_pending && (astray || distance < m_farthest - kTolerance)) {
     Keep(m_last);
     dx = spot.x - m_anchor.x;
     dy = spot.y - m_anchor.y;
-    distance = std::hypot(dx, dy);
+    distance = Length(dx, dy);
   }
   Narrow(spot, dx, dy, distance);
 }

@@ -1,6 +1,7 @@
 // MapPath - curves in the picture, point by point: what takes them, and the data of an SVG path.
 #pragma once
 
+#include <cmath>
 #include <string>
 #include <utility>
 
@@ -12,6 +13,14 @@ namespace orvex::tool {
 struct Spot {
   double x, y;
 };
+
+/// Without the care of std::hypot for numbers beyond any picture, which costs several times as much.
+inline double Length(double dx, double dy) {
+  return std::sqrt(dx * dx + dy * dy);
+}
+inline double Distance(const Spot& a, const Spot& b) {
+  return Length(b.x - a.x, b.y - a.y);
+}
 
 /// From map units to the picture.
 struct Frame {

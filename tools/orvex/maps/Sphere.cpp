@@ -20,6 +20,10 @@ double IsometricLatitude(double lat, double e) {
   return std::atanh(sine) - e * std::atanh(e * sine);
 }
 
+double Secant(double tangent) {
+  return std::sqrt(1 + tangent * tangent);
+}
+
 /// The other way, by Newton's method for the tangent of the latitude: two or three steps, where iterating the
 /// definition takes six. Source: Karney, "Transverse Mercator with an accuracy of a few nanometers" (2011), equations
 /// 19 to 21.
@@ -28,10 +32,9 @@ double LatitudeOf(double isometric, double e) {
   double tangent = target / rest;
   constexpr int kSteps = 4;
   for (int i = 0; i < kSteps && std::isfinite(tangent); ++i) {
-    const double secant = std::hypot(1.0, tangent), sigma = std::sinh(e * std::atanh(e * tangent / secant));
-    const double conformal = tangent * std::hypot(1.0, sigma) - sigma * secant;
-    const double step =
-        (target - conformal) * (1 + rest * tangent * tangent) / (rest * secant * std::hypot(1.0, conformal));
+    const double secant = Secant(tangent), sigma = std::sinh(e * std::atanh(e * tangent / secant));
+    const double conformal = tangent * Secant(sigma) - sigma * secant;
+    const double step = (target - conformal) * (1 + rest * tangent * tangent) / (rest * secant * Secant(conformal));
     tangent += step;
     if (std::abs(step) <= 1e-12 * secant) break;  // the next step would be its square
   }
@@ -46,7 +49,7 @@ Vector UnitVector(double lon, double lat) {
 }
 
 PROJPOINT PlaceOf(const Vector& v) {
-  return {std::atan2(v.y, v.x) / kRadians, std::atan2(v.z, std::hypot(v.x, v.y)) / kRadians};
+  return {std::atan2(v.y, v.x) / kRadians, std::atan2(v.z, std::sqrt(v.x * v.x + v.y * v.y)) / kRadians};
 }
 
 Aposphere Aposphere::Fit(double e, double lat) {
@@ -65,11 +68,24 @@ PROJPOINT Aposphere::To(const PROJPOINT& p) const {
   return {lon, std::atan(std::sinh(B * IsometricLatitude(p.y, e) + C)) / kRadians};
 }
 
-PROJPOINT Aposphere::From(const PROJPOINT& p) const {
-  const double lon = lon0 + p.x / B;
-  if (e == 0) return {lon, p.y};
-  const double isometric = (std::atanh(std::sin(p.y * kRadians)) - C) / B;
-  return {lon, LatitudeOf(isometric, e)};
+Vector Aposphere::VectorOf(const PROJPOINT& p) const {
+  if (e == 0) {
+    const PROJPOINT s = To(p);
+    return UnitVector(s.x, s.y);
+  }
+  const double lon = B * std::remainder(p.x - lon0, 360) * kRadians;
+  // The sine of the latitude is the hyperbolic tangent of the isometric one.
+  const double growth = std::exp(B * IsometricLatitude(p.y, e) + C);
+  if (!(growth > 0) || !std::isfinite(growth)) return {0, 0, growth > 0 ? 1.0 : -1.0};
+  const double cosLat = 2 / (growth + 1 / growth);
+  return {cosLat * std::cos(lon), cosLat * std::sin(lon), (growth - 1 / growth) * cosLat / 2};
+}
+
+PROJPOINT Aposphere::PlaceOf(const Vector& v) const {
+  const PROJPOINT s = tool::PlaceOf(v);
+  const double lon = lon0 + s.x / B;
+  if (e == 0) return {lon, s.y};
+  return {lon, LatitudeOf((std::asinh(v.z / std::sqrt(v.x * v.x + v.y * v.y)) - C) / B, e)};
 }
 
 Aspect Aspect::AboutPole(const PROJPOINT& pole) {
@@ -83,15 +99,14 @@ Aspect Aspect::AboutOrigin(const Vector& origin, const Vector& pole, const Aposp
 }
 
 Vector Aspect::To(const PROJPOINT& p) const {
-  const PROJPOINT s = sphere.To(p);
-  const Vector v = UnitVector(s.x, s.y);
+  const Vector v = sphere.VectorOf(p);
   return {Dot(v, x), Dot(v, y), Dot(v, z)};
 }
 
 PROJPOINT Aspect::From(double lon, double lat) const {
   const Vector t = UnitVector(lon, lat);
-  return sphere.From(PlaceOf(
-      {t.x * x.x + t.y * y.x + t.z * z.x, t.x * x.y + t.y * y.y + t.z * z.y, t.x * x.z + t.y * y.z + t.z * z.z}));
+  return sphere.PlaceOf(
+      {t.x * x.x + t.y * y.x + t.z * z.x, t.x * x.y + t.y * y.y + t.z * z.y, t.x * x.z + t.y * y.z + t.z * z.z});
 }
 
 }  // namespace orvex::tool

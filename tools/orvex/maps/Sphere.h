@@ -38,7 +38,10 @@ struct Aposphere {
   static Aposphere Fit(double e, double lat);
 
   PROJPOINT To(const PROJPOINT& p) const;
-  PROJPOINT From(const PROJPOINT& p) const;
+  /// The unit vector of a place on the sphere.
+  Vector VectorOf(const PROJPOINT& p) const;
+  /// The place that lies in the direction of a unit vector.
+  PROJPOINT PlaceOf(const Vector& v) const;
 };
 
 /// A globe with axes of its own: z towards its north pole, x towards its latitude 0 and longitude 0.

@@ -236,7 +236,11 @@ int ConvertCoordinates(const TableOptions& options, Kind from, Kind to, const La
   OutputFile output(options.output);
   output.Write(result.text);
   output.Commit();
-  return result.unplottable > 0 ? kSomePointsFailed : kSuccess;
+  if (result.unplottable == 0) return kSuccess;
+  if (!options.quiet) {
+    std::cerr << "orvex: points converted: " << result.converted << ", unplottable: " << result.unplottable << "\n";
+  }
+  return kSomePointsFailed;
 }
 
 }  // namespace

@@ -42,7 +42,8 @@ export const fontFamily = 'system-ui, -apple-system, "Segoe UI", Roboto, "Helvet
 interface Pen {
   moveTo(x: number, y: number): void;
   lineTo(x: number, y: number): void;
-  closePath(): void;
+  /** Where it is missing a line leads back: a canvas measures its whole path at every closePath. */
+  close?(): void;
 }
 
 const LEAST_STEP = 0.35;  // pixels; nearer points make no difference to the picture
@@ -57,9 +58,10 @@ export function trace(paths: Paths, view: View, size: Size, pen: Pen, closed: bo
     const from = 2 * starts[shape]!;
     const to = 2 * starts[shape + 1]!;
     if (to - from < 4 || !reaches(coords, from, to, view, size)) continue;
-    let lastX = left + coords[from]! * scale;
-    let lastY = top - coords[from + 1]! * scale;
-    pen.moveTo(lastX, lastY);
+    const firstX = left + coords[from]! * scale;
+    const firstY = top - coords[from + 1]! * scale;
+    let [lastX, lastY] = [firstX, firstY];
+    pen.moveTo(firstX, firstY);
     for (let i = from + 2; i < to; i += 2) {
       const x = left + coords[i]! * scale;
       const y = top - coords[i + 1]! * scale;
@@ -68,7 +70,9 @@ export function trace(paths: Paths, view: View, size: Size, pen: Pen, closed: bo
       lastX = x;
       lastY = y;
     }
-    if (closed) pen.closePath();
+    if (!closed) continue;
+    if (pen.close) pen.close();
+    else pen.lineTo(firstX, firstY);
   }
 }
 
@@ -209,7 +213,7 @@ class PathText implements Pen {
   lineTo(x: number, y: number): void {
     this.text += `L${number(x)} ${number(y)}`;
   }
-  closePath(): void {
+  close(): void {
     this.text += "Z";
   }
 }

@@ -1,4 +1,5 @@
 // Map - what it takes to draw a map: shapes cut along the exact edge of what it shows, projected and bent.
+#include <algorithm>
 #include <cfloat>
 #include <cmath>
 #include <limits>
@@ -82,9 +83,12 @@ class Map {
 
   template <class Work>
   void Draw(Work work) {
-    Result().Clear();
-    PathsPen pen(m_painter.CurrentFrame(), Result());
-    work(m_painter, pen);
+    DrawTo(Result(), work);
+  }
+  /// The edge that the box was measured by serves every picture that shows no more detail.
+  void DrawEdge() {
+    if (m_painter.CurrentFrame().scale > m_edgeScale) MakeEdge();
+    Result() = m_edge;
   }
   void DrawTissot(double step) {
     Draw([&](auto& painter, auto& pen) { tool::DrawTissot(painter, m_meter, m_area, step, pen); });
@@ -97,16 +101,30 @@ class Map {
   }
 
  private:
+  template <class Work>
+  void DrawTo(Paths& paths, Work work) {
+    paths.Clear();
+    PathsPen pen(m_painter.CurrentFrame(), paths);
+    work(m_painter, pen);
+  }
+  void MakeEdge() {
+    DrawTo(m_edge, [](auto& painter, auto& pen) { painter.FillAll(pen); });
+    m_edgeScale = m_painter.CurrentFrame().scale;
+  }
+
   void Measure() {
-    const Frame draft{1e4 / m_area.radius, 0, 0};
-    m_painter.SetFrame(draft);
-    tool::BoxPen pen;
-    m_painter.FillAll(pen);
-    if (!(pen.most.x > pen.least.x) || !(pen.most.y > pen.least.y)) {
+    constexpr double kDraft = 1e4;  // tenths of a pixel for the globe's radius
+    m_painter.SetFrame({kDraft / m_area.radius, 0, 0});
+    MakeEdge();
+    constexpr double kNone = std::numeric_limits<double>::infinity();
+    m_box = {kNone, kNone, -kNone, -kNone};
+    for (const PROJPOINT& p : m_edge.points) {
+      m_box = {std::min(m_box.west, p.x), std::min(m_box.south, p.y), std::max(m_box.east, p.x),
+               std::max(m_box.north, p.y)};
+    }
+    if (!(m_box.east > m_box.west) || !(m_box.north > m_box.south)) {
       throw tool::Failure("nothing of the area lies in the projection's domain");
     }
-    const PROJPOINT low = draft.From({pen.least.x, pen.most.y}), high = draft.From({pen.most.x, pen.least.y});
-    m_box = {low.x, low.y, high.x, high.y};
   }
 
   CProjector m_projector;
@@ -114,6 +132,8 @@ class Map {
   tool::MapPainter m_painter;
   tool::DistortionMeter m_meter;
   tool::Bounds m_box{};
+  Paths m_edge;
+  double m_edgeScale = 0;  ///< of the frame that the edge is bent for
 };
 
 template <class Work>
@@ -166,7 +186,10 @@ ORVEX_WEB int ow_map_set_pixel(Map* map, double pixel) {
 }
 
 ORVEX_WEB int ow_map_edge(Map* map) {
-  return Draw(map, [](auto& painter, auto& pen) { painter.FillAll(pen); });
+  return Guarded(kFailed, [&] {
+    map->DrawEdge();
+    return kDone;
+  });
 }
 
 ORVEX_WEB int ow_map_graticule(Map* map, double step) {
