@@ -19,6 +19,7 @@ class Directory {
     const auto base = std::filesystem::is_directory(memory) ? memory : std::filesystem::temp_directory_path();
     m_path = base / ("orvex-fuzz-" + std::to_string(getpid()));
     std::filesystem::create_directories(m_path);
+    Clear();  // of a process of this number that was killed
   }
   ~Directory() {
     std::error_code ignored;
@@ -26,6 +27,11 @@ class Directory {
   }
   Directory(const Directory&) = delete;
   Directory& operator=(const Directory&) = delete;
+
+  void Clear() const {
+    std::error_code ignored;
+    for (const auto& entry : std::filesystem::directory_iterator(m_path)) std::filesystem::remove_all(entry, ignored);
+  }
 
   std::string Path() const { return m_path.string(); }
   std::string operator/(const char* name) const { return (m_path / name).string(); }

@@ -23,7 +23,9 @@ std::map<std::string, std::string> ReadAll(const char* ini) {
     if (!NDatEnumDatumName(ini, name.data(), i)) continue;
     DATUM2WGS84 params{};
     DatumMethod method{};
-    std::string bytes(1, static_cast<char>(NDatGetDatumParams(ini, name.data(), &params)));
+    const bool readable = NDatGetDatumParams(ini, name.data(), &params);
+    if (!readable && std::strlen(name.data()) == 1) continue;  // a stray character, no datum where it stands alone
+    std::string bytes(1, static_cast<char>(readable));
     bytes += static_cast<char>(NDatGetDatumMethod(ini, name.data(), &method));
     NDatReversible(ini, name.data());
     bytes.append(reinterpret_cast<const char*>(&params), sizeof params);

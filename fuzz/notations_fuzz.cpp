@@ -43,7 +43,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   format.decimals = in.Below(16) - 1;
   format.dms = in.Bit();
   const double value = in.Number();
-  const bool systems = in.Below(8) == 0;  // a search through thousands
+  const bool systems = in.Below(32) == 7;  // a search through thousands; not for each short input
   const PROJPOINT point = in.Point();
   const std::string text = in.Rest();
   ReadAngles(text, value, format);

@@ -25,6 +25,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   using namespace orvex;
   fuzz::Silence();
   if (chdir(fuzz::Files().Path().c_str()) != 0) return 0;
+  fuzz::Files().Clear();  // what an earlier input wrote
   fuzz::Files().Write("points.csv", "lon,lat\n13.4,52.5\n-97.75,30.25\n");
   fuzz::Files().Write("controls.csv", "0,0,10,20\n1,0,12,20\n0,1,10,23\n1,1,12,23\n");
   fuzz::Input in(data, size);

@@ -23,9 +23,14 @@ std::optional<int> Code(Function function, What... what) {
   return code;
 }
 
+/// The fields are copied: a reference to one of a packed record may be a misaligned one.
 DatumParameters Values(const DATUM2WGS84& step) {
-  return {step.Method, step.Ellipsoid, step.PMShift, step.dx, step.dy,          step.dz,
-          step.rx,     step.ry,        step.rz,      step.k,  step.MajorRadius, step.Flattening};
+  return {int{step.Method},  int{step.Ellipsoid},
+          +step.PMShift,     +step.dx,
+          +step.dy,          +step.dz,
+          +step.rx,          +step.ry,
+          +step.rz,          +step.k,
+          +step.MajorRadius, +step.Flattening};
 }
 
 }  // namespace

@@ -1,7 +1,12 @@
 // Record - the parameters of one projection, checked and completed by the library.
 #include "Record.h"
 
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
+#include <iterator>
 #include <new>
 
 #include "Failure.h"
@@ -17,6 +22,13 @@ template <class Stored, class Given>
 void Store(PROJDATA& record, int id, Given given) {
   Stored stored = static_cast<Stored>(given);
   ProjSetParam(&record, id, &stored);
+}
+
+template <class Given>
+std::int32_t WholeNumber(Given given) {
+  const auto number = static_cast<double>(given);
+  if (!(std::abs(number) <= INT32_MAX) || number != std::trunc(number)) throw tool::Failure("a whole number is needed");
+  return static_cast<std::int32_t>(given);
 }
 
 template <class Stored>
@@ -41,7 +53,7 @@ void Set(PROJDATA& record, int id, const Value& value) {
         } else if (type == PDT_BOOL) {
           Store<bool>(record, id, given);
         } else {
-          Store<std::int32_t>(record, id, given);
+          Store<std::int32_t>(record, id, WholeNumber(given));
         }
       },
       value);
@@ -89,6 +101,15 @@ bool ORVEX_CALL AddRings(void* collector, int parts, const int* counts, PROJPOIN
   return static_cast<Collector*>(collector)->Add(parts, counts, points);
 }
 
+/// Whether every flag in the bytes of a record is one or none: nothing else may be read as one.
+bool AreFlags(const std::string& bytes) {
+  constexpr std::size_t kFlags[] = {offsetof(PROJDATA, bSouth), offsetof(PROJDATA, bUseAlpha),
+                                    offsetof(PROJDATA, bRotate), offsetof(PROJDATA, bUOffset),
+                                    offsetof(PROJDATA, bWrapLon)};
+  return std::all_of(std::begin(kFlags), std::end(kFlags),
+                     [&](std::size_t at) { return bytes[at] == 0 || bytes[at] == 1; });
+}
+
 CProjector Projector(PROJDATA record) {
   return CProjector(&record);
 }
@@ -113,7 +134,7 @@ void Record::Complete() {
 }
 
 Record::Record(const std::string& bytes) {
-  if (bytes.size() != sizeof m_data) throw tool::Failure("these are not the bytes of a projection");
+  if (bytes.size() != sizeof m_data || !AreFlags(bytes)) throw tool::Failure("these are not the bytes of a projection");
   std::memcpy(&m_data, bytes.data(), sizeof m_data);
   ProjCheckParams(&m_data, nullptr, true);
 }

@@ -4,7 +4,10 @@
 #include <pybind11/pybind11.h>
 #include <pybind11/stl.h>
 
+#include <algorithm>
+#include <memory>
 #include <string>
+#include <utility>
 
 #include <shr/exception.h>
 
@@ -92,6 +95,11 @@ std::size_t Convert(Conversion& self, const py::array& x, const py::array& y, co
   return Unlocked([&] { return self.Convert(from, to, threads); });
 }
 
+std::unique_ptr<Conversion> MakeConversion(Recipes recipes) {
+  if (std::find(recipes.begin(), recipes.end(), nullptr) != recipes.end()) throw tool::Failure("a recipe is None");
+  return std::make_unique<Conversion>(std::move(recipes));
+}
+
 std::pair<double, double> ConvertPoint(Conversion& self, double x, double y) {
   const Points point{{&x, 1}, {&y, 1}, 1};
   self.Convert(point, point, 1);
@@ -133,6 +141,23 @@ std::vector<py::array_t<double>> ClipLine(const Record& record, const py::array&
   return ArraysOf(Unlocked([&] { return record.ClipLine(line); }));
 }
 
+// ---- custom datums: paths and names in any encoding, as Python has the names of files ----
+
+std::string BytesOf(const py::object& text) {
+  PyObject* bytes = nullptr;
+  if (PyUnicode_FSConverter(text.ptr(), &bytes) == 0) throw py::error_already_set();
+  return py::reinterpret_steal<py::bytes>(bytes);
+}
+
+std::vector<py::str> StoredNames(const py::object& ini) {
+  std::vector<py::str> names;
+  for (const std::string& name : StoredDatums(BytesOf(ini))) {
+    names.push_back(py::reinterpret_steal<py::str>(
+        PyUnicode_DecodeFSDefaultAndSize(name.data(), static_cast<py::ssize_t>(name.size()))));
+  }
+  return names;
+}
+
 // ---- coordinate systems, as tuples in the order of their structures ----
 
 py::tuple SystemOf(const std::string& text) {
@@ -154,7 +179,7 @@ std::vector<py::tuple> SystemRows(const std::string& text) {
 void DefineConversions(py::module_& m) {
   py::class_<Recipe, std::shared_ptr<Recipe>>(m, "Recipe");
   py::class_<Conversion>(m, "Conversion")
-      .def(py::init<Recipes>(), py::arg("recipes"))
+      .def(py::init(&MakeConversion), py::arg("recipes"))
       .def("convert", Convert, py::arg("x"), py::arg("y"), py::arg("out_x"), py::arg("out_y"), py::arg("threads"))
       .def("point", ConvertPoint, py::arg("x"), py::arg("y"));
   py::class_<Record>(m, "Record")
@@ -202,9 +227,17 @@ void DefineCatalogue(py::module_& m) {
   m.def("used_parameters", UsedParameters, py::arg("projection"));
   m.def("georef_methods", GeorefMethods);
   m.def("datum_parameters", ParametersOf, py::arg("datum"));
-  m.def("stored_datums", StoredDatums, py::arg("ini"));
-  m.def("stored_datum", StoredDatum, py::arg("ini"), py::arg("name"));
-  m.def("store_datum", StoreDatum, py::arg("ini"), py::arg("name"), py::arg("parameters"));
+  m.def("stored_datums", StoredNames, py::arg("ini"));
+  m.def(
+      "stored_datum",
+      [](const py::object& ini, const py::object& name) { return StoredDatum(BytesOf(ini), BytesOf(name)); },
+      py::arg("ini"), py::arg("name"));
+  m.def(
+      "store_datum",
+      [](const py::object& ini, const py::object& name, const DatumParameters& parameters) {
+        return StoreDatum(BytesOf(ini), BytesOf(name), parameters);
+      },
+      py::arg("ini"), py::arg("name"), py::arg("parameters"));
   m.def("zone_exists", ZoneExists, py::arg("type"), py::arg("zone"));
   m.def("find_system", SystemOf, py::arg("text"));
   m.def("search_systems", SystemRows, py::arg("text"));

@@ -6,7 +6,7 @@ import numpy as np
 import pytest
 
 import orvex
-from orvex import Datum, OrvexError, Projection, Transformer
+from orvex import Datum, OrvexError, Projection, Transformer, _core
 
 WGS_84 = Datum("WGS 84")
 
@@ -136,6 +136,35 @@ def test_custom_datums_in_a_file(tmp_path):
         own.save(tmp_path / "nowhere" / "own.ini")
     with pytest.raises(OrvexError, match="built in"):
         WGS_84.save(ini)
+
+
+def test_the_compiled_part_refuses_what_is_no_record_or_step():
+    bytes_ = Projection.utm(33)._record.to_bytes()
+    for flag in (100, 105, 114, 115, 140):
+        with pytest.raises(OrvexError, match="not the bytes of a projection"):
+            _core.Record.from_bytes(bytes_[:flag] + b"\7" + bytes_[flag + 1:])
+    for make, says in [(lambda: _core.Conversion([None]), "None"), (lambda: _core.Record(9, {15: 1e300}, False), "whole number"),
+                       (lambda: _core.Record(9, {15: 0.5}, False), "whole number")]:
+        with pytest.raises(OrvexError, match=says):
+            make()
+
+
+def test_names_of_custom_datums_in_any_encoding(tmp_path):
+    ini = tmp_path / "own.ini"
+    own = Datum.custom("molodensky", dx=580)
+    names = "Plain", "\u00d6sterreich", "M\udcf6sia", "+"  # the third as a program has it that knows no UTF-8
+    for name in names:
+        own.save(ini, name)
+    for name in names:
+        found = Datum(name, ini=ini)
+        assert found.name == name and found.parameters["dx"] == 580
+    with pytest.raises(OrvexError, match="unknown datum '-'"):
+        Datum("-", ini=ini)
+    before = ini.read_bytes()
+    for path, name in ((ini, "Pla\0in"), (f"{ini}\0", "Other")):  # would be stored under a shorter name
+        with pytest.raises(ValueError, match="null byte"):
+            own.save(path, name)
+    assert ini.read_bytes() == before
 
 
 @pytest.mark.parametrize("call, text", [

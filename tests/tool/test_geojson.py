@@ -5,6 +5,7 @@ Usage: test_geojson.py PROGRAM [unittest arguments]
 """
 import json
 import os
+import resource
 import sys
 import unittest
 
@@ -124,6 +125,23 @@ class GeoJson(ToolTest):
                 self.refused(*command, name, "-o", self.file("out.geojson"), says="deep.geojson: arrays and objects nest more than 500 deep")
             self.refused("map", "--proj", "mercator", "--land", name, "--out", self.file("map.svg"), says="more than 500 deep")
             self.assertEqual(sorted(os.listdir(self.directory)), before)
+
+    def test_no_form_costs_more_than_its_length(self):
+        def seconds(value):
+            name = self.save("long.json", {"type": "Point", "coordinates": [13, 52], "p": value})
+            before = resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime
+            self.converted("project", "--utm", "33N", name)
+            return resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime - before
+        plain = [[i, i] for i in range(150_000)]
+        limit = 1 + 8 * seconds(plain)
+        nested = plain
+        for _ in range(400):
+            nested = {"first": nested, "second": 1, "third": 2}
+        self.assertLess(seconds(nested), limit)
+        names = {"name %d" % i: i for i in range(100_000)}
+        self.assertEqual(self.converted("project", "--utm", "33N", self.save("in.json", {"type": "Point", "coordinates": [13, 52], **names})),
+                         {"type": "Point", "coordinates": [362705.6341, 5762926.8129], **names})
+        self.assertLess(seconds(names), limit)
 
     def test_refusals(self):
         def feature(geometry):

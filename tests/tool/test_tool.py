@@ -7,6 +7,7 @@ import csv
 import io
 import os
 import re
+import resource
 import shutil
 import signal
 import struct
@@ -58,6 +59,13 @@ class ToolTest(unittest.TestCase):
         self.assertEqual((status, out), (USAGE, ""), arguments)
         self.assertTrue(messages.startswith("orvex: "), messages)
         self.assertIn(says, messages)
+
+
+class Names(ToolTest):
+    def test_a_long_text_is_no_name_at_once(self):
+        before = resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime
+        self.refused("show", "a" * 100_000 + " b", says="unknown coordinate system")
+        self.assertLess(resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime - before, 10)
 
 
 class Project(ToolTest):
@@ -903,9 +911,12 @@ class Georef(ToolTest):
         self.file("line.csv", "1,1,5,5\n2,2,6,6\n3,3,7,8\n")
         self.file("empty.csv", "# nothing\n")
         self.file("good.csv", self.AFFINE)
+        self.file("named.csv", "lon,X,Y,name,on\n" + "1,2,3,4\n" * 4)  # rows of another length than the header
+        self.file("wide.csv", "a,b,c,d,e,f,name\n" + "1,2,3,4\n" * 4)
         for file, method, says in [("bad.csv", "affine", "bad.csv: 3 bad lines"), ("line.csv", "affine", "not on one line"),
                                    ("line.csv", "poly3", "needs at least 10 control points, not 3"),
                                    ("empty.csv", "tps", "no control points"), ("good.csv", "afine", 'mean "affine"'),
+                                   ("named.csv", "affine", "the header has 5 columns"), ("wide.csv", "affine", "has 7 columns"),
                                    ("none.csv", "affine", "cannot open")]:
             self.refused("georef", "--controls", file, "--method", method, says=says)
         for file, says in [("/proc/self/mem", "cannot read /proc/self/mem"), (self.directory, "is a directory")]:

@@ -180,10 +180,12 @@ def recipe(from_: Datum, to: Datum, exact: bool) -> _core.Recipe:
 
 
 def _stored(ini: str, name: str) -> Optional[str]:
+    """The name under which a file has a datum. One with letters beyond ASCII is listed in another form, but found."""
+    key = squashed(name)
     for stored in _core.stored_datums(ini):
-        if squashed(stored) == squashed(name):
+        if stored == name or (key and squashed(stored) == key):
             return stored
-    return None
+    return name if not name.isascii() and _core.stored_datum(ini, name) is not None else None
 
 
 def _restored(name: str, number: int, parameters: Optional[DatumParameters]) -> Datum:

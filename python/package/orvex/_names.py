@@ -5,6 +5,8 @@ from typing import Iterable, Mapping, Optional, Sequence
 
 from ._errors import OrvexError
 
+_LONGEST = 200  # no name is near to a longer text, which would take long to compare
+
 
 def squashed(text: str) -> str:
     """The letters and digits of a name, in lower case: "NAD 1927 - CONUS" and "nad1927 conus" are the same."""
@@ -13,6 +15,8 @@ def squashed(text: str) -> str:
 
 def did_you_mean(wanted: str, names: Iterable[str]) -> str:
     """The end of a message: up to three names that may have been meant, those that hold all its words first."""
+    if len(wanted) > _LONGEST:
+        return ""
     names = list(dict.fromkeys(name for name in names if name))
     words = wanted.lower().split()
     holding = [name for name in names if words and all(word in name.lower() for word in words)]

@@ -133,20 +133,21 @@ std::optional<std::size_t> FindSquashed(const std::vector<std::string>& candidat
 
 /// Up to three candidates that the text may have meant: those that hold its words, else those a few edits away.
 std::vector<std::string> Suggestions(const std::vector<std::string>& candidates, const std::string& wanted) {
+  constexpr std::size_t kLongest = 200;  // no name is near to a longer text, which would take long to compare
+  if (wanted.size() > kLongest) return {};
   const std::vector<std::string> words = Words(wanted);
+  const std::size_t mostEdits = 1 + wanted.size() / 3;
   std::vector<std::pair<std::size_t, std::string>> ranked;
   for (const std::string& candidate : candidates) {
     const std::string lower = Lower(candidate);
-    std::size_t rank = EditDistance(lower, wanted);
     const auto holds = [&](const std::string& word) {
       return lower.find(word) != std::string::npos || word == Initials(lower);
     };
-    if (!words.empty() && std::all_of(words.begin(), words.end(), holds)) {
-      rank = std::min<std::size_t>(rank, 1);
-    } else if (rank > 1 + wanted.size() / 3) {
+    const bool holdsAll = !words.empty() && std::all_of(words.begin(), words.end(), holds);
+    if (!holdsAll && std::max(lower.size(), wanted.size()) - std::min(lower.size(), wanted.size()) > mostEdits)
       continue;
-    }
-    ranked.emplace_back(rank, candidate);
+    const std::size_t rank = holdsAll ? 1 : EditDistance(lower, wanted);
+    if (rank <= mostEdits) ranked.emplace_back(rank, candidate);
   }
   std::stable_sort(ranked.begin(), ranked.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
   std::vector<std::string> names;

@@ -15,6 +15,7 @@
 #include "Failure.h"
 #include "commands/Names.h"
 #include "geojson/JsonNesting.h"
+#include "geojson/OrderedMembers.h"
 #include "systems/FindSystem.h"
 #include "tables/BlockConverter.h"
 #include "tables/Files.h"
@@ -23,7 +24,7 @@ namespace orvex::tool {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
+using Json = nlohmann::basic_json<OrderedMembers>;
 
 constexpr int kDegreeDecimals = 9, kLengthDecimals = 4;
 constexpr int kMostDecimals = 15;  // to which a double is worth rounding

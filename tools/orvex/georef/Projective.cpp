@@ -168,9 +168,10 @@ GEOREFPOINT Projective::Inverse(const GEOREFPOINT& point) const {
 
 ProjectiveCoefficients Projective::Coefficients() const {
   const Homography& h = m_forward;
-  const auto [x0, y0] = m_source.centre;
+  const auto& centre = m_source.centre;
   const auto row = [&](double x, double y, double constant) {  // of centred sources as one of those as they are
-    return std::array<double, 3>{constant - m_source.scale * (x * x0 + y * y0), m_source.scale * x, m_source.scale * y};
+    return std::array<double, 3>{constant - m_source.scale * (x * centre.x + y * centre.y), m_source.scale * x,
+                                 m_source.scale * y};
   };
   ProjectiveCoefficients c{row(h[0], h[1], h[2]), row(h[3], h[4], h[5]), row(h[6], h[7], h[8])};
   for (std::size_t i = 0; i < 3; ++i) {

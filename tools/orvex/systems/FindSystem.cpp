@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cctype>
 #include <iterator>
+#include <set>
 #include <sstream>
 
 #include "Failure.h"
@@ -110,7 +111,7 @@ const CoordinateSystem& FindSystem(const std::string& text) {
 
 std::vector<const CoordinateSystem*> SearchSystems(const std::string& text, const std::optional<PROJPOINT>& at) {
   std::istringstream stream(Lower(text));
-  const std::vector<std::string> words{std::istream_iterator<std::string>(stream), {}};
+  const std::set<std::string> words{std::istream_iterator<std::string>(stream), {}};
   std::vector<const CoordinateSystem*> found;
   for (const CoordinateSystem& system : CoordinateSystems()) {
     const Area& area = system.AreaOfUse();

@@ -81,14 +81,24 @@ struct Layout {
       return;
     }
     name = Find(header, {"name", "id", "point", "label"});
+    if (columns != kColumns + (name ? 1 : 0) + (on ? 1 : 0)) {
+      if (columns >= kColumns) RefuseColumns();
+      *this = {};  // a title
+      return;
+    }
     std::size_t next = 0;
-    for (std::size_t i = 0; i < header.size() && next < kColumns; ++i) {
+    for (std::size_t i = 0; i < columns; ++i) {
       if (i != name && i != on) places[next++] = i;
     }
-    if (next == kColumns) OrderByNames(header);
-    if (header.size() != kColumns + (name ? 1 : 0) + (on ? 1 : 0)) columns = kColumns;  // said for every line
+    OrderByNames(header);
   }
   Layout() = default;
+
+  [[noreturn]] void RefuseColumns() const {
+    throw Failure(
+        "the header has " + std::to_string(columns) +
+        " columns; controls have source x and y, destination x and y, and may have a name and on beside them");
+  }
 
   /// Source before destination and x before y, unless the names say another order.
   void OrderByNames(const std::vector<std::string>& header) {
