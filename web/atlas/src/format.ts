@@ -52,3 +52,8 @@ export class AngleText {
     return plain !== "" && Number.isFinite(number) ? number : this.angles.parse(plain);
   }
 }
+
+/** What an error says. */
+export function messageOf(error: unknown): string {
+  return error instanceof Error ? error.message : String(error);
+}

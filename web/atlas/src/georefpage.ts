@@ -4,7 +4,7 @@ import type { Georef, GeorefControl, GeorefMethod } from "orvex";
 import type { App, Page } from "./app";
 import { acceptDrops, copy, h } from "./dom";
 import { ChoiceField, NumberField, plainNumber } from "./fields";
-import { grouped, none } from "./format";
+import { grouped, none, messageOf } from "./format";
 import type { Place } from "./state";
 import type { View } from "./view";
 import { drawMesh, meshOf, type Mesh } from "./warp";
@@ -57,6 +57,7 @@ export class GeorefPage implements Page {
   opened(open: boolean): void {
     this.open = open;
     this.show();
+    this.drawPicture();
   }
 
   update(): void {
@@ -148,7 +149,7 @@ export class GeorefPage implements Page {
       this.fit = fit;
       this.mesh = meshOf(this.picture!.width, this.picture!.height, (coords) => fit.forward(coords));
     } catch (error) {
-      this.method.setError(error instanceof Error ? error.message : String(error));
+      this.method.setError(messageOf(error));
     }
   }
 
@@ -157,7 +158,6 @@ export class GeorefPage implements Page {
     scene.underlay = this.mesh && this.picture ? (view) => this.warped(view) : undefined;
     scene.marks = this.open ? this.complete().map((control) => control.place!) : undefined;
     this.app.map.redraw();
-    this.drawPicture();
   }
 
   private warped(view: View): HTMLCanvasElement {
@@ -197,11 +197,16 @@ export class GeorefPage implements Page {
     this.list.replaceChildren(...this.controls.map((control, i) => this.item(control, i)));
     this.showResiduals();
     this.show();
+    this.drawPicture();
   }
 
   private item(control: Control, index: number): HTMLElement {
     const number = (label: string, value: number | undefined, step: number, parse: (text: string) => number, set: (value: number) => void) => {
-      const field = new NumberField({ label, step, parse, format: (it) => (Number.isFinite(it) ? String(Number(it.toFixed(6))) : ""), change: (it) => { set(it); this.refit(); } });
+      const field = new NumberField({ label, step, parse, format: (it) => (Number.isFinite(it) ? String(Number(it.toFixed(6))) : ""), change: (it) => {
+        set(it);
+        this.refit();
+        this.drawPicture();
+      } });
       field.set(value ?? NaN);
       return field.element;
     };

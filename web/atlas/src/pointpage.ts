@@ -4,7 +4,7 @@ import type { Projection } from "orvex";
 import type { App, Page } from "./app";
 import { copy, h } from "./dom";
 import { ChoiceField, NumberField, SegmentField } from "./fields";
-import { grouped, none, thin } from "./format";
+import { grouped, messageOf, none, thin } from "./format";
 import { icon } from "./icons";
 import type { AngleForm, Place } from "./state";
 import { wrapped } from "./view";
@@ -203,7 +203,7 @@ export class PointPage implements Page {
       const apart = metres(exact, stated);
       shifted.stated.set(millimetres(Math.hypot(...apart)));
     } catch (error) {
-      this.datumNote.textContent = error instanceof Error ? error.message : String(error);
+      this.datumNote.textContent = messageOf(error);
     }
   }
 

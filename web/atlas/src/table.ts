@@ -3,6 +3,7 @@ import type { Accuracy, Orvex } from "orvex";
 import Papa from "papaparse";
 
 import type { Choice, Engine } from "./engine";
+import { messageOf } from "./format";
 import { shapesOf, type Shapes } from "./outlines";
 
 export type Kind = "forward" | "inverse" | "shift" | "utm" | "mgrs";
@@ -257,7 +258,7 @@ class GeoSource implements Source {
     try {
       root = JSON.parse(text) as Json;
     } catch (error) {
-      throw new BadInput(`${name} is not GeoJSON: ${error instanceof Error ? error.message : String(error)}`);
+      throw new BadInput(`${name} is not GeoJSON: ${messageOf(error)}`);
     }
     if (!isObject(root)) throw new BadInput(`${name} is not GeoJSON: it is no object`);
     this.root = root;

@@ -3,6 +3,7 @@ import type { App, Page } from "./app";
 import { tableCommand } from "./command";
 import { acceptDrops, copy, h, save } from "./dom";
 import { ChoiceField } from "./fields";
+import { messageOf } from "./format";
 import { icon } from "./icons";
 import type { Kind, Outcome, Summary } from "./table";
 
@@ -77,7 +78,7 @@ export class TablePage implements Page {
     try {
       this.accept(await this.app.helper.ask({ do: "read", name, text }));
     } catch (error) {
-      this.say(error instanceof Error ? error.message : String(error), true);
+      this.say(messageOf(error), true);
     }
   }
 
@@ -117,7 +118,7 @@ export class TablePage implements Page {
       this.summary = summary;
       this.draw(summary);
     } catch (error) {
-      this.say(error instanceof Error ? error.message : String(error), true);
+      this.say(messageOf(error), true);
     }
   }
 
@@ -141,7 +142,7 @@ export class TablePage implements Page {
       this.download.textContent = `Download ${outcome.fileName}`;
       this.download.hidden = false;
     } catch (error) {
-      this.say(error instanceof Error ? error.message : String(error), true);
+      this.say(messageOf(error), true);
     }
   }
 
