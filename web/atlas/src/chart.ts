@@ -183,7 +183,7 @@ export class Chart {
   }
 
   /** The longitudes and latitudes in sight, from a grid of places; nothing where they are too many. */
-  private inSight(view: View, size: Size): Bounds | undefined {
+  inSight(view: View, size: Size): Bounds | undefined {
     const across = 12;
     const spots = new Float64Array(2 * (across + 1) ** 2);
     let at = 0;

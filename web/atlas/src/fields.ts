@@ -1,6 +1,6 @@
 // Controls for values. Each has a label, a way by keys and room for a message that moves nothing.
 import { freshId, h } from "./dom";
-import { messageOf } from "./format";
+import { messageOf, numberOf } from "./format";
 
 export interface Field {
   readonly element: HTMLElement;
@@ -222,10 +222,12 @@ export class SegmentField {
   }
 }
 
+export const beyondPole = "A latitude lies between \u221290 and 90 degrees";
+
 /** A number from plain text. */
 export function plainNumber(text: string): number {
   const plain = text.trim().replace(/\u2212/g, "-").replace(/[\u2009\u00a0 ]/g, "");
-  const value = Number(plain);
-  if (plain === "" || !Number.isFinite(value)) throw new Error(`"${text.trim()}" is not a number`);
+  const value = numberOf(plain);
+  if (!Number.isFinite(value)) throw new Error(`"${text.trim()}" is not a number`);
   return value;
 }

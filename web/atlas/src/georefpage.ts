@@ -3,7 +3,7 @@ import type { Georef, GeorefControl, GeorefMethod } from "orvex";
 
 import type { App, Page } from "./app";
 import { acceptDrops, copy, h } from "./dom";
-import { ChoiceField, NumberField, plainNumber } from "./fields";
+import { beyondPole, ChoiceField, NumberField, plainNumber } from "./fields";
 import { grouped, none, messageOf } from "./format";
 import type { Place } from "./state";
 import type { View } from "./view";
@@ -210,7 +210,12 @@ export class GeorefPage implements Page {
       field.set(value ?? NaN);
       return field.element;
     };
-    const angle = (text: string) => this.app.angles.parse(text);
+    const longitude = (text: string) => this.app.angles.parse(text, "lon");
+    const latitude = (text: string) => {
+      const lat = this.app.angles.parse(text, "lat");
+      if (Math.abs(lat) > 90) throw new Error(beyondPole);
+      return lat;
+    };
     const remove = h("button", { type: "button", class: "plain", "aria-label": `Remove control point ${index + 1}`, onclick: () => {
       this.controls.splice(index, 1);
       this.rebuild();
@@ -219,8 +224,8 @@ export class GeorefPage implements Page {
     return h("li", {}, h("div", { class: "heading" }, h("strong", {}, `Point ${index + 1}`), h("output", { class: "residual" }), remove),
       h("div", { class: "four" },
         number("Pixel x", control.px, 1, plainNumber, (px) => (control.px = px)), number("Pixel y", control.py, 1, plainNumber, (py) => (control.py = py)),
-        number("Longitude", control.place?.[0], 0.1, angle, (lon) => (control.place = [lon, control.place?.[1] ?? 0])),
-        number("Latitude", control.place?.[1], 0.1, angle, (lat) => (control.place = [control.place?.[0] ?? 0, Math.min(Math.max(lat, -90), 90)]))));
+        number("Longitude", control.place?.[0], 0.1, longitude, (lon) => (control.place = [lon, control.place?.[1] ?? 0])),
+        number("Latitude", control.place?.[1], 0.1, latitude, (lat) => (control.place = [control.place?.[0] ?? 0, Math.min(Math.max(lat, -90), 90)]))));
   }
 
   private showResiduals(): void {

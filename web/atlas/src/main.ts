@@ -275,7 +275,7 @@ class Atlas implements App {
         h("button", { type: "button", onclick: () => this.exportSvg() }, "Save as SVG"),
         h("button", { type: "button", onclick: () => void this.exportPng() }, "Save as PNG"),
         h("button", { type: "button", onclick: () => void copy(location.href, "Link") }, "Copy the link"),
-        h("button", { type: "button", onclick: () => void copy(mapCommand(this.engine, this.state), "Command") }, "Copy the map command")));
+        h("button", { type: "button", onclick: () => void copy(this.mapCommand(), "Command") }, "Copy the map command")));
     shareMenu.addEventListener("keydown", (event) => {
       if (event.key !== "Escape") return;
       shareMenu.open = false;
@@ -295,8 +295,12 @@ class Atlas implements App {
       }), shareMenu);
   }
 
+  private mapCommand(): string {
+    return mapCommand(this.engine, this.state, this.map.picture);
+  }
+
   private description(): string {
-    return `Drawn by Orvex: ${mapCommand(this.engine, this.state)}`;
+    return `Drawn by Orvex: ${this.mapCommand()}`;
   }
 
   private exportSvg(): void {

@@ -3,10 +3,11 @@ import type { Accuracy, Paths } from "orvex";
 
 import { entryOf, type Entry, type Values } from "./catalogue";
 import { Chart, type Piece } from "./chart";
+import type { Picture } from "./command";
 import { afterQuiet, eachFrame, h } from "./dom";
 import type { Choice, Engine } from "./engine";
 import { messageOf } from "./format";
-import { drawScene, type Scene } from "./scene";
+import { drawScene, graticuleStep, tissotStep, type Scene } from "./scene";
 import type { Place } from "./state";
 import { CanvasSurface, SvgSurface } from "./surface";
 import { theme } from "./theme";
@@ -173,6 +174,16 @@ export class MapView {
 
   placeAt(px: number, py: number): Place | undefined {
     return this.chart?.place(this.view, this.size, px, py);
+  }
+
+  /** What the picture shows, in degrees. */
+  get picture(): Picture {
+    const { chart, view, size } = this;
+    if (!chart) return { graticule: 0, tissot: 0 };
+    return {
+      bounds: this.at && this.zoom > 1 ? chart.inSight(view, size) : undefined,
+      graticule: graticuleStep(chart, view, size.width, this.scene.graticule), tissot: tissotStep(chart, view, size.width),
+    };
   }
 
   toSvg(title: string, description: string): string {

@@ -155,8 +155,8 @@ export class TablePage implements Page {
   private showCommand(): void {
     const { summary } = this;
     if (!summary) return;
-    const names = summary.what === "table" && !summary.header[0]?.startsWith("column ") ? this.chosen().map((i) => summary.header[i] ?? "") as [string, string] : undefined;
-    this.command.textContent = tableCommand(this.app.engine, this.app.state, this.kind.value, summary.name, names);
+    const table = summary.what === "table" ? { columns: this.chosen().map((i) => columnOf(summary, i)), decimalComma: summary.decimalComma } : undefined;
+    this.command.textContent = tableCommand(this.app.engine, this.app.state, this.kind.value, summary.name, table);
   }
 
   private forget(): void {
@@ -164,4 +164,10 @@ export class TablePage implements Page {
     this.app.map.redraw();
     this.app.change({});
   }
+}
+
+/** A column as the tool is told: by its name, or by its number where no other name tells it. */
+function columnOf({ header, headed }: Summary, index: number): string {
+  const name = header[index] ?? "";
+  return headed && name !== "" && header.indexOf(name) === header.lastIndexOf(name) ? name : String(index + 1);
 }

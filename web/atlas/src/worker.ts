@@ -43,7 +43,7 @@ async function fine(choice: Choice, piece: Piece): Promise<Answers["fine"]> {
 async function perform(task: Task, progress: (part: number) => void): Promise<unknown> {
   switch (task.do) {
     case "fine": return fine(task.choice, task.piece);
-    case "read": return (source = read(task.name, task.text)).summary();
+    case "read": return (source = read(task.name, task.text, (await engine!).orvex)).summary();
     case "columns": return source?.summary(task.columns);
     case "convert":
       if (!source) throw new Error("there is no table yet");

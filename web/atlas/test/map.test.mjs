@@ -258,6 +258,7 @@ describe("export", () => {
     assert.equal(facts.wrong, undefined);
     assert.equal(facts.title, "Mollweide");
     assert.ok(facts.paths > 5 && !facts.outside);
+    assert.match(bytes.toString(), /<rect width="\d+" height="\d+" fill="#f7f5f0"/);
     assert.match(facts.description, /orvex map --proj Mollweide --tissot 30 --distortion area -o moll.svg/);
   });
   test("PNG of twice the size", async () => {

@@ -146,7 +146,7 @@ describe("tables", () => {
     await page.getByLabel("Longitude or x").selectOption("1");
     await page.getByLabel("Latitude or y").selectOption("2");
     await page.getByLabel("Convert", { exact: true }).first().selectOption("inverse");
-    const [, , , lon, lat] = (await convert(page)).split("\n")[1].split(",").map(Number);
+    const [, , , lon, lat] = (await convert(page)).split("\n")[1].split(";").map(Number);
     assert.ok(Math.abs(lon - 13.405) < 2e-9 && Math.abs(lat - 52.52) < 2e-9, `${lon} ${lat}`);
   });
   test("GeoJSON keeps what is not a coordinate", async () => {
