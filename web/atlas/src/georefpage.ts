@@ -225,7 +225,7 @@ export class GeorefPage implements Page {
       h("div", { class: "four" },
         number("Pixel x", control.px, 1, plainNumber, (px) => (control.px = px)), number("Pixel y", control.py, 1, plainNumber, (py) => (control.py = py)),
         number("Longitude", control.place?.[0], 0.1, longitude, (lon) => (control.place = [lon, control.place?.[1] ?? 0])),
-        number("Latitude", control.place?.[1], 0.1, latitude, (lat) => (control.place = [control.place?.[0] ?? 0, Math.min(Math.max(lat, -90), 90)]))));
+        number("Latitude", control.place?.[1], 0.1, latitude, (lat) => (control.place = [control.place?.[0] ?? 0, lat]))));
   }
 
   private showResiduals(): void {

@@ -242,6 +242,7 @@ describe("georeferencing", () => {
   test("the picture stays under the coasts when the map becomes another one", async () => {
     const page = await site.open("#eqc;tab=georef");
     await drop(page, "#page-georef .drop", "map.png", await picture(page), "image/png");
+    await page.locator("canvas.picture").waitFor({ state: "visible" });
     for (const [px, py] of [[50, 50], [550, 40], [300, 250]]) {
       await page.evaluate((control) => atlas.pages.georef.add(control), { px, py, place: place(px, py) });
     }
