@@ -17,6 +17,8 @@ export interface App {
   /** Changes the state; the page follows. A change that is done becomes a step that the back button undoes. */
   change(part: Partial<State>, done?: boolean): void;
   setPoint(place: Place | undefined, done?: boolean): void;
+  /** One of the maps has moved; `done` when it stands still. */
+  moved(done: boolean): void;
   /** Shows the whole of some places on the main map. */
   goTo(at: Place, zoom?: number): void;
 }

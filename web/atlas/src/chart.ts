@@ -2,6 +2,7 @@
 import type { Accuracy, MapGeometry, MapOptions, Paths, Projection } from "orvex";
 
 import type { Choice, Engine } from "./engine";
+import { shapesOf, type Shapes } from "./outlines";
 import type { Place } from "./state";
 import { fit, toMap, toPixels, wrapped, type Box, type Margins, type Size, type Spot, type View } from "./view";
 
@@ -22,6 +23,22 @@ const AROUND = 0.5;           // of what is in sight is drawn beyond it on each 
 /** A copy that stays when the module's memory is used again. */
 export function kept(paths: Paths): Paths {
   return { coords: paths.coords.slice(), starts: paths.starts.slice() };
+}
+
+const LEAST_STEP = 0.1;       // degrees, of the library's own graticules
+
+/** Meridians and parallels of an area too small for the library's graticule. */
+function fineGraticule(bounds: Bounds | undefined, step: number): Shapes {
+  if (!bounds) return shapesOf([]);
+  const [west, south, east, north] = bounds;
+  const multiples = (from: number, to: number) => {
+    const first = Math.ceil(from / step);
+    return Array.from({ length: Math.floor(to / step) - first + 1 }, (_, i) => (first + i) * step);
+  };
+  return shapesOf([
+    ...multiples(west, east).map((lon): [number, number][] => [[lon, south], [lon, north]]),
+    ...multiples(south, north).map((lat): [number, number][] => [[west, lat], [east, lat]]),
+  ]);
 }
 
 const nothing: Paths = { coords: new Float64Array(0), starts: new Int32Array(1) };
@@ -118,7 +135,7 @@ export class Chart {
 
   graticule(step: number): Paths {
     if (step <= 0) return nothing;
-    return this.made(`graticule ${step}`, () => this.map.graticule(step));
+    return this.made(`graticule ${step}`, () => (step < LEAST_STEP ? this.map.lines(fineGraticule(this.piece.bounds, step)) : this.map.graticule(step)));
   }
 
   tissot(step: number): Paths {
@@ -166,7 +183,7 @@ export class Chart {
   }
 
   /** The longitudes and latitudes in sight, from a grid of places; nothing where they are too many. */
-  private inSight(view: View, size: Size): Bounds | undefined {
+  inSight(view: View, size: Size): Bounds | undefined {
     const across = 12;
     const spots = new Float64Array(2 * (across + 1) ** 2);
     let at = 0;

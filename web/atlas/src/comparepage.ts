@@ -3,6 +3,7 @@ import { entries, entryOf, type Values } from "./catalogue";
 import type { App, Page } from "./app";
 import { h } from "./dom";
 import { ChoiceField } from "./fields";
+import { messageOf } from "./format";
 import { MapView } from "./mapview";
 import { shapesOf, type Shapes } from "./outlines";
 import type { Place } from "./state";
@@ -64,6 +65,12 @@ export class ComparePage implements Page {
     this.showNumbers(place ?? this.app.state.point);
   }
 
+  /** Moves the second map to where an address has it. */
+  restore(): void {
+    const { besideAt, besideZoom } = this.app.state;
+    this.map?.goTo(besideAt, besideZoom);
+  }
+
   get second(): MapView | undefined {
     return this.map;
   }
@@ -79,7 +86,7 @@ export class ComparePage implements Page {
     if (!this.map) {
       this.map = new MapView(app.engine, {
         turned: (values, done) => this.turned(values, done),
-        moved: () => undefined,
+        moved: (done) => app.moved(done),
         pointed: (place) => this.pointed(place),
         picked: (place) => app.setPoint(place, true),
       }, (choice, piece) => app.helper.ask({ do: "fine", choice, piece }), "Second map");
@@ -92,9 +99,9 @@ export class ComparePage implements Page {
     this.dress();
     this.note.textContent = "";
     try {
-      this.map.show({ slug: state.beside!, values: state.besideValues }, app.accuracy, this.map.current ? "keep" : { at: undefined, zoom: 1 });
+      this.map.show({ slug: state.beside!, values: state.besideValues }, app.accuracy, this.map.current ? "keep" : { at: state.besideAt, zoom: state.besideZoom });
     } catch (error) {
-      this.note.textContent = error instanceof Error ? error.message : String(error);
+      this.note.textContent = messageOf(error);
     }
   }
 

@@ -3,7 +3,7 @@
 import type { App, Page } from "./app";
 import { h } from "./dom";
 import { ChoiceField, FlagField, SegmentField } from "./fields";
-import { significant } from "./format";
+import { grouped, significant } from "./format";
 import { legend } from "./shading";
 import type { Shading } from "./state";
 
@@ -52,6 +52,6 @@ export class DistortionPage implements Page {
       ["Area scale", at?.area[0], ""], ["Largest change of an angle", at?.omega[0], "\u00b0"],
     ];
     this.numbers.replaceChildren(...rows.map(([name, value, unit]) =>
-      h("div", { class: "row" }, h("dt", {}, name), h("dd", { class: "value" }, `${significant(value ?? NaN, 8)}${value === undefined || !Number.isFinite(value) ? "" : unit}`))));
+      h("div", { class: "row" }, h("dt", {}, name), h("dd", { class: "value" }, `${unit ? grouped(value ?? NaN, 4) : significant(value ?? NaN, 6)}${value === undefined || !Number.isFinite(value) ? "" : unit}`))));
   }
 }

@@ -39,6 +39,12 @@ export class Engine {
     return info;
   }
 
+  /** What an address may speak of. */
+  readonly known = {
+    parameter: (slug: string, key: string) => this.has(slug, key),
+    datum: (name: string, asDestination: boolean) => this.orvex.datums.some((datum) => datum.name === name && (datum.reversible || !asDestination)),
+  };
+
   has(slug: string, key: string): boolean {
     if (key === "radius" || key === "flattening") return this.info(slug).usesEllipsoid;
     return this.info(slug).parameters.some((parameter) => parameter.key === key);

@@ -1,5 +1,6 @@
 // Controls for values. Each has a label, a way by keys and room for a message that moves nothing.
 import { freshId, h } from "./dom";
+import { messageOf, numberOf } from "./format";
 
 export interface Field {
   readonly element: HTMLElement;
@@ -77,12 +78,17 @@ export class NumberField implements Field {
     try {
       value = this.options.parse(this.input.value);
     } catch (error) {
-      if (done || this.input.value.trim() !== "") this.setError(error instanceof Error ? error.message : String(error));
+      if (done || this.input.value.trim() !== "") this.setError(messageOf(error));
       return;
     }
     this.value = value;
     this.setError("");
     this.options.change(value, done);
+  }
+
+  /** Where steps begin: an empty field counts from 0. */
+  private get origin(): number {
+    return Number.isFinite(this.value) ? this.value : 0;
   }
 
   private stepTo(value: number, done: boolean): void {
@@ -102,7 +108,7 @@ export class NumberField implements Field {
     if (!direction) return;
     event.preventDefault();
     const factor = event.shiftKey ? 10 : event.altKey ? 0.1 : 1;
-    this.stepTo(this.value + direction * factor * this.options.step, true);
+    this.stepTo(this.origin + direction * factor * this.options.step, true);
   }
 
   private scrub(label: HTMLElement): void {
@@ -111,7 +117,7 @@ export class NumberField implements Field {
     let dragging = false;
     label.addEventListener("pointerdown", (event) => {
       label.setPointerCapture(event.pointerId);
-      [from, start, dragging] = [event.clientX, this.value, false];
+      [from, start, dragging] = [event.clientX, this.origin, false];
     });
     label.addEventListener("pointermove", (event) => {
       if (!label.hasPointerCapture(event.pointerId)) return;
@@ -216,10 +222,12 @@ export class SegmentField {
   }
 }
 
+export const beyondPole = "A latitude lies between \u221290 and 90 degrees";
+
 /** A number from plain text. */
 export function plainNumber(text: string): number {
   const plain = text.trim().replace(/\u2212/g, "-").replace(/[\u2009\u00a0 ]/g, "");
-  const value = Number(plain);
-  if (plain === "" || !Number.isFinite(value)) throw new Error(`"${text.trim()}" is not a number`);
+  const value = numberOf(plain);
+  if (!Number.isFinite(value)) throw new Error(`"${text.trim()}" is not a number`);
   return value;
 }

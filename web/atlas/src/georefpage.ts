@@ -3,8 +3,8 @@ import type { Georef, GeorefControl, GeorefMethod } from "orvex";
 
 import type { App, Page } from "./app";
 import { acceptDrops, copy, h } from "./dom";
-import { ChoiceField, NumberField, plainNumber } from "./fields";
-import { grouped, none } from "./format";
+import { beyondPole, ChoiceField, NumberField, plainNumber } from "./fields";
+import { grouped, none, messageOf } from "./format";
 import type { Place } from "./state";
 import type { View } from "./view";
 import { drawMesh, meshOf, type Mesh } from "./warp";
@@ -57,6 +57,7 @@ export class GeorefPage implements Page {
   opened(open: boolean): void {
     this.open = open;
     this.show();
+    this.drawPicture();
   }
 
   update(): void {
@@ -148,7 +149,7 @@ export class GeorefPage implements Page {
       this.fit = fit;
       this.mesh = meshOf(this.picture!.width, this.picture!.height, (coords) => fit.forward(coords));
     } catch (error) {
-      this.method.setError(error instanceof Error ? error.message : String(error));
+      this.method.setError(messageOf(error));
     }
   }
 
@@ -157,7 +158,6 @@ export class GeorefPage implements Page {
     scene.underlay = this.mesh && this.picture ? (view) => this.warped(view) : undefined;
     scene.marks = this.open ? this.complete().map((control) => control.place!) : undefined;
     this.app.map.redraw();
-    this.drawPicture();
   }
 
   private warped(view: View): HTMLCanvasElement {
@@ -197,15 +197,25 @@ export class GeorefPage implements Page {
     this.list.replaceChildren(...this.controls.map((control, i) => this.item(control, i)));
     this.showResiduals();
     this.show();
+    this.drawPicture();
   }
 
   private item(control: Control, index: number): HTMLElement {
     const number = (label: string, value: number | undefined, step: number, parse: (text: string) => number, set: (value: number) => void) => {
-      const field = new NumberField({ label, step, parse, format: (it) => (Number.isFinite(it) ? String(Number(it.toFixed(6))) : ""), change: (it) => { set(it); this.refit(); } });
+      const field = new NumberField({ label, step, parse, format: (it) => (Number.isFinite(it) ? String(Number(it.toFixed(6))) : ""), change: (it) => {
+        set(it);
+        this.refit();
+        this.drawPicture();
+      } });
       field.set(value ?? NaN);
       return field.element;
     };
-    const angle = (text: string) => this.app.angles.parse(text);
+    const longitude = (text: string) => this.app.angles.parse(text, "lon");
+    const latitude = (text: string) => {
+      const lat = this.app.angles.parse(text, "lat");
+      if (Math.abs(lat) > 90) throw new Error(beyondPole);
+      return lat;
+    };
     const remove = h("button", { type: "button", class: "plain", "aria-label": `Remove control point ${index + 1}`, onclick: () => {
       this.controls.splice(index, 1);
       this.rebuild();
@@ -214,8 +224,8 @@ export class GeorefPage implements Page {
     return h("li", {}, h("div", { class: "heading" }, h("strong", {}, `Point ${index + 1}`), h("output", { class: "residual" }), remove),
       h("div", { class: "four" },
         number("Pixel x", control.px, 1, plainNumber, (px) => (control.px = px)), number("Pixel y", control.py, 1, plainNumber, (py) => (control.py = py)),
-        number("Longitude", control.place?.[0], 0.1, angle, (lon) => (control.place = [lon, control.place?.[1] ?? 0])),
-        number("Latitude", control.place?.[1], 0.1, angle, (lat) => (control.place = [control.place?.[0] ?? 0, Math.min(Math.max(lat, -90), 90)]))));
+        number("Longitude", control.place?.[0], 0.1, longitude, (lon) => (control.place = [lon, control.place?.[1] ?? 0])),
+        number("Latitude", control.place?.[1], 0.1, latitude, (lat) => (control.place = [control.place?.[0] ?? 0, lat]))));
   }
 
   private showResiduals(): void {

@@ -28,7 +28,7 @@ interface Frame {
 }
 
 // Pixels.
-const ROOM_X = 40, ROOM_Y = 16, INSET = 14, BESIDE = 7, MEET = 12, SAME = 2.5;
+const ROOM_X = 40, ROOM_Y = 16, INSET = 14, BESIDE = 7, MEET = 12, SAME = 2.5, GLYPH = 6, HALF_LINE = 6;
 
 /** Labels for the pieces of a graticule. */
 export function graticuleLabels(chart: Chart, paths: Paths, step: number, view: View, size: Size): Label[] {
@@ -41,11 +41,12 @@ export function graticuleLabels(chart: Chart, paths: Paths, step: number, view: 
   const spots = upon ? meridians.map(atEquator).flatMap((label): Spot[] => (label ? [[label.x, label.y]] : [])) : ends;
   const stride = spots.length > 2 ? strideFor(spacing(spots)) : 1;
   const labels: Label[] = [];
-  const free = (x: number, y: number) => labels.every((other) => Math.abs(other.x - x) > ROOM_X || Math.abs(other.y - y) > ROOM_Y);
+  const roomX = (a: Label, b: Label) => Math.max(ROOM_X, ((a.text.length + b.text.length) / 2) * GLYPH + BESIDE);
+  const free = (label: Label) => labels.every((other) => Math.abs(other.x - label.x) > roomX(label, other) || Math.abs(other.y - label.y) > ROOM_Y);
   for (const line of lines) {
     if (line.meridian && Math.round(line.degrees / step) % stride !== 0) continue;
     const label = line.meridian && upon ? atEquator(line) : place(line, lines, frame, size);
-    if (label && free(label.x, label.y)) labels.push(label);
+    if (label && free(label)) labels.push(label);
   }
   return labels;
 }
@@ -128,7 +129,7 @@ function place(line: Line, lines: readonly Line[], frame: Frame, size: Size): La
   if (meetsOthers(line, forwards ? first : last, lines)) forwards = !forwards;
   const ordered = forwards ? line.spots : [...line.spots].reverse();
   const end = ordered[0]!;
-  if (inside(end, size, INSET)) return goesOn(line, end, lines) ? undefined : labelBeside(end, besideEnd(end, ordered[1]!, frame), text, size);
+  if (inside(end, size, INSET)) return goesOn(line, end, lines) ? undefined : besideEnd(end, ordered[1]!, text, frame, size);
   for (let i = 1; i < ordered.length; ++i) {
     const at = entry(ordered[i - 1]!, ordered[i]!, size);
     const onItsSide = at && (line.meridian ? at[1] > size.height - INSET - 1 : at[0] < INSET + 1);
@@ -155,15 +156,29 @@ function uponMiddle(line: Line, text: string, size: Size): Label | undefined {
 }
 
 /** Off the end of a line: away from the middle of the map or on in its own direction, whichever leaves the map. */
-function besideEnd(end: Spot, next: Spot, frame: Frame): Spot {
+function besideEnd(end: Spot, next: Spot, text: string, frame: Frame, size: Size): Label | undefined {
   const unit = (from: Spot): Spot => [(end[0] - from[0]) / (apart(end, from) || 1), (end[1] - from[1]) / (apart(end, from) || 1)];
   const directions = [unit(frame.centre), unit(next)];
-  return directions.find(([ux, uy]) => !frame.onMap(end[0] + 2 * BESIDE * ux, end[1] + 2 * BESIDE * uy)) ?? directions[0]!;
+  const leaves = ([ux, uy]: Spot) => !frame.onMap(end[0] + 2 * BESIDE * ux, end[1] + 2 * BESIDE * uy);
+  // Along a slanting edge, such as the cut of a cone, a text may lie on the map though its anchor does not.
+  for (const distance of [BESIDE, 2 * BESIDE]) {
+    for (const direction of directions) {
+      const label = labelBeside(end, direction, distance, text, size);
+      if (label && isClear(label, frame)) return label;
+    }
+  }
+  return labelBeside(end, directions.find(leaves) ?? directions[0]!, BESIDE, text, size);
 }
 
-function labelBeside(end: Spot, [ux, uy]: Spot, text: string, size: Size): Label | undefined {
-  const x = end[0] + ux * BESIDE;
-  const y = end[1] + uy * (BESIDE + 5);
+function isClear(label: Label, frame: Frame): boolean {
+  const width = label.text.length * GLYPH;
+  const left = label.x - { start: 0, center: width / 2, end: width }[label.align];
+  return [left, left + width].every((x) => !frame.onMap(x, label.y - HALF_LINE) && !frame.onMap(x, label.y + HALF_LINE));
+}
+
+function labelBeside(end: Spot, [ux, uy]: Spot, distance: number, text: string, size: Size): Label | undefined {
+  const x = end[0] + ux * distance;
+  const y = end[1] + uy * (distance + 5);
   const align = ux > 0.4 ? "start" : ux < -0.4 ? "end" : "center";
   return inside([x, y], size, 4) ? { x, y, text, align, upon: false } : undefined;
 }

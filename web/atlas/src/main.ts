@@ -9,7 +9,7 @@ import { DistortionPage } from "./distortionpage";
 import { afterQuiet, announce, byId, copy, h, save } from "./dom";
 import { Engine } from "./engine";
 import { Foot } from "./foot";
-import { AngleText } from "./format";
+import { AngleText, messageOf } from "./format";
 import { GeorefPage } from "./georefpage";
 import { Helper } from "./helper";
 import { icon, type IconName } from "./icons";
@@ -18,7 +18,7 @@ import { MapView } from "./mapview";
 import { changed, Parameters, utmZoneOf } from "./parameters";
 import { PointPage } from "./pointpage";
 import { setUpSheets } from "./sheets";
-import { fromAddress, toAddress, type Place, type State, type Tab } from "./state";
+import { fromAddress, initial, toAddress, type Place, type State, type Tab } from "./state";
 import { TablePage } from "./tablepage";
 import { roundTo, wrapped } from "./view";
 
@@ -32,17 +32,15 @@ class Atlas implements App {
   private readonly parameters: Parameters;
   private readonly list: ProjectionList;
   private readonly foot: Foot;
-  private readonly pages: Record<Tab, Page>;
+  private readonly pages: Record<Tab, Page> & { compare: ComparePage };
   private readonly sentence = h("p", { class: "sentence" });
-  private lastKey = "";
   private guide?: string;
   private readonly writeSoon = afterQuiet(600, () => this.write());
   private readonly refreshSoon = afterQuiet(90, () => this.refresh());
 
   constructor(readonly engine: Engine) {
-    const [state, wrong] = fromAddress(location.hash, (slug, key) => engine.has(slug, key));
-    this.state = state;
-    this.angles = new AngleText(engine.orvex.angle, state.angles);
+    this.state = initial();
+    this.angles = new AngleText(engine.orvex.angle, this.state.angles);
     this.map = new MapView(engine, {
       turned: (values, done) => this.change({ values }, done),
       moved: (done) => this.moved(done),
@@ -65,7 +63,6 @@ class Atlas implements App {
     window.addEventListener("popstate", () => this.readAddress());
     window.addEventListener("hashchange", () => this.readAddress());
     matchMedia("(prefers-color-scheme: dark)").addEventListener("change", () => this.recolor());
-    if (wrong.length > 0) announce(`This link has parts that cannot be read and are left out: ${wrong.join(", ")}`, "error");
   }
 
   get accuracy(): Accuracy {
@@ -73,9 +70,7 @@ class Atlas implements App {
   }
 
   start(): void {
-    this.showMap({ at: this.state.at, zoom: this.state.zoom });
-    this.refresh();
-    history.replaceState(null, "", `#${toAddress(this.state)}`);
+    this.showAddress(...fromAddress(location.hash, this.engine.known));
     this.list.drawAll();
     void findGuide().then((guide) => {
       this.guide = guide;
@@ -88,8 +83,14 @@ class Atlas implements App {
     const next: State = { ...before, ...part };
     const turned = part.values !== undefined && next.slug === before.slug;
     this.state = next;
+    const refusal = this.showMap(next.slug === before.slug ? "stay" : "keep");
+    if (refusal) {
+      this.state = before;
+      this.refresh();
+      this.refused(refusal);
+      return;
+    }
     this.angles.form = next.angles;
-    if (turned || next.slug !== before.slug || next.stated !== before.stated) this.showMap(next.slug === before.slug ? "stay" : "keep");
     if (next.tab !== before.tab) this.openTab(next.tab);
     this.follow(done, turned);
   }
@@ -110,27 +111,19 @@ class Atlas implements App {
     return { slug: state.slug, values: state.values };
   }
 
-  /** Shows the state's projection; what the library refuses stands at its field, and the map stays as it was. */
-  private showMap(where: { at?: Place; zoom: number } | "stay" | "keep", changedKey?: string): boolean {
-    const key = JSON.stringify([this.choice(), this.state.stated]);
-    if (key === this.lastKey && where === "stay") return true;
+  /** Shows the state's projection, or answers why the library refuses it; then the map stays as it was. */
+  private showMap(where: { at?: Place; zoom: number } | "stay" | "keep"): unknown {
     try {
-      const shown = this.map.choice;
-      const same = shown?.slug === this.state.slug && JSON.stringify(shown.values) === JSON.stringify(this.state.values);
-      if (!(same && where === "stay" && JSON.parse(this.lastKey || "[0,0]")[1] === this.state.stated)) this.map.show(this.choice(), this.accuracy, where);
-      this.lastKey = key;
-      this.parameters.clearErrors();
-      return true;
+      if (where !== "stay" || !this.map.shows(this.choice(), this.accuracy)) this.map.show(this.choice(), this.accuracy, where);
+      return undefined;
     } catch (error) {
-      this.refused(error, changedKey);
-      return false;
+      return error;
     }
   }
 
+  /** A refusal stands at the field that it is about. */
   private refused(error: unknown, changedKey?: string): void {
-    const text = error instanceof Error ? error.message : String(error);
-    const about = error instanceof OrvexError ? error.parameter : undefined;
-    if (!this.parameters.setError([about, changedKey], text)) announce(text, "error");
+    if (!this.parameters.setError([parameterOf(error), changedKey], messageOf(error))) announce(messageOf(error), "error");
   }
 
   private choose(slug: string): void {
@@ -139,9 +132,11 @@ class Atlas implements App {
     if (slug === before.slug) return;
     const values = this.carried(slug, middle);
     this.state = { ...before, slug, values, at: undefined, zoom: 1 };
-    if (!this.showMap("keep")) this.state = before;
+    const refusal = this.showMap("keep");
+    if (refusal) this.state = before;
     this.refresh();
-    this.write();
+    if (refusal) this.refused(refusal);
+    else this.write();
   }
 
   /** The new projection shows the place that stood in the middle, where it can be turned to it. */
@@ -167,10 +162,13 @@ class Atlas implements App {
   private setParameter(key: string, value: Value | undefined, done: boolean): void {
     const before = this.state;
     this.state = { ...before, values: changed(before.values, key, value) };
-    if (!this.showMap("stay", key)) {
+    const refusal = this.showMap("stay");
+    if (refusal) {
       this.state = before;
+      this.refused(refusal, key);
       return;
     }
+    this.parameters.clearErrors();
     this.map.setVeil("");
     this.follow(done, true);
   }
@@ -180,14 +178,13 @@ class Atlas implements App {
     if (done || !onlyValues) this.refresh();
     else {
       this.parameters.show(this.choice());
+      this.pages.georef.update();
       this.refreshSoon();
     }
     if (done) this.write();
   }
 
-  private moved(done: boolean): void {
-    const at = this.map.at;
-    this.state = { ...this.state, at, zoom: at ? this.map.zoom : 1 };
+  moved(done: boolean): void {
     if (done) this.write();
     this.pages.compare.pointed?.(undefined);
   }
@@ -209,40 +206,63 @@ class Atlas implements App {
     Object.assign(map.scene, { graticule: state.graticule, tissot: state.tissot, shading: state.shading, point: state.point });
     this.list.select(state.slug);
     this.parameters.show(this.choice());
-    for (const [tab] of tabNames) if (tab === state.tab || tab === "compare") this.pages[tab].update();
+    for (const page of Object.values(this.pages)) page.update();
     this.foot.show(undefined);
     const entry = entryOf(state.slug)!;
     const more = this.guide && h("a", { href: `${this.guide}#${anchorOf(entry.name)}` }, "More");
     this.sentence.replaceChildren(h("strong", {}, entry.name), ` ${entry.says} `, more ?? "");
     document.title = `${entry.name} \u00b7 Orvex atlas`;
     if (state.point) map.handle.setAttribute("aria-label", `Point at ${this.angles.place(state.point, 4)}: arrow keys move it, Delete removes it`);
+    map.setVeil("");
     map.redraw();
   }
 
   private recolor(): void {
     this.list.drawAll();
     this.refresh();
-    (this.pages.compare as ComparePage).second?.redraw();
+    this.compare.second?.redraw();
   }
 
   // The address.
 
   /** A step that the back button undoes. */
   private write(): void {
+    const second = viewOf(this.compare.second);
+    this.state = { ...this.state, ...viewOf(this.map), besideAt: second.at, besideZoom: second.zoom };
     const hash = `#${toAddress(this.state)}`;
     if (hash !== location.hash) history.pushState(null, "", hash);
   }
 
   private readAddress(): void {
-    const [state, wrong] = fromAddress(location.hash, (slug, key) => this.engine.has(slug, key));
-    if (toAddress(state) === toAddress(this.state)) return;
-    const before = this.state;
+    const [state, wrong] = fromAddress(location.hash, this.engine.known);
+    if (wrong.length > 0 || toAddress(state) !== toAddress(this.state)) this.showAddress(state, wrong);
+  }
+
+  /** Parameters that the library refuses are left out and named, like parts that cannot be read. */
+  private showAddress(state: State, wrong: string[]): void {
     this.state = state;
     this.angles.form = state.angles;
-    if (!this.showMap({ at: state.at, zoom: state.zoom })) this.state = before;
-    this.openTab(this.state.tab);
+    const where = { at: state.at, zoom: state.zoom };
+    for (let refusal = this.showMap(where); refusal; refusal = this.showMap(where)) wrong.push(this.leaveOut(refusal));
+    this.openTab(state.tab);
     this.refresh();
-    if (wrong.length > 0) announce(`This link has parts that cannot be read and are left out: ${wrong.join(", ")}`, "error");
+    this.compare.restore();
+    history.replaceState(null, "", `#${toAddress(this.state)}`);
+    if (wrong.length > 0) announce(`This link has parts that cannot be used and are left out: ${wrong.map(cut).join(", ")}`, "error");
+  }
+
+  /** Takes away the parameter that a refusal is about, or all where it does not say; answers which and why. */
+  private leaveOut(refusal: unknown): string {
+    const { values } = this.state;
+    const key = parameterOf(refusal);
+    const refused = key && key in values ? [key] : Object.keys(values);
+    if (refused.length === 0) throw refusal;
+    this.state = { ...this.state, values: Object.fromEntries(Object.entries(values).filter(([name]) => !refused.includes(name))) };
+    return `${refused.map((name) => `${name}=${String(values[name])}`).join(" ")} (${messageOf(refusal)})`;
+  }
+
+  private get compare(): ComparePage {
+    return this.pages.compare;
   }
 
   // Controls about the map.
@@ -255,7 +275,7 @@ class Atlas implements App {
         h("button", { type: "button", onclick: () => this.exportSvg() }, "Save as SVG"),
         h("button", { type: "button", onclick: () => void this.exportPng() }, "Save as PNG"),
         h("button", { type: "button", onclick: () => void copy(location.href, "Link") }, "Copy the link"),
-        h("button", { type: "button", onclick: () => void copy(mapCommand(this.engine, this.state), "Command") }, "Copy the map command")));
+        h("button", { type: "button", onclick: () => void copy(this.mapCommand(), "Command") }, "Copy the map command")));
     shareMenu.addEventListener("keydown", (event) => {
       if (event.key !== "Escape") return;
       shareMenu.open = false;
@@ -263,6 +283,9 @@ class Atlas implements App {
     });
     shareMenu.addEventListener("click", (event) => {
       if ((event.target as Element).closest(".menu button")) shareMenu.open = false;
+    });
+    document.addEventListener("pointerdown", (event) => {
+      if (!shareMenu.contains(event.target as Node)) shareMenu.open = false;
     });
     return h("div", { class: "tools", role: "group", "aria-label": "Map tools" },
       button("plus", "Zoom in", () => this.map.zoomBy(1.6)), button("minus", "Zoom out", () => this.map.zoomBy(1 / 1.6)),
@@ -272,8 +295,12 @@ class Atlas implements App {
       }), shareMenu);
   }
 
+  private mapCommand(): string {
+    return mapCommand(this.engine, this.state, this.map.picture);
+  }
+
   private description(): string {
-    return `Drawn by Orvex: ${mapCommand(this.engine, this.state)}`;
+    return `Drawn by Orvex: ${this.mapCommand()}`;
   }
 
   private exportSvg(): void {
@@ -285,7 +312,7 @@ class Atlas implements App {
     try {
       save(await this.map.toPng(), `${this.state.slug}.png`);
     } catch (error) {
-      announce(error instanceof Error ? error.message : String(error), "error");
+      announce(messageOf(error), "error");
     }
   }
 
@@ -342,6 +369,21 @@ class Atlas implements App {
   }
 }
 
+/** Where a map stands, for the address. */
+function viewOf(map: MapView | undefined): { at?: Place; zoom: number } {
+  const at = map?.at;
+  return { at, zoom: map && at ? map.zoom : 1 };
+}
+
+function parameterOf(error: unknown): string | null {
+  return error instanceof OrvexError ? error.parameter : null;
+}
+
+/** Nonsense is named by its beginning. */
+function cut(part: string): string {
+  return part.length > 160 ? `${part.slice(0, 159)}\u2026` : part;
+}
+
 /** The guide to the projections, where the page is part of the documentation's site. */
 async function findGuide(): Promise<string | undefined> {
   if (!/\/atlas\/(index\.html)?$/.test(location.pathname)) return undefined;
@@ -369,7 +411,7 @@ async function begin(): Promise<void> {
     document.documentElement.classList.add("ready");
     performance.mark("map");
   } catch (error) {
-    maps.append(h("p", { class: "notice", role: "alert" }, `The atlas could not start: ${error instanceof Error ? error.message : String(error)}`));
+    maps.append(h("p", { class: "notice", role: "alert" }, `The atlas could not start: ${messageOf(error)}`));
   }
 }
 

@@ -3,9 +3,11 @@ import type { Accuracy, Paths } from "orvex";
 
 import { entryOf, type Entry, type Values } from "./catalogue";
 import { Chart, type Piece } from "./chart";
+import type { Picture } from "./command";
 import { afterQuiet, eachFrame, h } from "./dom";
 import type { Choice, Engine } from "./engine";
-import { drawScene, type Scene } from "./scene";
+import { messageOf } from "./format";
+import { drawScene, graticuleStep, tissotStep, type Scene } from "./scene";
 import type { Place } from "./state";
 import { CanvasSurface, SvgSurface } from "./surface";
 import { theme } from "./theme";
@@ -47,6 +49,7 @@ export class MapView {
   private moving = false;
   private accuracy: Accuracy = "exact";
   private fineAsked = 0;
+  private readonly pointers = new Map<number, Spot>();
   readonly redraw = eachFrame(() => this.paint());
   private readonly settle = afterQuiet(QUIET, () => this.settled());
 
@@ -63,6 +66,10 @@ export class MapView {
 
   get choice(): Choice | undefined {
     return this.chart?.choice;
+  }
+
+  shows(choice: Choice, accuracy: Accuracy): boolean {
+    return accuracy === this.accuracy && JSON.stringify(choice) === JSON.stringify(this.choice);
   }
 
   get current(): Chart | undefined {
@@ -83,7 +90,7 @@ export class MapView {
     try {
       chart = new Chart(this.engine, choice, accuracy, this.size);
     } catch (error) {
-      this.setVeil(error instanceof Error ? error.message : String(error));
+      this.setVeil(messageOf(error));
       throw error;
     }
     this.setVeil("");
@@ -169,6 +176,16 @@ export class MapView {
     return this.chart?.place(this.view, this.size, px, py);
   }
 
+  /** What the picture shows, in degrees. */
+  get picture(): Picture {
+    const { chart, view, size } = this;
+    if (!chart) return { graticule: 0, tissot: 0 };
+    return {
+      bounds: this.at && this.zoom > 1 ? chart.inSight(view, size) : undefined,
+      graticule: graticuleStep(chart, view, size.width, this.scene.graticule), tissot: tissotStep(chart, view, size.width),
+    };
+  }
+
   toSvg(title: string, description: string): string {
     const surface = new SvgSurface(this.size, this.view);
     this.drawOn(surface);
@@ -177,9 +194,6 @@ export class MapView {
 
   toPng(): Promise<Blob> {
     const [canvas, context] = this.blank(2);
-    const colors = theme();
-    context.fillStyle = colors.paper;
-    context.fillRect(0, 0, this.size.width, this.size.height);
     this.drawOn(new CanvasSurface(context, this.size, this.view));
     return new Promise((resolve, reject) =>
       canvas.toBlob((blob) => (blob ? resolve(blob) : reject(new Error("the browser could not make the picture"))), "image/png"),
@@ -208,7 +222,9 @@ export class MapView {
   }
 
   private drawOn(surface: CanvasSurface | SvgSurface): void {
-    if (this.chart) drawScene(surface, this.chart, this.view, this.scene, theme(), false);
+    const colors = theme();
+    surface.rectangle({ color: colors.paper });
+    if (this.chart) drawScene(surface, this.chart, this.view, this.scene, colors, false);
   }
 
   private turnsByDrag(entry: Entry): boolean {
@@ -252,7 +268,7 @@ export class MapView {
   private settled(): void {
     if (this.moving) {
       this.moving = false;
-      this.events.moved(true);
+      if (this.pointers.size === 0) this.events.moved(true);  // a drag that pauses goes on
     }
     this.redraw();
     void this.askFine();
@@ -321,15 +337,16 @@ export class MapView {
 
   private listen(): void {
     const target = this.controls;
-    const pointers = new Map<number, Spot>();
+    const { pointers } = this;
     let start: Spot = [0, 0];
     let dragged = false;
     let queued: { from: Spot; to: Spot; swap: boolean } | undefined;
-    const flush = eachFrame(() => {
+    const follow = () => {
       const step = queued;
       queued = undefined;
       if (step) this.drag(step.from, step.to, step.swap);
-    });
+    };
+    const followSoon = eachFrame(follow);
     target.addEventListener("pointerdown", (event) => {
       if (event.button !== 0) return;
       target.setPointerCapture(event.pointerId);
@@ -347,14 +364,14 @@ export class MapView {
         return;
       }
       if (pointers.size === 2) {
-        this.pinch(pointers, event.pointerId, to);
+        this.pinch(event.pointerId, to);
         dragged = true;
       } else if (dragged || Math.hypot(to[0] - start[0], to[1] - start[1]) > CLICK) {
         const origin = dragged ? from : start;
         dragged = true;
         target.classList.add("dragging");
         queued = { from: queued?.from ?? origin, to, swap: event.shiftKey };
-        flush();
+        followSoon();
       } else {
         return;
       }
@@ -365,6 +382,7 @@ export class MapView {
       if (!pointers.delete(event.pointerId) || pointers.size > 0) return;
       target.classList.remove("dragging");
       if (dragged) {
+        follow();
         this.settle();
         const choice = this.choice;
         if (choice) this.events.turned(choice.values, true);
@@ -385,9 +403,9 @@ export class MapView {
     target.addEventListener("keydown", (event) => this.key(event));
   }
 
-  private pinch(pointers: Map<number, Spot>, id: number, to: Spot): void {
-    const other = [...pointers].find(([key]) => key !== id)?.[1];
-    const from = pointers.get(id);
+  private pinch(id: number, to: Spot): void {
+    const other = [...this.pointers].find(([key]) => key !== id)?.[1];
+    const from = this.pointers.get(id);
     if (!other || !from) return;
     const distance = (a: Spot) => Math.hypot(a[0] - other[0], a[1] - other[1]) || 1;
     const middle: Spot = [(to[0] + other[0]) / 2, (to[1] + other[1]) / 2];
@@ -398,11 +416,7 @@ export class MapView {
   private key(event: KeyboardEvent): void {
     if (event.ctrlKey || event.metaKey || event.altKey) return;
     const middle: Spot = [this.size.width / 2, this.size.height / 2];
-    const move = (dx: number, dy: number) => {
-      this.drag(middle, [middle[0] + dx, middle[1] + dy], event.shiftKey);
-      const choice = this.choice;
-      if (choice) this.events.turned(choice.values, true);
-    };
+    const move = (dx: number, dy: number) => this.drag(middle, [middle[0] + dx, middle[1] + dy], event.shiftKey);
     const keys: Record<string, () => void> = {
       ArrowLeft: () => move(KEY_STEP, 0),
       ArrowRight: () => move(-KEY_STEP, 0),

@@ -6,12 +6,16 @@ import type { Value, Values } from "./catalogue";
 import { h } from "./dom";
 import type { Choice, Engine } from "./engine";
 import { ChoiceField, FlagField, NumberField, plainNumber, type Field } from "./fields";
-import type { AngleText } from "./format";
+import type { AngleText, Axis } from "./format";
 
 export type Change = (key: string, value: Value | undefined, done: boolean) => void;
 
 const OWN = "own";  // of the list of ellipsoids
 const userDefined = 0;
+
+function axisOf(key: string): Axis | undefined {
+  return key.startsWith("lon") ? "lon" : key.startsWith("lat") ? "lat" : undefined;
+}
 
 function utmMeridian(zone: number): number {
   return 6 * zone - 183;
@@ -102,7 +106,7 @@ export class Parameters {
   private fieldOf(parameter: ParameterInfo): Field {
     const { key, name } = parameter;
     switch (parameter.control) {
-      case "angle": return this.number(key, name, "\u00b0", 1, (text) => this.angles.parse(text));
+      case "angle": return this.number(key, name, "\u00b0", 1, (text) => this.angles.parse(text, axisOf(key)));
       case "length": return this.number(key, name, "m", 1000, plainNumber);
       case "number": return this.number(key, name, "", key === "k0" ? 0.0001 : 0.1, plainNumber);
       case "flag": return new FlagField(name, (value) => this.change(key, value, true));

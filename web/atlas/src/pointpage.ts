@@ -2,9 +2,10 @@
 import type { Projection } from "orvex";
 
 import type { App, Page } from "./app";
+import { datumCommand } from "./command";
 import { copy, h } from "./dom";
-import { ChoiceField, NumberField, SegmentField } from "./fields";
-import { grouped, none, thin } from "./format";
+import { beyondPole, ChoiceField, NumberField, SegmentField } from "./fields";
+import { grouped, messageOf, none, thin } from "./format";
 import { icon } from "./icons";
 import type { AngleForm, Place } from "./state";
 import { wrapped } from "./view";
@@ -51,13 +52,15 @@ export class PointPage implements Page {
   private readonly from: ChoiceField;
   private readonly to: ChoiceField;
   private readonly swap: HTMLButtonElement;
+  private readonly command = h("code", { class: "command", tabindex: 0 });
+  private readonly datumCommand: HTMLElement;
   private readonly shifted = { place: new Row("Position"), shift: new Row("Shift"), stated: new Row("Stated \u2212 exact") };
   private readonly datumNote = h("p", { class: "note", role: "status" });
   private readonly hint = h("p", { class: "hint" }, "Click on the map to take a point, or type one.");
 
   constructor(private readonly app: App) {
     const axis = (label: string, index: 0 | 1) =>
-      new NumberField({ label, step: 0.1, parse: (text) => app.angles.parse(text), format: (value) => this.coordinate(value, index), change: (value, done) => this.typed(index, value, done) });
+      new NumberField({ label, step: 0.1, parse: (text) => app.angles.parse(text, index === 0 ? "lon" : "lat"), format: (value) => this.coordinate(value, index), change: (value, done) => this.typed(index, value, done) });
     this.lon = axis("Longitude", 0);
     this.lat = axis("Latitude", 1);
     this.form = new SegmentField("Angles", [{ value: "degrees", text: "Degrees" }, { value: "dms", text: "D\u00b0 M\u2032 S\u2033" }], (value) => app.change({ angles: value as AngleForm }));
@@ -67,6 +70,8 @@ export class PointPage implements Page {
     this.from = new ChoiceField("From datum", datums, (from) => app.change({ from }));
     this.to = new ChoiceField("To datum", app.engine.orvex.datums.filter((datum) => datum.reversible).map((datum) => ({ value: datum.name, text: datum.name })), (to) => app.change({ to }));
     this.swap = h("button", { type: "button", class: "plain", onclick: () => app.change({ from: app.state.to, to: app.state.from }) }, "Exchange");
+    this.datumCommand = h("div", { class: "line" }, this.command,
+      h("button", { type: "button", class: "copy", "aria-label": "Copy the command of the shift", title: "Copy the command", onclick: () => void copy(this.command.textContent ?? "", "Command") }, icon("copy")));
     this.accuracy = h("table", { class: "accuracy" });
     this.element = h("div", { class: "page" },
       this.hint,
@@ -76,7 +81,7 @@ export class PointPage implements Page {
       h("h3", {}, "Stated and exact"), this.accuracy, this.computed.element,
       h("div", { class: "heading" }, h("h3", {}, "On another datum"), this.swap),
       this.from.element, this.to.element,
-      h("dl", { class: "results" }, ...Object.values(this.shifted).map((row) => row.element)), this.datumNote);
+      h("dl", { class: "results" }, ...Object.values(this.shifted).map((row) => row.element)), this.datumNote, this.datumCommand);
   }
 
   update(): void {
@@ -85,6 +90,9 @@ export class PointPage implements Page {
     this.computed.set(state.stated ? "stated" : "exact");
     this.from.set(state.from);
     this.to.set(state.to);
+    this.swap.disabled = !this.app.engine.known.datum(state.from, true);
+    this.datumCommand.hidden = state.from === state.to || !state.point;
+    this.command.textContent = datumCommand(state);
     this.hint.hidden = Boolean(state.point);
     const point = state.point;
     this.lon.set(point?.[0] ?? NaN);
@@ -102,7 +110,7 @@ export class PointPage implements Page {
   private typed(index: 0 | 1, value: number, done: boolean): void {
     const field = index === 0 ? this.lon : this.lat;
     if (index === 1 && Math.abs(value) > 90) {
-      field.setError("A latitude lies between \u221290 and 90 degrees");
+      field.setError(beyondPole);
       return;
     }
     const point = this.app.state.point ?? this.app.map.middle ?? [0, 0];
@@ -203,7 +211,7 @@ export class PointPage implements Page {
       const apart = metres(exact, stated);
       shifted.stated.set(millimetres(Math.hypot(...apart)));
     } catch (error) {
-      this.datumNote.textContent = error instanceof Error ? error.message : String(error);
+      this.datumNote.textContent = messageOf(error);
     }
   }
 

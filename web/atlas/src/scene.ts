@@ -41,6 +41,12 @@ export function graticuleStep(chart: Chart, view: View, width: number, chosen: n
   return chosen === undefined ? suitable : Math.max(chosen, range / 150);  // more lines than that are a surface
 }
 
+/** The step of Tissot's ellipses. */
+export function tissotStep(chart: Chart, view: View, width: number): number {
+  const range = Math.min(chart.degreesInPixel(view) * width, 360);
+  return range > 150 ? 30 : Math.max(niceStep(range, 4), 1);
+}
+
 export function drawScene(surface: Surface, chart: Chart, view: View, scene: Scene, theme: Theme, moving: boolean): void {
   const size = surface.size;
   const edge = chart.edge();
@@ -72,8 +78,7 @@ export function drawScene(surface: Surface, chart: Chart, view: View, scene: Sce
 }
 
 function drawTissot(surface: Surface, chart: Chart, view: View, color: string): void {
-  const range = Math.min(chart.degreesInPixel(view) * surface.size.width, 360);
-  const ellipses = chart.tissot(range > 150 ? 30 : Math.max(niceStep(range, 4), 1));
+  const ellipses = chart.tissot(tissotStep(chart, view, surface.size.width));
   surface.fill(ellipses, { color, opacity: 0.2 });
   surface.stroke(ellipses, { color, width: 1, closed: true });
 }

@@ -84,6 +84,12 @@ function fieldOf(projection: Projection, shading: Exclude<Shading, "none">, plac
   return { scale: distortion.most, area: distortion.area, angle: distortion.omega }[shading];
 }
 
+/** The ends of a scale hold what lies beyond them. */
+function beyond({ ticks }: Scale, i: number): string {
+  if (i === ticks.length - 1) return "\u2265\u202f";
+  return i === 0 && ticks[0] !== 0 ? "\u2264\u202f" : "";
+}
+
 /** The scale as a strip with numbers, which a screen reader hears as a sentence. */
 export function legend(shading: Exclude<Shading, "none">): HTMLElement {
   const scale = scales[shading];
@@ -91,7 +97,7 @@ export function legend(shading: Exclude<Shading, "none">): HTMLElement {
   figure.className = "legend";
   const steps = Array.from({ length: 9 }, (_, i) => `rgb(${colorAt(i / 8).map(Math.round).join(" ")})`);
   const ticks = scale.ticks
-    .map((tick) => `<span style="left:${100 * scale.part(tick)}%">${tick}${scale.unit}</span>`)
+    .map((tick, i) => `<span style="left:${100 * scale.part(tick)}%">${beyond(scale, i)}${tick}${scale.unit}</span>`)
     .join("");
   figure.innerHTML =
     `<figcaption>${scale.title}</figcaption><div class="strip" style="background:linear-gradient(90deg,${steps.join(",")})"></div>` +

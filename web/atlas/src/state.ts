@@ -1,5 +1,6 @@
 // What the page shows, and its short form behind the # of the address: "lcc;lat1=33;lat2=45;at=-96,38;zoom=4".
 import { entryOf, firstSlug, type Value, type Values } from "./catalogue";
+import { leastZoom, mostZoom, wrapped } from "./view";
 
 export type Place = readonly [lon: number, lat: number];
 export type Shading = "none" | "scale" | "area" | "angle";
@@ -22,6 +23,8 @@ export interface State {
   /** The second map. */
   beside?: string;
   besideValues: Values;
+  besideAt?: Place;
+  besideZoom: number;
   from: string;
   to: string;
   angles: AngleForm;
@@ -33,7 +36,7 @@ export const secondDatum = firstDatum;
 
 export function initial(): State {
   return {
-    slug: firstSlug, values: {}, zoom: 1, tab: "point", tissot: false, shading: "none", besideValues: {},
+    slug: firstSlug, values: {}, zoom: 1, tab: "point", tissot: false, shading: "none", besideValues: {}, besideZoom: 1,
     from: firstDatum, to: secondDatum, angles: "degrees", stated: false,
   };
 }
@@ -61,9 +64,12 @@ function valueOf(text: string): Value {
 export function toAddress(state: State): string {
   const parts = [state.slug];
   const add = (key: string, text: string) => parts.push(`${key}=${text}`);
+  const addView = (prefix: string, at: Place | undefined, zoom: number) => {
+    if (at) add(`${prefix}at`, at.map((degrees) => short(degrees, zoom > 1000 ? 9 : 4)).join(","));
+    if (zoom !== 1) add(`${prefix}zoom`, String(Number(zoom.toPrecision(4))));
+  };
   for (const [key, value] of Object.entries(state.values)) add(key, valueText(value));
-  if (state.at) add("at", state.at.map((degrees) => short(degrees, state.zoom > 1000 ? 9 : 4)).join(","));
-  if (state.zoom !== 1) add("zoom", String(Number(state.zoom.toPrecision(4))));
+  addView("", state.at, state.zoom);
   if (state.point) add("p", state.point.map((degrees) => short(degrees, 9)).join(","));
   if (state.tab !== "point") add("tab", state.tab);
   if (state.graticule !== undefined) add("grid", String(state.graticule));
@@ -72,6 +78,7 @@ export function toAddress(state: State): string {
   if (state.beside) {
     add("with", state.beside);
     for (const [key, value] of Object.entries(state.besideValues)) add(`with.${key}`, valueText(value));
+    addView("with.", state.besideAt, state.besideZoom);
   }
   if (state.from !== firstDatum) add("from", encode(state.from));
   if (state.to !== secondDatum) add("to", encode(state.to));
@@ -83,23 +90,39 @@ export function toAddress(state: State): string {
 function placeOf(text: string): Place | undefined {
   const [lon, lat, ...rest] = text.split(",").map((part) => (part.trim() === "" ? NaN : Number(part)));
   if (rest.length > 0 || !Number.isFinite(lon) || !Number.isFinite(lat) || Math.abs(lat!) > 90) return undefined;
-  return [lon!, lat!];
+  return [wrapped(lon!), lat!];
+}
+
+/** What an address may speak of. */
+export interface Known {
+  parameter(slug: string, key: string): boolean;
+  datum(name: string, asDestination: boolean): boolean;
 }
 
 const shadings: readonly string[] = ["none", "scale", "area", "angle"];
 const tabs: readonly string[] = ["point", "compare", "distortion", "table", "georef"];
 
+function takeZoom(text: string, take: (zoom: number) => void): boolean {
+  const zoom = Number(text);
+  if (!(zoom >= leastZoom && zoom <= mostZoom)) return false;
+  take(zoom);
+  return true;
+}
+
+function takeFlag(text: string, take: (flag: boolean) => void): boolean {
+  if (text !== "yes" && text !== "no") return false;
+  take(text === "yes");
+  return true;
+}
+
 /** Reads one part; false when it cannot be understood. */
-function take(state: State, key: string, text: string, knows: (slug: string, key: string) => boolean): boolean {
+function take(state: State, key: string, text: string, known: Known): boolean {
   switch (key) {
     case "at": return Boolean((state.at = placeOf(text)));
     case "p": return Boolean((state.point = placeOf(text)));
-    case "zoom": {
-      const zoom = Number(text);
-      if (!(zoom > 0) || !Number.isFinite(zoom)) return false;
-      state.zoom = zoom;
-      return true;
-    }
+    case "zoom": return takeZoom(text, (zoom) => (state.zoom = zoom));
+    case "with.at": return Boolean((state.besideAt = placeOf(text)));
+    case "with.zoom": return takeZoom(text, (zoom) => (state.besideZoom = zoom));
     case "tab": return tabs.includes(text) && Boolean((state.tab = text as Tab));
     case "grid": {
       const step = Number(text);
@@ -107,27 +130,27 @@ function take(state: State, key: string, text: string, knows: (slug: string, key
       state.graticule = step;
       return true;
     }
-    case "tissot": state.tissot = text === "yes"; return true;
+    case "tissot": return takeFlag(text, (flag) => (state.tissot = flag));
     case "color": return shadings.includes(text) && Boolean((state.shading = text as Shading));
     case "with": return Boolean(entryOf(text)) && Boolean((state.beside = text));
-    case "from": state.from = decode(text); return true;
-    case "to": state.to = decode(text); return true;
+    case "from": return known.datum(decode(text), false) && Boolean((state.from = decode(text)));
+    case "to": return known.datum(decode(text), true) && Boolean((state.to = decode(text)));
     case "angles": return (text === "dms" || text === "degrees") && Boolean((state.angles = text));
-    case "stated": state.stated = text === "yes"; return true;
+    case "stated": return takeFlag(text, (flag) => (state.stated = flag));
   }
   const beside = key.startsWith("with.");
   const name = beside ? key.slice(5) : key;
   const slug = beside ? state.beside : state.slug;
-  if (!slug || !knows(slug, name)) return false;
+  if (!slug || !known.parameter(slug, name)) return false;
   (beside ? state.besideValues : state.values)[name] = valueOf(decode(text));
   return true;
 }
 
 /**
  * Reads an address. Parts that cannot be understood are left out and named, so that the rest of a damaged link still
- * shows its map. `knows` says whether a projection has a parameter.
+ * shows its map.
  */
-export function fromAddress(hash: string, knows: (slug: string, key: string) => boolean): [State, string[]] {
+export function fromAddress(hash: string, known: Known): [State, string[]] {
   const state = initial();
   const wrong: string[] = [];
   const [slug, ...parts] = hash.replace(/^#/, "").split(";");
@@ -137,7 +160,7 @@ export function fromAddress(hash: string, knows: (slug: string, key: string) => 
     const at = part.indexOf("=");
     let taken = false;
     try {
-      taken = at > 0 && take(state, part.slice(0, at), part.slice(at + 1), knows);
+      taken = at > 0 && take(state, part.slice(0, at), part.slice(at + 1), known);
     } catch {
       taken = false;  // a broken percent sign
     }

@@ -3,6 +3,7 @@ import type { Accuracy, Orvex } from "orvex";
 import Papa from "papaparse";
 
 import type { Choice, Engine } from "./engine";
+import { degreesOf, messageOf, type Axis } from "./format";
 import { shapesOf, type Shapes } from "./outlines";
 
 export type Kind = "forward" | "inverse" | "shift" | "utm" | "mgrs";
@@ -22,6 +23,9 @@ export interface Summary {
   name: string;
   what: "table" | "geojson";
   header: string[];
+  /** Whether the header stood in the file. */
+  headed: boolean;
+  decimalComma: boolean;
   rows: string[][];
   count: number;
   guess?: readonly [number, number];
@@ -57,53 +61,85 @@ export interface Source {
   convert(engine: Engine, job: Job, progress: (part: number) => void): Outcome;
 }
 
-export function read(name: string, text: string): Source {
+export function read(name: string, text: string, orvex: Orvex): Source {
   const plain = text.replace(/^\uFEFF/, "");
   if (plain.trim() === "") throw new BadInput(`${name} is empty`);
   if (plain.includes("\0")) throw new BadInput(`${name} is not a text`);
-  return /^\s*[{[]/.test(plain) ? new GeoSource(name, plain) : new TableSource(name, plain);
+  return /^\s*[{[]/.test(plain) ? new GeoSource(name, plain) : new TableSource(name, plain, orvex);
 }
 
 // Tables.
 
-const lonNames = /^(lon|long|longitude|lng|x|easting|east|e)\b/i;
-const latNames = /^(lat|latitude|y|northing|north|n)\b/i;
+/** Names of columns that belong together. */
+const columnNames = [
+  [/^(lon|long|longitude|lng)(?![a-z])/i, /^(lat|latitude)(?![a-z])/i],
+  [/^(x|easting|east|e)(?![a-z])/i, /^(y|northing|north|n)(?![a-z])/i],
+] as const;
+const decimalCommas = /^\s*[+-]?\d+,\d+\s*$/;
+const decimalPoints = /^\s*[+-]?\d+\.\d+\s*$/;
 
-/** A coordinate of a table: a number, or degrees, minutes and seconds as the library reads them. */
-function coordinate(text: string | undefined, orvex: Orvex | undefined): number {
-  const plain = (text ?? "").trim();
-  if (plain === "") return NaN;
-  const number = Number(plain);
-  if (Number.isFinite(number)) return number;
-  try {
-    return orvex ? orvex.angle.parse(plain) : NaN;
-  } catch {
-    return NaN;
-  }
+function isComment(row: readonly string[]): boolean {
+  return row[0]?.startsWith("#") ?? false;
+}
+
+/** Whichever the first line of the table holds most, else blanks. */
+function delimiterOf(text: string): string {
+  const line = text.split(/\r\n?|\n/).find((each) => each.trim() !== "" && !each.startsWith("#")) ?? "";
+  const counts = [",", ";", "\t", "|"].map((sign) => [sign, line.split(sign).length - 1] as const);
+  const [sign, count] = counts.reduce((most, each) => (each[1] > most[1] ? each : most));
+  return count > 0 ? sign : " ";
 }
 
 class TableSource implements Source {
   private readonly header: string[];
+  /** What stands above the rows in a file: comments, and the header if there is one. */
+  private readonly above: string[][];
+  /** Comments among them stay where they are. */
   private readonly rows: string[][];
+  private readonly headed: boolean;
+  private readonly decimalComma: boolean;
   private readonly problems: string[];
+  private readonly delimiter: string;
+  private readonly newline: string;
 
-  constructor(private readonly name: string, text: string) {
-    const lines = text.split(/\r?\n/, 1)[0] ?? "";
-    const delimiter = /[,;\t|]/.test(lines) ? "" : " ";
-    const { data, errors } = Papa.parse<string[]>(text, { skipEmptyLines: "greedy", comments: "#", delimiter });
-    const rows = delimiter === " " ? data.map((row) => row.filter((field) => field !== "")) : data;
-    const first = rows[0];
+  constructor(private readonly name: string, text: string, private readonly orvex: Orvex) {
+    this.delimiter = delimiterOf(text);
+    this.newline = text.includes("\r\n") ? "\r\n" : "\n";
+    const { data, errors } = Papa.parse<string[]>(text, { skipEmptyLines: true, delimiter: this.delimiter });
+    const rows = this.delimiter === " " ? data.map((row) => row.filter((field) => field !== "")) : data;
+    const top = rows.findIndex((row) => !isComment(row));
+    const first = rows[top];
     if (!first || first.length < 2) throw new BadInput(`${this.name} has no two columns: it is no table of coordinates`);
-    const headed = first.every((field) => !Number.isFinite(coordinate(field, undefined)) && field.trim() !== "");
-    this.header = headed ? first.map((field) => field.trim()) : first.map((_, i) => `column ${i + 1}`);
-    this.rows = headed ? rows.slice(1) : rows;
+    const sample = rows.slice(top, top + PREVIEW).flat();
+    this.decimalComma = this.delimiter !== "," && sample.some((field) => decimalCommas.test(field)) && !sample.some((field) => decimalPoints.test(field));
+    const names = first.map((field) => field.trim());
+    this.headed = guess(names) !== undefined || names.every((field) => !Number.isFinite(this.coordinate(field)));
+    this.header = this.headed ? names : names.map((_, i) => `column ${i + 1}`);
+    this.above = rows.slice(0, this.headed ? top + 1 : top);
+    this.rows = rows.slice(this.above.length);
     if (this.rows.length === 0) throw new BadInput(`${this.name} has a header and no rows`);
-    this.problems = errors.filter((error) => error.type !== "Delimiter").slice(0, 5).map((error) => `row ${(error.row ?? 0) + 1}: ${error.message}`);
+    this.problems = [...errors.slice(0, 5).map((error) => `row ${(error.row ?? 0) + 1}: ${error.message}`), ...this.tooLong()];
   }
 
-  summary(columns = this.guess()): Summary {
+  private tooLong(): string[] {
+    const count = this.rows.filter((row) => !isComment(row) && row.length > this.header.length).length;
+    return count > 0 ? [`${count} rows have more columns than the first`] : [];
+  }
+
+  /** A number, or degrees, minutes and seconds; NaN for another text. */
+  private coordinate(text: string | undefined, axis?: Axis): number {
+    if (!text) return NaN;
+    try {
+      return degreesOf(this.orvex.angle, this.decimalComma ? text.replace(",", ".") : text, axis);
+    } catch {
+      return NaN;
+    }
+  }
+
+  summary(columns = this.headed ? guess(this.header) : ([0, 1] as const)): Summary {
+    const shown = this.rows.filter((row) => !isComment(row));
     return {
-      name: this.name, what: "table", header: this.header, rows: this.rows.slice(0, PREVIEW), count: this.rows.length,
+      name: this.name, what: "table", header: this.header, headed: this.headed, decimalComma: this.decimalComma, rows: shown.slice(0, PREVIEW), count: shown.length,
       guess: columns, problems: this.problems, own: { areas: shapesOf([]), lines: shapesOf([]), points: columns ? this.points(columns) : [] },
     };
   }
@@ -115,17 +151,15 @@ class TableSource implements Source {
     const converter = makeConverter(engine, job);
     const coords = new Float64Array(2 * this.rows.length);
     this.rows.forEach((row, i) => {
-      coords[2 * i] = coordinate(row[x], engine.orvex);
-      coords[2 * i + 1] = coordinate(row[y], engine.orvex);
+      coords[2 * i] = this.coordinate(row[x], job.kind === "inverse" ? undefined : "lon");
+      coords[2 * i + 1] = this.coordinate(row[y], job.kind === "inverse" ? undefined : "lat");
     });
-    const cells: string[][] = [];
-    let failed = 0;
+    const results: string[][] = [];
     try {
       for (let from = 0; from < this.rows.length; from += BLOCK) {
         const to = Math.min(from + BLOCK, this.rows.length);
         for (const row of converter.convert(coords.subarray(2 * from, 2 * to))) {
-          failed += row.every((cell) => cell === "") ? 1 : 0;
-          cells.push(row);
+          results.push(row);
         }
         progress(to / this.rows.length);
       }
@@ -133,31 +167,53 @@ class TableSource implements Source {
       converter.dispose();
     }
     const header = [...this.header, ...converter.header.map((name) => this.fresh(name))];
-    const rows = this.rows.map((row, i) => [...this.header.map((_, column) => row[column] ?? ""), ...cells[i]!]);
-    const text = Papa.unparse([header, ...rows], { newline: "\n" });
+    const rows = this.rows.map((row, i) => (isComment(row) ? row : [...this.padded(row), ...this.written(results[i]!)]));
+    const points = rows.filter((row) => !isComment(row));
+    const failed = results.filter((cells, i) => !isComment(this.rows[i]!) && cells.every((cell) => cell === "")).length;
     return {
-      header, rows: rows.slice(0, PREVIEW), converted: rows.length - failed, failed,
-      milliseconds: performance.now() - started, file: new Blob([text, "\n"], { type: "text/csv" }), fileName: `${stem(this.name)}-${job.kind}.csv`,
+      header, rows: points.slice(0, PREVIEW), converted: points.length - failed, failed, milliseconds: performance.now() - started,
+      file: new Blob([this.fileOf(header, rows)], { type: "text/csv" }), fileName: `${stem(this.name)}-${job.kind}.csv`,
     };
+  }
+
+  /** The form of the file that was read: its delimiter, line ends and comments. */
+  private fileOf(header: string[], rows: string[][]): string {
+    const above = this.headed ? [...this.above.slice(0, -1), header] : this.above;
+    const needsQuotes = (field: string) => field.includes(this.delimiter) || /["\r\n]/.test(field);
+    const quoted = (field: string) => (needsQuotes(field) ? `"${field.replaceAll('"', '""')}"` : field);
+    const lines = [...above, ...rows].map((row) => (isComment(row) ? row : row.map(quoted)).join(this.delimiter));
+    return lines.join(this.newline) + this.newline;
+  }
+
+  private padded(row: readonly string[]): string[] {
+    return [...row, ...Array<string>(Math.max(this.header.length - row.length, 0)).fill("")];
+  }
+
+  private written(cells: readonly string[]): string[] {
+    if (this.delimiter === " ") return cells.map((cell) => cell || "*");  // an empty field would move the columns
+    return this.decimalComma ? cells.map((cell) => cell.replace(".", ",")) : [...cells];
   }
 
   private fresh(name: string): string {
     return this.header.includes(name) ? `${name}_out` : name;
   }
 
-  private guess(): readonly [number, number] | undefined {
-    const x = this.header.findIndex((name) => lonNames.test(name));
-    const y = this.header.findIndex((name) => latNames.test(name));
-    if (x >= 0 && y >= 0 && x !== y) return [x, y];
-    return this.header[0] === "column 1" ? [0, 1] : undefined;
-  }
-
   private points([x, y]: readonly [number, number]): [number, number][] {
     return this.rows
       .slice(0, MOST_DRAWN)
-      .map((row): [number, number] => [coordinate(row[x], undefined), coordinate(row[y], undefined)])
+      .map((row): [number, number] => [this.coordinate(row[x], "lon"), this.coordinate(row[y], "lat")])
       .filter(([lon, lat]) => Math.abs(lon) <= 360 && Math.abs(lat) <= 90);
   }
+}
+
+/** The columns of the coordinates by their names. */
+function guess(header: readonly string[]): readonly [number, number] | undefined {
+  for (const [lon, lat] of columnNames) {
+    const x = header.findIndex((name) => lon.test(name));
+    const y = header.findIndex((name) => lat.test(name));
+    if (x >= 0 && y >= 0) return [x, y];
+  }
+  return undefined;
 }
 
 function stem(name: string): string {
@@ -257,7 +313,7 @@ class GeoSource implements Source {
     try {
       root = JSON.parse(text) as Json;
     } catch (error) {
-      throw new BadInput(`${name} is not GeoJSON: ${error instanceof Error ? error.message : String(error)}`);
+      throw new BadInput(`${name} is not GeoJSON: ${messageOf(error)}`);
     }
     if (!isObject(root)) throw new BadInput(`${name} is not GeoJSON: it is no object`);
     this.root = root;
@@ -269,7 +325,7 @@ class GeoSource implements Source {
   }
 
   summary(): Summary {
-    return { name: this.name, what: "geojson", header: [], rows: [], count: this.features, problems: [], own: this.own() };
+    return { name: this.name, what: "geojson", header: [], headed: false, decimalComma: false, rows: [], count: this.features, problems: [], own: this.own() };
   }
 
   convert(engine: Engine, job: Job, progress: (part: number) => void): Outcome {
@@ -349,7 +405,7 @@ function walk(node: JsonObject, visit: (geometry: JsonObject) => void, name: str
   else if (node.type === "GeometryCollection") each(node.geometries, "geometries");
   else if (node.type === "Feature") {
     if (isObject(node.geometry)) walk(node.geometry, visit, name);
-  } else if (String(node.type) in depths) visit(node);
+  } else if (Object.hasOwn(depths, String(node.type))) visit(node);
   else throw new BadInput(`${name} is not GeoJSON: unknown type "${String(node.type)}"`);
 }
 

@@ -3,6 +3,7 @@ import type { App, Page } from "./app";
 import { tableCommand } from "./command";
 import { acceptDrops, copy, h, save } from "./dom";
 import { ChoiceField } from "./fields";
+import { messageOf } from "./format";
 import { icon } from "./icons";
 import type { Kind, Outcome, Summary } from "./table";
 
@@ -77,7 +78,7 @@ export class TablePage implements Page {
     try {
       this.accept(await this.app.helper.ask({ do: "read", name, text }));
     } catch (error) {
-      this.say(error instanceof Error ? error.message : String(error), true);
+      this.say(messageOf(error), true);
     }
   }
 
@@ -117,7 +118,7 @@ export class TablePage implements Page {
       this.summary = summary;
       this.draw(summary);
     } catch (error) {
-      this.say(error instanceof Error ? error.message : String(error), true);
+      this.say(messageOf(error), true);
     }
   }
 
@@ -141,7 +142,7 @@ export class TablePage implements Page {
       this.download.textContent = `Download ${outcome.fileName}`;
       this.download.hidden = false;
     } catch (error) {
-      this.say(error instanceof Error ? error.message : String(error), true);
+      this.say(messageOf(error), true);
     }
   }
 
@@ -154,8 +155,8 @@ export class TablePage implements Page {
   private showCommand(): void {
     const { summary } = this;
     if (!summary) return;
-    const names = summary.what === "table" && !summary.header[0]?.startsWith("column ") ? this.chosen().map((i) => summary.header[i] ?? "") as [string, string] : undefined;
-    this.command.textContent = tableCommand(this.app.engine, this.app.state, this.kind.value, summary.name, names);
+    const table = summary.what === "table" ? { columns: this.chosen().map((i) => columnOf(summary, i)), decimalComma: summary.decimalComma } : undefined;
+    this.command.textContent = tableCommand(this.app.engine, this.app.state, this.kind.value, summary.name, table);
   }
 
   private forget(): void {
@@ -163,4 +164,10 @@ export class TablePage implements Page {
     this.app.map.redraw();
     this.app.change({});
   }
+}
+
+/** A column as the tool is told: by its name, or by its number where no other name tells it. */
+function columnOf({ header, headed }: Summary, index: number): string {
+  const name = header[index] ?? "";
+  return headed && name !== "" && header.indexOf(name) === header.lastIndexOf(name) ? name : String(index + 1);
 }

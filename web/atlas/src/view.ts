@@ -68,8 +68,9 @@ export function keepWithin(view: View, box: Box): View {
   return { ...view, x: clamp(view.x, box.minX, box.maxX), y: clamp(view.y, box.minY, box.maxY) };
 }
 
-/** A longitude within half a turn of Greenwich. */
+/** A longitude within half a turn of Greenwich; one that is there keeps its bits. */
 export function wrapped(degrees: number): number {
+  if (Math.abs(degrees) <= 180) return degrees;
   const turn = ((((degrees + 180) % 360) + 360) % 360) - 180;
   return turn === -180 && degrees > 0 ? 180 : turn;
 }

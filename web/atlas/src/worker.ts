@@ -3,6 +3,7 @@ import type { Paths } from "orvex";
 
 import { kept, type Piece } from "./chart";
 import { Engine, type Choice } from "./engine";
+import { messageOf } from "./format";
 import { read, type Job, type Outcome, type Source, type Summary } from "./table";
 
 export type Task =
@@ -42,7 +43,7 @@ async function fine(choice: Choice, piece: Piece): Promise<Answers["fine"]> {
 async function perform(task: Task, progress: (part: number) => void): Promise<unknown> {
   switch (task.do) {
     case "fine": return fine(task.choice, task.piece);
-    case "read": return (source = read(task.name, task.text)).summary();
+    case "read": return (source = read(task.name, task.text, (await engine!).orvex)).summary();
     case "columns": return source?.summary(task.columns);
     case "convert":
       if (!source) throw new Error("there is no table yet");
@@ -61,6 +62,6 @@ self.addEventListener("message", (event: MessageEvent<{ id: number; base: string
   engine ??= Engine.start(base);
   perform(task, (progress) => postMessage({ id, progress } satisfies Message)).then(
     (result) => postMessage({ id, result } satisfies Message, { transfer: buffersOf(result) }),
-    (error: unknown) => postMessage({ id, error: error instanceof Error ? error.message : String(error) } satisfies Message),
+    (error: unknown) => postMessage({ id, error: messageOf(error) } satisfies Message),
   );
 });

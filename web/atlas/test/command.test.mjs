@@ -8,7 +8,7 @@ import { join } from "node:path";
 import { after, before, describe, test } from "node:test";
 import { fileURLToPath } from "node:url";
 
-import { settled, Site } from "./page.mjs";
+import { drop, settled, Site } from "./page.mjs";
 
 const places = ["release", "demo"].map((preset) => fileURLToPath(new URL(`../../../build/${preset}/bin/orvex`, import.meta.url)));
 const tool = process.env.ORVEX_TOOL ?? places.find(existsSync);
@@ -16,7 +16,7 @@ const projections = JSON.parse(readFileSync(new URL("../src/projections.json", i
 
 const own = [
   "lcc;lat1=-20;lat2=-40;lon0=25.5;x0=500000;p=27,-30", "utm;lon0=-99;p=-97.75,30.25", "utm;lon0=-99;south=yes;p=-97.75,-30.25",
-  "utm;lon0=10;p=11,47", "utm;lon0=9;k0=1;p=11,47", "tmerc;lon0=10;ellipsoid=Bessel+1841;p=11,47", "moll;radius=6371000;flattening=0;p=11,-47",
+  "utm;lon0=10;p=11,47", "utm;lon0=9;lat0=10;p=11,47", "utm;lon0=9;k0=1;p=11,47", "tmerc;lon0=10;ellipsoid=Bessel+1841;p=11,47", "moll;radius=6371000;flattening=0;p=11,-47",
   "hotine;usealpha=yes;alpha=30;lon0=20;lat0=45;p=21,44", "spcs27;zone=Texas+Central;p=-97.75,30.25", "merc;scale=0.5;p=11,47;stated=yes",
 ];
 
@@ -53,12 +53,45 @@ describe("commands", { skip: tool ? false : "the tool is not built" }, () => {
     }
   });
 
+  test("a point on another datum", async () => {
+    const page = await site.open("#robster;p=-95.25,38.75;from=NAD+1927+-+CONUS");
+    const line = await page.locator("#page-point .command").textContent();
+    assert.equal(run(line, folder).trim(), "-95.250260048 38.750039848");
+  });
+
+  test("tables of every form come out as the tool writes them", async () => {
+    const forms = [
+      [2, "p;lon;lat\nA;13,405;52,52\nB;x;3\n"], [1, 'name,lon,lat\r\n"Berlin, ""DE""",13.405,52.52\r\n'],
+      [2, "# from the field, twice\nlon,lat\n13.405,52.52\n# of old\n16,48\n"],
+      [4, "id,lon,lat\nA,13 24 18 E,52:31:12\nB,E13d24.5',N52.5\nC,52N,13\nD,13 75 18 E,52\n"], [1, ",lon,lat\n0,13.405,52.52\n"],
+      [1, "lon,lat,2020\n13.405,52.52,5\n"], [1, "lat,lon,n\n52,13,a,b,c\n"], [1, "x,lon,lat\nhello,13.405,52.52\n"],
+      [2, "13.405 52.52 A\n16 95 B\n"], [1, "lon\tlat\n13.405\t52.52\n"], [2, "lon,lat\n0x10,5\n , \n"],
+    ];
+    const page = await site.open("#utm;lon0=15;tab=table");
+    for (const [rows, text] of forms) {
+      writeFileSync(join(folder, "form.csv"), text);
+      await drop(page, "#page-table .drop", "form.csv", text);
+      await page.waitForFunction((start) => document.querySelector("#page-table .note").textContent.startsWith(start), `form.csv: ${rows} rows`);
+      await page.getByRole("button", { name: "Convert", exact: true }).click();
+      await page.waitForFunction(() => /points? converted/.test(document.querySelector("#page-table .note").textContent));
+      const [download] = await Promise.all([page.waitForEvent("download"), page.locator("#page-table button:has-text('Download')").click()]);
+      const here = readFileSync(await download.path(), "utf8");
+      const there = run(`${await page.locator("#page-table .command").textContent()} || true`, folder);
+      assert.equal(here.replace("x_out", "x"), there, text);
+    }
+  });
+
   test("the same map, and the same tables", async () => {
-    const page = await site.open("#lcc;lat1=40;lat2=52;lon0=10;tissot=yes;color=angle;grid=10;tab=table");
-    const map = await page.evaluate(() => navigator.clipboard.writeText("").then(() => document.querySelector(".share").setAttribute("open", ""))
-      .then(() => [...document.querySelectorAll(".menu button")].at(-1).click()).then(() => new Promise((done) => setTimeout(done, 300))).then(() => navigator.clipboard.readText()));
+    const page = await site.open("#lcc;lat1=40;lat2=52;lon0=10;tissot=yes;color=angle;grid=10;tab=table;stated=yes;at=12,48;zoom=8");
+    await page.locator(".share summary").click();
+    await page.getByRole("button", { name: "Copy the map command" }).click();
+    const map = await page.evaluate(() => navigator.clipboard.readText());
+    const [, west, south, east, north] = /--stated --bounds ([\d.-]+),([\d.-]+),([\d.-]+),([\d.-]+) --graticule 10 --tissot \d+ --distortion angle/.exec(map).map(Number);
+    assert.ok(west < 8 && east > 16 && south < 46 && north > 50 && east - west < 121, map);
     run(map, folder);
     assert.match(readFileSync(join(folder, "lcc.svg"), "utf8"), /^<svg|^<\?xml/);
+    await page.evaluate(() => (location.hash = "#lcc;lat1=40;lat2=52;lon0=10;tab=table"));
+    await settled(page);
     const text = "name,lon,lat\nBerlin,13.4050,52.5200\n";
     writeFileSync(join(folder, "pasted"), text);
     await page.getByLabel("Table or GeoJSON as text").fill(text);

@@ -165,6 +165,75 @@ test("a damaged link shows what can be read and names the rest", async () => {
   assert.ok((await colours(page)).land > 0.01);
 });
 
+test("a link with what the library refuses shows the rest and says why", async () => {
+  const cases = [
+    ["#lcc;lat1=1e308;lon0=10;p=1,2", /lat1=1e\+308/, "#lcc;lon0=10;p=1,2"], ["#bonne;lat1=0", /lat1=0 .*cannot be zero/, "#bonne"],
+    ["#spcs83;zone=Nowhere", /zone=Nowhere/, "#spcs83"], ["#merc;lon0=1e308", /lon0=1e\+308 .*outside the range/, "#merc"],
+    ["#hotine;rotate=perhaps", /neither true nor false/, "#hotine"], [`#moll;${"x".repeat(5000)}`, /x{100}\u2026$/, "#moll"],
+  ];
+  for (const [hash, message, left] of cases) {
+    const page = await site.open(hash);
+    assert.match(await page.locator(".message.error").textContent(), message);
+    assert.equal(hashOf(page), left);
+    assert.ok((await colours(page)).land > 0.005, hash);
+    assert.deepEqual(page.errors, []);
+    await page.close();
+  }
+  const page = await site.open("#moll");
+  await page.evaluate(() => (location.hash = "#bonne;lat1=0"));
+  await settled(page);
+  assert.equal(hashOf(page), "#bonne");
+});
+
+describe("the address follows the view", () => {
+  const steps = (page) => page.evaluate(() => history.length);
+  for (const hash of ["#merc;at=10,50;zoom=3", "#ortho;at=10,50;zoom=3"]) {
+    test(`a drag is one step: ${hash}`, async () => {
+      const page = await site.open(hash);
+      const middle = (where) => where.evaluate(() => atlas.map.middle.map((degrees) => degrees.toFixed(2)).join());
+      const before = await steps(page);
+      await drag(page, [0.5, 0.5], [0.6, 0.6]);
+      assert.equal(await steps(page), before + 1);
+      const [moved, shown] = [hashOf(page), await middle(page)];
+      await page.goBack();
+      await settled(page);
+      assert.equal(hashOf(page), hash);
+      assert.equal(await middle(page), "10.00,50.00");
+      assert.equal(await middle(await site.open(moved)), shown);
+    });
+  }
+  test("another projection keeps the place and the zoom", async () => {
+    const page = await site.open("#robster;at=-100,40;zoom=5");
+    await page.locator('[data-slug="merc"]').click();
+    await settled(page);
+    assert.match(hashOf(page), /^#merc;.*at=-100,40;zoom=/);
+  });
+  test("of the second map, too", async () => {
+    const page = await site.open("#merc;tab=compare;with=laea");
+    const box = await page.locator(".surface").nth(1).boundingBox();
+    await page.mouse.move(box.x + box.width / 2, box.y + box.height / 2);
+    await page.mouse.wheel(0, -400);
+    await settled(page);
+    assert.match(hashOf(page), /with\.zoom=/);
+    const zoom = (where) => where.evaluate(() => atlas.pages.compare.second.zoom);
+    const other = await site.open(hashOf(page));
+    assert.ok(Math.abs((await zoom(page)) / (await zoom(other)) - 1) < 1e-3);
+    await page.goBack();
+    await settled(page);
+    assert.ok(Math.abs((await zoom(page)) - 1) < 1e-3);
+  });
+});
+
+test("zoomed in to a street, the map has its graticule and its point", async () => {
+  for (const hash of ["#utm;at=13.4,52.5;zoom=400;p=13.4,52.5", "#merc;at=13.4,52.5;zoom=1000000;p=13.4,52.5", "#laea;at=10,52;zoom=90000;p=10,52"]) {
+    const page = await site.open(hash);
+    const lines = await page.evaluate(() => atlas.map.current.graticule(0.0001 * Math.max(1, 4e5 / atlas.map.zoom) ).starts.length - 1);
+    assert.ok(lines > 2, `${hash}: ${lines}`);
+    assert.ok(await page.locator(".handle").first().isVisible());
+    assert.deepEqual(page.errors, []);
+  }
+});
+
 test("zoomed in, the coasts are those of 1:50m", async () => {
   const page = await site.open("#merc;at=10,56;zoom=20");
   await page.waitForFunction(() => atlas.map.current.land().coords.length > 0 && !atlas.map.current.wantsFine(atlas.map.viewNow));
@@ -189,6 +258,7 @@ describe("export", () => {
     assert.equal(facts.wrong, undefined);
     assert.equal(facts.title, "Mollweide");
     assert.ok(facts.paths > 5 && !facts.outside);
+    assert.match(bytes.toString(), /<rect width="\d+" height="\d+" fill="#f7f5f0"/);
     assert.match(facts.description, /orvex map --proj Mollweide --tissot 30 --distortion area -o moll.svg/);
   });
   test("PNG of twice the size", async () => {

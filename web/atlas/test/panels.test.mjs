@@ -59,6 +59,24 @@ describe("a point", () => {
     assert.match(await page.locator("#page-point .error:visible").textContent(), /between/);
     assert.match(hashOf(page), /p=9.5,48.5/);
   });
+  test("steps from an empty field begin at 0", async () => {
+    const page = await site.open("#robster;at=20,30;zoom=2");
+    await page.getByLabel("Longitude", { exact: true }).focus();
+    await page.keyboard.press("ArrowUp");
+    await settled(page);
+    assert.match(hashOf(page), /p=0.1,30/);
+    assert.deepEqual(page.errors, []);
+  });
+  test("has its shift to another datum whatever page is open", async () => {
+    const page = await site.open("#robster;p=-95.25,38.75;from=NAD+1927+-+CONUS;tab=distortion");
+    const shift = () => page.evaluate(() => atlas.map.scene.shift);
+    const before = await shift();
+    assert.ok(before.east < -20);
+    await page.locator(".handle").focus();
+    await page.keyboard.press("ArrowRight");
+    await settled(page);
+    assert.notEqual((await shift()).east, before.east);
+  });
   test("where a click sets it", async () => {
     const page = await site.open("#robster");
     const box = await page.locator(".surface").boundingBox();
@@ -128,7 +146,7 @@ describe("tables", () => {
     await page.getByLabel("Longitude or x").selectOption("1");
     await page.getByLabel("Latitude or y").selectOption("2");
     await page.getByLabel("Convert", { exact: true }).first().selectOption("inverse");
-    const [, , , lon, lat] = (await convert(page)).split("\n")[1].split(",").map(Number);
+    const [, , , lon, lat] = (await convert(page)).split("\n")[1].split(";").map(Number);
     assert.ok(Math.abs(lon - 13.405) < 2e-9 && Math.abs(lat - 52.52) < 2e-9, `${lon} ${lat}`);
   });
   test("GeoJSON keeps what is not a coordinate", async () => {
@@ -220,6 +238,19 @@ describe("georeferencing", () => {
     await settled(page);
     const off = Number(/off by ([\d.]+)/.exec(plain(await page.locator(".controls .residual").last().textContent()))[1]);
     assert.ok(off > 10_000, "a point a degree off shows in the residuals");
+  });
+  test("the picture stays under the coasts when the map becomes another one", async () => {
+    const page = await site.open("#eqc;tab=georef");
+    await drop(page, "#page-georef .drop", "map.png", await picture(page), "image/png");
+    await page.locator("canvas.picture").waitFor({ state: "visible" });
+    for (const [px, py] of [[50, 50], [550, 40], [300, 250]]) {
+      await page.evaluate((control) => atlas.pages.georef.add(control), { px, py, place: place(px, py) });
+    }
+    await page.getByRole("tab", { name: "Point" }).click();
+    await page.locator('[data-slug="moll"]').click();
+    await settled(page);
+    const [corner, there] = await page.evaluate(([lon, lat]) => [[...atlas.pages.georef.mesh.coords], atlas.map.current.projection.forward(lon, lat)], place(0, 0));
+    assert.ok(Math.hypot(corner[0] - there[0], corner[1] - there[1]) < 4e5, "the fit is that of the map shown");
   });
   test("by clicks: first the picture, then the map", async () => {
     const page = await site.open("#eqc;tab=georef");

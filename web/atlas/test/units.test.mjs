@@ -15,18 +15,18 @@ async function source(name) {
 }
 
 const [state, view, land, catalogue, format] = await Promise.all(["state", "view", "outlines", "catalogue", "format"].map(source));
-const knows = (slug, key) => ["lat1", "lat2", "lon0", "zone", "south"].includes(key);
+const known = { parameter: (slug, key) => ["lat1", "lat2", "lon0", "zone", "south"].includes(key), datum: (name) => name !== "Nowhere" };
 
 test("an address says what it was made from", () => {
   const rows = [
     {}, { slug: "lcc", values: { lat1: 33, lat2: 45.25, lon0: -96 } }, { slug: "utm", values: { lon0: 9, south: true } },
     { slug: "spcs83", values: { zone: "Illinois West" } }, { at: [-96, 38.5], zoom: 4 }, { point: [13.405123456, -52.52] },
-    { tab: "table", graticule: 0, tissot: true, shading: "angle" }, { graticule: 10 }, { beside: "laea", besideValues: { lat1: 45 } },
+    { tab: "table", graticule: 0, tissot: true, shading: "angle" }, { graticule: 10 }, { beside: "laea", besideValues: { lat1: 45 }, besideAt: [9, 45], besideZoom: 2.5 },
     { from: "Ain El Abd 1970 - Bahrain, Island", to: "A; B=C & 50%" }, { angles: "dms", stated: true },
   ];
   for (const row of rows) {
     const whole = { ...state.initial(), ...row };
-    const [read, wrong] = state.fromAddress(`#${state.toAddress(whole)}`, knows);
+    const [read, wrong] = state.fromAddress(`#${state.toAddress(whole)}`, known);
     assert.deepEqual(wrong, []);
     assert.deepEqual(read, whole);
   }
@@ -34,12 +34,13 @@ test("an address says what it was made from", () => {
 });
 
 test("an address that cannot be read harms nothing else", () => {
-  for (const part of ["at=1", "at=1,2,3", "at=,", "at=x,y", "at=0,91", "zoom=0", "zoom=-1", "zoom=x", "zoom=Infinity", "tab=none", "color=red", "grid=-1", "grid=100", "with=none", "angles=rad", "foo=1", "=", "%", "from=%E0%A4"]) {
-    const [read, wrong] = state.fromAddress(`#moll;${part};lon0=150`, knows);
+  for (const part of ["at=1", "at=1,2,3", "at=,", "at=x,y", "at=0,91", "zoom=0", "zoom=-1", "zoom=x", "zoom=Infinity", "tab=none", "color=red", "grid=-1", "grid=100", "with=none", "angles=rad", "tissot=foo", "stated=bar", "from=Nowhere", "zoom=1e308", "with.zoom=0", "with.at=x", "foo=1", "=", "%", "from=%E0%A4"]) {
+    const [read, wrong] = state.fromAddress(`#moll;${part};lon0=150`, known);
     assert.deepEqual(wrong, [part]);
     assert.deepEqual([read.slug, read.values.lon0], ["moll", 150]);
   }
-  assert.deepEqual(state.fromAddress("#nonsense", knows)[1], ["nonsense"]);
+  assert.deepEqual(state.fromAddress("#moll;p=500,10;at=-190,20", known)[0], { ...state.initial(), slug: "moll", point: [140, 10], at: [170, 20] });
+  assert.deepEqual(state.fromAddress("#nonsense", known)[1], ["nonsense"]);
 });
 
 test("views: what is under a pixel stays there, and a whole map fits", () => {

@@ -1,5 +1,5 @@
 // Angles as text.
-import { OrvexError } from "./errors.js";
+import { OrvexError, textOf } from "./errors.js";
 import type { Module } from "./module.js";
 import type { AngleFormat, Angles } from "./types.js";
 
@@ -19,7 +19,7 @@ export function makeAngles(module: Module): Angles {
   return {
     parse(text: string, degreeSign = ""): number {
       // The typographic signs are taken for those that the library knows.
-      const plain = text.replace(/[\u00b0\u00ba]/g, "d").replace(/[\u2032\u2019]/g, "'").replace(/[\u2033\u201d]/g, '"');
+      const plain = textOf(text).replace(/[\u00b0\u00ba]/g, "d").replace(/[\u2032\u2019]/g, "'").replace(/[\u2033\u201d]/g, '"');
       return module.withText(plain, (at) => module.withDoubles([0], (degrees) => {
         module.run("angle_parse", at, byteOf(degreeSign), degrees);
         return module.doubles(degrees, 1)[0]!;
@@ -28,6 +28,7 @@ export function makeAngles(module: Module): Angles {
     format(degrees: number, options: AngleFormat = {}): string {
       const { fields = "dms", decimals = 4, axis, pad = false, blanks = false, separators = "d'\"" } = options;
       if (!Number.isInteger(decimals) || decimals < 0 || decimals > 15) throw new OrvexError("decimals are 0 to 15");
+      if (!Number.isFinite(degrees)) throw new OrvexError(`${String(degrees)} is not an angle`);
       const sign = axis === undefined ? minusSign : hemisphere | (axis === "lat" ? latitude : 0);
       const word = decimals | fieldBits[fields] | sign | (pad ? zeroPad : 0) | (blanks ? spaced : 0);
       const [d, m, s] = [0, 1, 2].map((i) => byteOf(separators[i]));

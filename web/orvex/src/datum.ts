@@ -4,13 +4,13 @@ import type { Catalogue } from "./catalogue.js";
 import { OrvexError } from "./errors.js";
 import type { Module } from "./module.js";
 import { Owned } from "./owned.js";
-import { figureOf } from "./record.js";
+import { exactFlag, figureOf } from "./record.js";
 import type { Accuracy, Coordinates, Datum, DatumChoice, DatumDefinition, Shift } from "./types.js";
 
 const gridNames = ["conus.las", "conus.los", "prvi.las", "prvi.los", "ntv2_0.gsb"];
 
 export function datumOf(catalogue: Catalogue, choice: DatumChoice): Datum {
-  if (typeof choice !== "object") return find(catalogue.datums, choice, "datum");
+  if (typeof choice !== "object" || choice === null) return find(catalogue.datums, choice, "datum");
   if ("id" in choice) return choice;
   return { id: 0, name: "User Defined", method: choice.method, parameters: choice };
 }
@@ -38,7 +38,7 @@ export class ShiftObject implements Shift {
   ) {
     this.from = datumOf(catalogue, from);
     this.to = datumOf(catalogue, to);
-    const exact = accuracy === "exact" ? 1 : 0;
+    const exact = exactFlag(accuracy);
     const handle = module.withDoubles(stepOf(catalogue, this.from), (step1) =>
       module.withDoubles(stepOf(catalogue, this.to), (step2) =>
         module.make("shift_create", this.from.id, this.to.id, step1, step2, exact)));
@@ -70,9 +70,10 @@ export class ShiftObject implements Shift {
 
 /** Writes a grid file into the module's own file system, where the library finds it. */
 export function addGrid(module: Module, name: string, bytes: Uint8Array | ArrayBuffer): void {
-  if (!gridNames.includes(name.toLowerCase())) {
+  if (!gridNames.includes(String(name).toLowerCase())) {
     throw new OrvexError(`"${name}" is not the name of a grid file that the library reads: ${gridNames.join(", ")}`);
   }
+  if (!(bytes instanceof ArrayBuffer) && !ArrayBuffer.isView(bytes)) throw new OrvexError(`${name} comes without its bytes`);
   const view = bytes instanceof Uint8Array ? bytes : new Uint8Array(bytes);
   const published = name.toLowerCase() === "ntv2_0.gsb" ? "NTV2_0.GSB" : name.toLowerCase();
   module.withText(published, (text) => module.withBytes(view, (at) => module.run("grid", text, at, view.length)));

@@ -14,6 +14,24 @@ export class OrvexError extends Error {
   }
 }
 
+/** What a caller gave as an array; anything else is refused. */
+export function listOf<T>(given: ArrayLike<T>, what: string): ArrayLike<T> {
+  if (typeof given !== "object" || typeof given?.length !== "number") throw new OrvexError(`${what} are an array, not ${String(given)}`);
+  return given;
+}
+
+/** What a caller gave as a text. */
+export function textOf(given: string): string {
+  if (typeof given !== "string") throw new OrvexError(`${String(given)} is not a text`);
+  return given;
+}
+
+/** What a caller gave as an object of named values. */
+export function recordOf<T extends object>(given: T, what: string): T {
+  if (typeof given !== "object" || given === null) throw new OrvexError(`${what} are an object, not ${String(given)}`);
+  return given;
+}
+
 /** Which parameter a failed check is about: the one whose value it looked at. */
 const parameterOfMessage: Readonly<Record<number, ParameterKey>> = {
   20231: "scale", 20232: "k0", 20233: "x0", 20234: "y0", 20235: "lon0", 20236: "lon1", 20237: "lon2", 20238: "lon3",

@@ -1,6 +1,6 @@
 // Georeferencing: one plane fitted to another by control points.
 import type { Catalogue } from "./catalogue.js";
-import { OrvexError } from "./errors.js";
+import { listOf, OrvexError } from "./errors.js";
 import type { Module } from "./module.js";
 import { Owned } from "./owned.js";
 import type { Coordinates, Georef, GeorefControl, GeorefMethod, GeorefMethodInfo } from "./types.js";
@@ -15,7 +15,7 @@ export class GeorefObject implements Georef {
   constructor(private readonly module: Module, catalogue: Catalogue, controls: readonly GeorefControl[], key: GeorefMethod) {
     const method = catalogue.georefMethods.find((each) => each.key === key);
     if (!method) throw new OrvexError(`there is no method "${key}" of georeferencing`);
-    const count = controls.length;
+    const count = listOf(controls, "control points").length;
     if (count < method.controls) {
       throw new OrvexError(`${method.name} needs at least ${method.controls} control points, not ${count}`);
     }

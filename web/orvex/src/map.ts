@@ -1,5 +1,5 @@
 // Maps: shapes cut along the edge of what a projection shows, projected and bent.
-import { OrvexError } from "./errors.js";
+import { listOf, OrvexError } from "./errors.js";
 import type { Handle, Module } from "./module.js";
 import { Owned } from "./owned.js";
 import type { MapBox, MapGeometry, MapOptions, Paths, Shapes } from "./types.js";
@@ -10,7 +10,9 @@ export class ShapesObject implements Shapes {
   readonly length: number;
   private readonly owned: Owned;
 
-  constructor(module: Module, { coords, starts }: Paths) {
+  constructor(readonly module: Module, paths: Paths) {
+    const coords = listOf(paths?.coords, "coordinates of shapes");
+    const starts = Array.from(listOf(paths.starts, "starts of shapes"));
     this.length = starts.length - 1;
     const isRising = starts.every((start, i) => start >= (starts[i - 1] ?? 0));
     if (this.length < 0 || starts[0]! < 0 || !isRising || 2 * starts[this.length]! > coords.length) {
@@ -36,6 +38,7 @@ export class MapObject implements MapGeometry {
   private size = 0;
 
   constructor(private readonly module: Module, projection: Handle, { pixel, bounds }: MapOptions) {
+    if (bounds && listOf(bounds, "bounds").length !== 4) throw new OrvexError("bounds are west, south, east and north");
     const handle = bounds
       ? module.withDoubles(bounds, (at) => module.make("map_create", projection, at))
       : module.make("map_create", projection, 0);
@@ -96,7 +99,10 @@ export class MapObject implements MapGeometry {
   }
 
   private withShapes(given: Shapes | Paths, use: (handle: Handle) => Paths): Paths {
-    if (given instanceof ShapesObject) return use(given.handle);
+    if (given instanceof ShapesObject) {
+      if (given.module !== this.module) throw new OrvexError("these shapes lie in the memory of another module");
+      return use(given.handle);
+    }
     const shapes = new ShapesObject(this.module, given as Paths);
     try {
       return use(shapes.handle);

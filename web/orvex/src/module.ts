@@ -1,5 +1,5 @@
 // The module of WebAssembly: loading it, its memory, its calls.
-import { libraryError, OrvexError } from "./errors.js";
+import { libraryError, OrvexError, textOf } from "./errors.js";
 import type { LoadOptions, Paths, Points } from "./types.js";
 
 /** A place in the module's memory. */
@@ -19,6 +19,7 @@ interface Exports {
 
 type Factory = (options: object) => Promise<Exports>;
 
+const addressSpace = 2 ** 32;  // bytes; sizes and addresses beyond it would wrap
 const coordinate = Float64Array.BYTES_PER_ELEMENT;
 export const pointBytes = 2 * coordinate;
 
@@ -48,11 +49,14 @@ export class Module {
       compile(options.wasm),
       import("./orvex-module.js") as Promise<{ default: Factory }>,
     ]);
-    const instantiateWasm = (imports: WebAssembly.Imports, done: (instance: WebAssembly.Instance) => void): object => {
-      void WebAssembly.instantiate(compiled, imports).then(done);
-      return {};
-    };
-    return new Module(await factory({ instantiateWasm }));
+    return new Module(await new Promise<Exports>((resolve, reject) => {
+      const unfit = (error: unknown): void => reject(new OrvexError(`this is not the module orvex.wasm: ${String(error)}`));
+      const instantiateWasm = (imports: WebAssembly.Imports, done: (instance: WebAssembly.Instance) => void): object => {
+        WebAssembly.instantiate(compiled, imports).then(done).catch(unfit);
+        return {};
+      };
+      factory({ instantiateWasm }).then(resolve, unfit);
+    }));
   }
 
   get bytes(): number {
@@ -76,7 +80,7 @@ export class Module {
 
   /** Calls a function that answers a text. */
   text(name: string, ...values: number[]): string {
-    return this.exports.UTF8ToString(this.make(name, ...values));
+    return this.exports.UTF8ToString(this.make(name, ...values) >>> 0);
   }
 
   fail(): never {
@@ -88,7 +92,7 @@ export class Module {
   }
 
   allocate(bytes: number): Pointer {
-    const at = this.exports._malloc!(Math.max(bytes, 1));
+    const at = bytes < addressSpace ? this.exports._malloc!(Math.max(bytes, 1)) >>> 0 : 0;
     if (at === 0) throw new OrvexError("there is no memory left");
     return at;
   }
@@ -108,7 +112,7 @@ export class Module {
   }
 
   withText<T>(text: string, use: (at: Pointer) => T): T {
-    const room = this.exports.lengthBytesUTF8(text) + 1;
+    const room = this.exports.lengthBytesUTF8(textOf(text)) + 1;
     return this.withRoom(room, (at) => {
       this.exports.stringToUTF8(text, at, room);
       return use(at);
@@ -138,11 +142,13 @@ export class Module {
 
   /** Views hold until the memory grows. */
   doubles(at: Pointer, count: number): Float64Array {
-    return this.exports.HEAPF64.subarray(at / 8, at / 8 + count);
+    const first = (at >>> 0) / coordinate;  // addresses come as signed numbers
+    return this.exports.HEAPF64.subarray(first, first + count);
   }
 
   integers(at: Pointer, count: number): Int32Array {
-    return this.exports.HEAP32.subarray(at / 4, at / 4 + count);
+    const first = (at >>> 0) / Int32Array.BYTES_PER_ELEMENT;
+    return this.exports.HEAP32.subarray(first, first + count);
   }
 
   /** The shapes that the last call left behind, as views. */
@@ -158,7 +164,8 @@ export class Module {
    * `convert` gets the address and the number of points.
    */
   convert(given: Float64Array | Points, convert: (at: Pointer, count: number) => void): Float64Array {
-    const coords = given instanceof Float64Array ? given : given.array;
+    const coords = given instanceof Float64Array ? given : (given as Points | null)?.array;
+    if (!(coords instanceof Float64Array)) throw new OrvexError("coordinates are two numbers, a Float64Array or Points");
     if (coords.length % 2 !== 0) throw new OrvexError("coordinates come in pairs; the array has an odd length");
     const count = coords.length / 2;
     if (coords.buffer === this.exports.HEAPF64.buffer) {

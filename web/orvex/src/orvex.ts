@@ -88,6 +88,7 @@ export class OrvexObject implements Orvex {
 
   mgrs(lon: number, lat: number, digits = 5): string {
     checkPlace(lon, lat);
+    if (!Number.isInteger(digits)) throw new OrvexError(`${digits} is not a number of digits`);
     return this.module.text("mgrs", lon, lat, digits);
   }
 

@@ -1,6 +1,6 @@
 // A projection: conversion, clipping, distortion.
 import type { Catalogue } from "./catalogue.js";
-import { OrvexError } from "./errors.js";
+import { listOf, OrvexError } from "./errors.js";
 import type { Module } from "./module.js";
 import { Owned } from "./owned.js";
 import { createProjection, readParams } from "./record.js";
@@ -48,9 +48,9 @@ export class ProjectionObject implements Projection {
   }
 
   clip(shape: Ring | readonly Ring[]): Float64Array[] {
-    const isPolygon = typeof shape[0] === "object";
+    const isPolygon = typeof listOf<unknown>(shape, "shapes")[0] === "object";
     const rings = (isPolygon ? shape : [shape]) as readonly Ring[];
-    const lengths = rings.map((ring) => ring.length / 2);
+    const lengths = rings.map((ring) => listOf(ring, "rings").length / 2);
     if (!lengths.every(Number.isInteger)) throw new OrvexError("coordinates come in pairs; an array has an odd length");
     const coords = new Float64Array(rings.reduce((sum, ring) => sum + ring.length, 0));
     rings.reduce((at, ring) => (coords.set(ring, at), at + ring.length), 0);
@@ -66,8 +66,8 @@ export class ProjectionObject implements Projection {
   }
 
   distortion(lon: ArrayLike<number>, lat: ArrayLike<number>): Distortion {
-    const count = lon.length, fields = distortionFields.length;
-    if (lat.length !== count) throw new OrvexError("there are not as many latitudes as longitudes");
+    const count = listOf(lon, "longitudes").length, fields = distortionFields.length;
+    if (listOf(lat, "latitudes").length !== count) throw new OrvexError("there are not as many latitudes as longitudes");
     const places = new Float64Array(2 * count);
     for (let i = 0; i < count; i++) [places[2 * i], places[2 * i + 1]] = [lon[i]!, lat[i]!];
     return this.module.withDoubles(places, (at) => this.module.withDoubles(new Float64Array(fields * count), (values) => {

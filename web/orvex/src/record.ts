@@ -1,7 +1,7 @@
 // Parameters of a projection on their way into the library's record and out of it.
 import { find, projectionIds, wgs84Ellipsoid } from "./catalogue.js";
 import type { Catalogue } from "./catalogue.js";
-import { OrvexError } from "./errors.js";
+import { OrvexError, recordOf } from "./errors.js";
 import type { Handle, Module } from "./module.js";
 import type { Accuracy, CompleteParams, EllipsoidChoice, ParameterInfo, ParameterKey, Params, ProjectionInfo } from "./types.js";
 
@@ -19,6 +19,17 @@ export function finite(value: unknown, key: ParameterKey): number {
     throw new OrvexError(`${key} is not a finite number: ${String(value)}`, null, key);
   }
   return value;
+}
+
+function flag(value: unknown, key: ParameterKey): number {
+  if (typeof value !== "boolean") throw new OrvexError(`${key} is neither true nor false: ${String(value)}`, null, key);
+  return value ? 1 : 0;
+}
+
+/** The accuracy as the module takes it. */
+export function exactFlag(accuracy: Accuracy): number {
+  if (accuracy !== "exact" && accuracy !== "stated") throw new OrvexError(`accuracy is "exact" or "stated", not "${String(accuracy)}"`);
+  return accuracy === "exact" ? 1 : 0;
 }
 
 /** Writes the draft of the module's next projection. */
@@ -67,7 +78,7 @@ class Draft {
   }
 
   private numberOf({ control, key }: ParameterInfo, value: number | string | boolean): number {
-    if (control === "flag") return value ? 1 : 0;
+    if (control === "flag") return flag(value, key);
     if (control === "zone" && this.info.id !== projectionIds.utm) {
       const year = this.info.id === projectionIds.plane1927 ? 1927 : 1983;
       return find(this.catalogue.zones[year], value as number | string, `state plane zone of ${year}`, "zone").id;
@@ -89,8 +100,9 @@ class Draft {
 export function createProjection(
   module: Module, catalogue: Catalogue, info: ProjectionInfo, params: Params, accuracy: Accuracy,
 ): Handle {
-  new Draft(module, catalogue, info).write(params);
-  return module.make("projection_create", accuracy === "exact" ? 1 : 0);
+  const exact = exactFlag(accuracy);
+  new Draft(module, catalogue, info).write(recordOf(params, "parameters"));
+  return module.make("projection_create", exact);
 }
 
 /** The parameters of a handle. */

@@ -117,6 +117,29 @@ describe("projections", () => {
   });
 });
 
+test("what is of another kind is refused by a message", () => {
+  const mercator = orvex.projection("Mercator");
+  const cases = [
+    [() => orvex.projection("Mercator", null), /parameters are an object/], [() => orvex.projection("Mercator", {}, { accuracy: "exakt" }), /"exact" or "stated"/],
+    [() => orvex.shift(1, 3, { accuracy: true }), /"exact" or "stated"/], [() => orvex.datum(null), /no datum "null"/],
+    [() => mercator.forward(null), /two numbers/], [() => mercator.forward([1, 2]), /two numbers/], [() => mercator.inverse(new Float32Array(2)), /two numbers/],
+    [() => mercator.clip(null), /are an array/], [() => mercator.clip([null]), /are an array/], [() => mercator.distortion(1, 2), /are an array/],
+    [() => mercator.map({ bounds: [1, 2] }), /west, south, east and north/], [() => mercator.map().fill(null), /are an array/],
+    [() => orvex.shapes({ coords: new Float64Array(2) }), /are an array/], [() => orvex.georef(null, "affine"), /are an array/],
+    [() => orvex.grid("conus.las", null), /without its bytes/], [() => orvex.fromMgrs(5), /not a text/], [() => orvex.angle.parse(null), /not a text/],
+    [() => orvex.angle.format(NaN), /not an angle/], [() => orvex.mgrs(1, 2, 2.5), /number of digits/],
+  ];
+  for (const [use, message] of cases) assert.throws(use, refusal(message), String(use));
+  assert.throws(() => orvex.utm(33, "no"), refusal(/neither true nor false/, null, "south"));
+});
+
+test("modules keep to themselves, and a file that is none is refused", async () => {
+  const other = await load();
+  const shapes = other.shapes({ coords: Float64Array.of(0, 0, 10, 0, 10, 10), starts: Int32Array.of(0, 3) });
+  assert.throws(() => orvex.projection("Mercator").map().fill(shapes), refusal(/another module/));
+  await assert.rejects(load({ wasm: Uint8Array.of(0, 97, 115, 109, 1, 0, 0, 0) }), refusal(/not the module orvex.wasm/));
+});
+
 describe("memory", () => {
   test("points are converted in place, also after it has grown", () => {
     const utm = orvex.utm(33), points = orvex.points(2), old = points.array;
@@ -145,6 +168,10 @@ describe("memory", () => {
     const bytes = orvex.memory;
     for (let i = 0; i < 200; i++) use();
     assert.equal(orvex.memory, bytes);
+  });
+  test("more than there can be is refused and harms nothing", () => {
+    for (const count of [2 ** 28, 1e12, 2 ** 53]) assert.throws(() => orvex.points(count), refusal(/no memory left/), `${count}`);
+    near(orvex.utm(33).forward(13.405, 52.52)[0], 391779.2593, 5e-5);
   });
   test("arrays of an odd length and empty ones", () => {
     assert.throws(() => orvex.utm(1).forward(new Float64Array(3)), refusal(/odd length/));
