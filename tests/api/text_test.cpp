@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
 #include <string>
 
@@ -82,6 +83,18 @@ constexpr Writing kWritings[] = {
     {1234567.5, LLF_DECIMALMINUTES, "1.23457e+06d30'"},  // degrees take six digits
     {0.1, LLF_DECIMALDEGREES | 15, "0.100000000000000"},
 };
+
+// However many places, a number is the double nearest to what is written.
+TEST(LatLonText, ReadsEveryNumberOfPlaces) {
+  for (std::size_t places = 1; places < 40; ++places) {
+    for (const char* digits : {"7", "123456789012345", "9007199254740993"}) {
+      const std::string text = "0." + std::string(places, '0') + digits;
+      double degrees = 0;
+      EXPECT_TRUE(LatLonToDegrees(text.c_str(), &degrees, 'd'));
+      EXPECT_EQ(degrees, std::strtod(text.c_str(), nullptr)) << text;
+    }
+  }
+}
 
 TEST(LatLonText, WritesAngles) {
   for (const Writing& w : kWritings) {
