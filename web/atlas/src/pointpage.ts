@@ -6,6 +6,7 @@ import { datumCommand } from "./command";
 import { copy, h } from "./dom";
 import { beyondPole, ChoiceField, NumberField, SegmentField } from "./fields";
 import { grouped, messageOf, none, thin } from "./format";
+import { GridFiles } from "./grids";
 import { icon } from "./icons";
 import type { AngleForm, Place } from "./state";
 import { wrapped } from "./view";
@@ -56,6 +57,7 @@ export class PointPage implements Page {
   private readonly datumCommand: HTMLElement;
   private readonly shifted = { place: new Row("Position"), shift: new Row("Shift"), stated: new Row("Stated \u2212 exact") };
   private readonly datumNote = h("p", { class: "note", role: "status" });
+  private readonly grids: GridFiles;
   private readonly hint = h("p", { class: "hint" }, "Click on the map to take a point, or type one.");
 
   constructor(private readonly app: App) {
@@ -72,6 +74,7 @@ export class PointPage implements Page {
     this.swap = h("button", { type: "button", class: "plain", onclick: () => app.change({ from: app.state.to, to: app.state.from }) }, "Exchange");
     this.datumCommand = h("div", { class: "line" }, this.command,
       h("button", { type: "button", class: "copy", "aria-label": "Copy the command of the shift", title: "Copy the command", onclick: () => void copy(this.command.textContent ?? "", "Command") }, icon("copy")));
+    this.grids = new GridFiles(app);
     this.accuracy = h("table", { class: "accuracy" });
     this.element = h("div", { class: "page" },
       this.hint,
@@ -81,7 +84,7 @@ export class PointPage implements Page {
       h("h3", {}, "Stated and exact"), this.accuracy, this.computed.element,
       h("div", { class: "heading" }, h("h3", {}, "On another datum"), this.swap),
       this.from.element, this.to.element,
-      h("dl", { class: "results" }, ...Object.values(this.shifted).map((row) => row.element)), this.datumNote, this.datumCommand);
+      h("dl", { class: "results" }, ...Object.values(this.shifted).map((row) => row.element)), this.datumNote, this.grids.element, this.datumCommand);
   }
 
   update(): void {
@@ -90,6 +93,7 @@ export class PointPage implements Page {
     this.computed.set(state.stated ? "stated" : "exact");
     this.from.set(state.from);
     this.to.set(state.to);
+    this.grids.show([state.from, state.to]);
     this.swap.disabled = !this.app.engine.known.datum(state.from, true);
     this.datumCommand.hidden = state.from === state.to || !state.point;
     this.command.textContent = datumCommand(state);

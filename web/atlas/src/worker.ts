@@ -10,13 +10,15 @@ export type Task =
   | { do: "fine"; choice: Choice; piece: Piece }
   | { do: "read"; name: string; text: string }
   | { do: "columns"; columns: readonly [number, number] }
-  | { do: "convert"; job: Job };
+  | { do: "convert"; job: Job }
+  | { do: "grid"; name: string; bytes: ArrayBuffer };
 
 export interface Answers {
   fine: Paths & { lines: Paths };
   read: Summary;
   columns: Summary;
   convert: Outcome;
+  grid: void;
 }
 
 export type Message =
@@ -48,11 +50,12 @@ async function perform(task: Task, progress: (part: number) => void): Promise<un
     case "convert":
       if (!source) throw new Error("there is no table yet");
       return source.convert(await engine!, task.job, progress);
+    case "grid": return (await engine!).orvex.grid(task.name, task.bytes);
   }
 }
 
 function buffersOf(value: unknown): ArrayBuffer[] {
-  const fineLand = value as Partial<Answers["fine"]>;
+  const fineLand = value as Partial<Answers["fine"]> | undefined;
   if (!fineLand?.lines || !fineLand.coords || !fineLand.starts) return [];
   return [fineLand.coords, fineLand.starts, fineLand.lines.coords, fineLand.lines.starts].map((array) => array.buffer as ArrayBuffer);
 }

@@ -14,6 +14,18 @@ const plain = (text) => text.replaceAll("\u202f", "").replaceAll("\u2212", "-").
 const row = async (page, name) => plain(await page.locator(`.results .row:has(dt:text-is("${name}")) dd`).first().textContent());
 const status = (page, tab) => page.locator(`#page-${tab} .note[role=status]`).first();
 
+/** A NADCON file of 25 by 13 nodes about the middle of Texas, each with the same seconds of arc. */
+function nadconFile(seconds) {
+  const columns = 25, rows = 13, record = 4 * (columns + 1);
+  const view = new DataView(new ArrayBuffer(record * (rows + 1)));
+  [columns, rows, 1].forEach((count, i) => view.setInt32(64 + 4 * i, count, true));
+  [-101, 0.25, 29, 0.25, 0].forEach((degrees, i) => view.setFloat32(76 + 4 * i, degrees, true));
+  for (let row = 1; row <= rows; ++row) {
+    for (let column = 1; column <= columns; ++column) view.setFloat32(row * record + 4 * column, seconds, true);
+  }
+  return new Uint8Array(view.buffer);
+}
+
 describe("a point", () => {
   // Coordinates from docs/tool.md and, for Berlin, from the README.
   test("in every system", async () => {
@@ -38,6 +50,24 @@ describe("a point", () => {
     assert.ok(metres > 15 && metres < 40, `${metres}`);
     await page.getByLabel("From datum").selectOption("World Geodetic System 1984");
     assert.match(await row(page, "Shift"), /^0\.000 m/);
+  });
+  test("by grid files that the person drops", async () => {
+    const page = await site.open("#robster;p=-98,31;from=NAD+1927+-+CONUS+(NADCON);to=World+Geodetic+System+1984");
+    assert.match(await status(page, "point").textContent(), /NADCON grids .* are not there/);
+    assert.equal(await row(page, "Position"), "\u2013");
+    await drop(page, ".grids", "conus.los", nadconFile(36));
+    await drop(page, ".grids", "notes.txt", "no grid");
+    await page.waitForFunction(() => /"notes.txt" is not the name of a grid file/.test(document.querySelector(".grids .note").textContent));
+    await drop(page, ".grids", "conus.las", nadconFile(18));
+    await page.waitForFunction(() => /Taken: conus.las/.test(document.querySelector(".grids .note").textContent));
+    const [lon, lat] = (await row(page, "Position")).match(/[\d.]+/g).map(Number);
+    assert.ok(Math.abs(lon - 98.01) < 1e-6 && Math.abs(lat - 31.005) < 1e-6, `${lon} ${lat}`);
+    await page.getByRole("tab", { name: "Table" }).click();
+    await drop(page, "#page-table .drop", "a.csv", "lon,lat\n-98,31\n");
+    await page.waitForFunction(() => /1 rows/.test(document.querySelector("#page-table .note").textContent));
+    await page.getByLabel("Convert", { exact: true }).selectOption("shift");
+    await page.getByRole("button", { name: "Convert", exact: true }).click();
+    await page.waitForFunction(() => /1 points converted/.test(document.querySelector("#page-table .note").textContent));
   });
   test("stated and exact side by side", async () => {
     const page = await site.open("#robin;p=20,40");

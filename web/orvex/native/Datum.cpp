@@ -35,8 +35,7 @@ void Convert(CDatumTransform& shift, DATUMPOINT* points, int count) {
     if (shift.Convert(points, count)) return;
   } catch (const shr::Exception& e) {
     if (e.Source() != "DtmNadcon") throw;
-    throw tool::Failure(
-        "the NADCON grids (conus.las and conus.los, prvi.las and prvi.los) are not there; hand over their bytes first");
+    throw tool::Failure("the NADCON grids (conus.las and conus.los, prvi.las and prvi.los) are not there");
   }
   throw tool::Failure("the datum conversion failed");
 }
