@@ -2,7 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <numbers>
+#include <iomanip>
+#include <sstream>
 
 #include <orvex/orvex.h>
 
@@ -38,7 +39,7 @@ PROJPOINT InverseOf(PROJDATA record, double x, double y) {
 
 struct Edge {
   ProjType type;
-  double PROJDATA::*field;
+  const char* field;
   double threshold, towards;  // a bad value beyond
   int id;
 };
@@ -46,33 +47,32 @@ struct Edge {
 // Each value is good on this side of its threshold, and refused on the other.
 TEST(Thresholds, RecordsAreGoodUpToTheirLimits) {
   const Edge edges[] = {
-      {PT_ALBERS, &PROJDATA::Lat2, 30.001, 30, 20245},
-      {PT_ALBERS, &PROJDATA::Lat2, 29.999, 30, 20245},
-      {PT_ALBERS, &PROJDATA::Lat2, -29.999, -30, 20245},
-      {PT_ALBERS, &PROJDATA::Lat2, -30.001, -30, 20245},
-      {PT_EQUICONIC, &PROJDATA::Lat2, 30.001, 30, 20256},
-      {PT_EQUICONIC, &PROJDATA::Lat2, -30.001, -30, 20256},
-      {PT_LAMBERT, &PROJDATA::Lat2, 30.1, 30, 20247},
-      {PT_LAMBERT, &PROJDATA::Lat2, 29.9, 30, 20247},
-      {PT_MERCATOR, &PROJDATA::Lat0, 89.99, 90, 20251},
-      {PT_MERCATOR, &PROJDATA::Lat0, -90.01, -90, 20251},
-      {PT_OBLIQUEMERCATOR, &PROJDATA::Lat2, 30.001, 30, 20253},
-      {PT_OBLIQUEMERCATOR, &PROJDATA::Lat1, 0.001, 0, 20254},
-      {PT_OBLIQUEMERCATOR, &PROJDATA::Lat1, 89.999, 90, 20255},
-      {PT_MILLER, &PROJDATA::Lon0, 360, 361, 20235},
-      {PT_MILLER, &PROJDATA::Lon0, -360, -361, 20235},
-      {PT_MILLER, &PROJDATA::Lat0, 360, 361, 20239},
-      {PT_MILLER, &PROJDATA::Scale, 0, -1e-300, 20231},
-      {PT_MILLER, &PROJDATA::K0, 0, -1e-300, 20232},
-      {PT_MILLER, &PROJDATA::xOrg, 1.7014117331926443e38, 1.8e38, 20233},
-      {PT_MILLER, &PROJDATA::yOrg, -1.7014117331926443e38, -1.8e38, 20234},
+      {PT_ALBERS, "Lat2", 30.001, 30, 20245},
+      {PT_ALBERS, "Lat2", 29.999, 30, 20245},
+      {PT_ALBERS, "Lat2", -29.999, -30, 20245},
+      {PT_ALBERS, "Lat2", -30.001, -30, 20245},
+      {PT_EQUICONIC, "Lat2", 30.001, 30, 20256},
+      {PT_EQUICONIC, "Lat2", -30.001, -30, 20256},
+      {PT_LAMBERT, "Lat2", 30.1, 30, 20247},
+      {PT_LAMBERT, "Lat2", 29.9, 30, 20247},
+      {PT_MERCATOR, "Lat0", 89.99, 90, 20251},
+      {PT_MERCATOR, "Lat0", -90.01, -90, 20251},
+      {PT_OBLIQUEMERCATOR, "Lat2", 30.001, 30, 20253},
+      {PT_OBLIQUEMERCATOR, "Lat1", 0.001, 0, 20254},
+      {PT_OBLIQUEMERCATOR, "Lat1", 89.999, 90, 20255},
+      {PT_MILLER, "Lon0", 360, 361, 20235},
+      {PT_MILLER, "Lon0", -360, -361, 20235},
+      {PT_MILLER, "Lat0", 360, 361, 20239},
+      {PT_MILLER, "Scale", 0, -1e-300, 20231},
+      {PT_MILLER, "K0", 0, -1e-300, 20232},
+      {PT_MILLER, "xOrg", 1.7014117331926443e38, 1.8e38, 20233},
+      {PT_MILLER, "yOrg", -1.7014117331926443e38, -1.8e38, 20234},
   };
   for (const Edge& edge : edges) {
     const auto answer = [&](double value) {
-      PROJDATA record = Sphere(edge.type);
-      record.Lat1 = 30;
-      record.Lat2 = 45;
-      record.*edge.field = value;
+      std::ostringstream parameters;
+      parameters << "Lat1=30;Lat2=45;" << edge.field << '=' << std::setprecision(17) << value;
+      PROJDATA record = Record(edge.type, parameters.str());
       try {
         return ProjCheckParams(&record, nullptr, true);
       } catch (const shr::Exception& e) {
