@@ -86,6 +86,7 @@ bool SetExact(const void* handle, bool exact) noexcept {
 }
 
 void KeepChoice(const void* original, const void* copy, const char* sourceFile, int line) {
+  if (copy == nullptr) return;  // there was no memory for one
   if (!SetExact(copy, IsExact(original))) ThrowError(sourceFile, line, kMsgOutOfMemory);
 }
 

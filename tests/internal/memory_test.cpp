@@ -203,6 +203,17 @@ const Operation kOperations[] = {
        copy.Delete();
      },
      kHandle},
+    {"copies that compute exactly",
+     [] {
+       CProjector projector(&g_world);
+       projector.SetAccuracy(PA_EXACT);
+       const CProjector projectorCopy(projector);
+       CDatumTransform transform(&g_toWgs84);
+       if (transform.IsCreated()) transform.SetAccuracy(PA_EXACT);
+       const CDatumTransform transformCopy(transform);
+       if (DatGetAccuracy(nullptr) != PA_STATED || ProjGetAccuracy(nullptr) != PA_STATED) std::abort();
+     },
+     kHandle},
     {"Helmert", [] { Fit(RM_HELMERT); }, kHandle},
     {"affine", [] { Fit(RM_AFFINEPOLYNOMIAL); }, kHandle},
     {"third order", [] { Fit(RM_POLYNOMIAL3); }, kHandle},
