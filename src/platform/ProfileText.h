@@ -1,10 +1,15 @@
 // ProfileText - the text of INI files: lines, sections and entries, as the Windows profile calls see them.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace orvex::platform {
+
+/// Bytes of the largest file that is read. A host's settings are far smaller; what is larger, or all hole, would take a
+/// host's memory.
+constexpr std::size_t kLargestProfile = std::size_t{16} << 20;
 
 /// Cuts the next line off a text that is not empty, its line end included.
 std::string_view TakeLine(std::string_view& text);

@@ -83,6 +83,7 @@ bool ReadFile(const char* name, std::string& text, std::optional<struct stat>& s
   if (!file.IsOpen()) return errno == ENOENT;
   struct stat found {};
   if (fstat(file.Value(), &found) != 0 || !S_ISREG(found.st_mode)) return false;
+  if (found.st_size > static_cast<off_t>(kLargestProfile)) return false;
   char block[16384];
   for (;;) {
     const ssize_t count = read(file.Value(), block, sizeof block);
@@ -90,6 +91,7 @@ bool ReadFile(const char* name, std::string& text, std::optional<struct stat>& s
     if (count < 0) return false;
     if (count == 0) break;
     text.append(block, static_cast<std::size_t>(count));
+    if (text.size() > kLargestProfile) return false;
   }
   status = found;
   return true;

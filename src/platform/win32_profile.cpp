@@ -31,6 +31,7 @@ bool ReadFileText(const char* fileName, std::string& text) {
   do {
     if (!ReadFile(file, block, sizeof block, &count, nullptr)) return false;
     text.append(block, count);
+    if (text.size() > kLargestProfile) return false;
   } while (count > 0);
   return true;
 }

@@ -249,6 +249,20 @@ TEST_F(CustomStore, aSectionTooLargeToReadIsNotCutDown) {
   EXPECT_LT(saved, 1000);
 }
 
+#if !defined(_WIN32)
+// Windows reads the section itself.
+TEST_F(CustomStore, aFileThatIsAllHoleIsNotReadIntoMemory) {
+  WriteFile(m_ini, "[Custom Datums]\nKept=none,\n");
+  constexpr std::uintmax_t kSize = std::uintmax_t{1} << 32;
+  std::filesystem::resize_file(m_ini, kSize);
+  EXPECT_EQ(NDatNumDatums(Ini()), 254);
+  EXPECT_FALSE(Save("New", Params(DM_NOXFORM, ET_USER_DEFINED)) || NDatDelete(Ini(), "Kept"));
+  EXPECT_EQ(std::filesystem::file_size(m_ini), kSize);
+  std::filesystem::resize_file(m_ini, 4096);
+  EXPECT_TRUE(NDatExists(Ini(), "Kept", nullptr));
+}
+#endif
+
 TEST_F(CustomStore, randomDamageDoesNoHarm) {
   const std::string good =
       "[X]\nx=1\n[Custom Datums]\nA%061B=none,\nBessel=bursa,0,Bessel 1841,6377397.155,0.00334,0,1,2,3,4,5,6,7,\n"
