@@ -308,6 +308,40 @@ class Pictures(unittest.TestCase):
                         self.assertLess(used.ru_maxrss, 1200000)  # kB; a quarter of it without sanitizers
                         self.assertLess(used.ru_utime, 120)  # seconds; a few without
 
+    def test_many_shapes(self):
+        """Islands in a lake of as many points, and crowded places with names: what lies where is found without asking all."""
+        random.seed(7)
+        place = lambda: (random.uniform(-40, 40), random.uniform(-40, 40))
+        lake = [(60 * math.cos(i * 2e-5 * math.pi), 60 * math.sin(i * 2e-5 * math.pi)) for i in range(100000)]
+        islands = [[(x + a, y + b) for a, b in ((0, 0), (0.1, 0), (0.1, 0.1))] for x, y in (place() for _ in range(100000))]
+        rings = "".join(f"ring {len(ring)}\n" + "".join("%.4f %.4f\n" % p for p in ring) for ring in [lake] + islands)
+        names = "lon,lat,name\n" + "".join("%.4f,%.4f,place %d\n" % (*place(), i) for i in range(200000))
+        with tempfile.TemporaryDirectory() as directory:
+            for option, text in (("--overlay", rings), ("--points", names)):
+                with self.subTest(option=option):
+                    own = pathlib.Path(directory) / "own.txt"
+                    own.write_text(text)
+                    command = [PROGRAM, "map", "--proj", "Robinson", option, str(own), "-o", os.devnull]
+                    _, status, used = os.wait4(os.posix_spawn(PROGRAM, command, os.environ), 0)
+                    self.assertEqual(status, 0)
+                    self.assertLess(used.ru_utime, 60)  # seconds; two without sanitizers, minutes when every pair was looked at
+
+    @unittest.skipUnless(hasattr(os, "mkfifo"), "no named pipes")
+    def test_a_pipe_is_opened_once(self):
+        """Its only writer has gone when it is opened again."""
+        texts = {"--overlay": ("pipe.json", '{"type":"Point","coordinates":[13,52]}'), "--land": ("pipe.txt", "ring 3\n0 0\n9 0\n9 9\n"),
+                 "--points": ("pipe.csv", "lon,lat,name\n13,52,Berlin\n")}
+        with tempfile.TemporaryDirectory() as directory:
+            for option, (name, text) in texts.items():
+                pipe = pathlib.Path(directory) / name
+                os.mkfifo(pipe)
+                with subprocess.Popen([PROGRAM, "map", "--proj", "Robinson", option, str(pipe), "-o", os.devnull]) as process:
+                    pipe.write_text(text)
+                    try:
+                        self.assertEqual(process.wait(timeout=60), 0, option)
+                    finally:
+                        process.kill()
+
     def check_paint(self, name, picture, maps, here, points, centre):
         scale, x0, y0 = frame(picture)
         seen = 0

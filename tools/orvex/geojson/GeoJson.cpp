@@ -5,7 +5,6 @@
 #include <atomic>
 #include <cfloat>
 #include <cmath>
-#include <cstdio>
 #include <future>
 #include <iostream>
 #include <system_error>
@@ -217,15 +216,6 @@ class Walker {
   std::vector<std::string> m_complaints;
 };
 
-std::string ReadAll(const std::string& file) {
-  const FileHandle input = OpenInput(file);
-  std::string text;
-  char block[1 << 16];
-  for (std::size_t count; (count = std::fread(block, 1, sizeof block, input.get())) > 0;) text.append(block, count);
-  if (std::ferror(input.get()) != 0) throw Failure("cannot read the input to its end");
-  return text;
-}
-
 /// The text as it is written: a collection with a line for each of its features.
 std::string Dump(const Json& root) {
   if (root["type"] != "FeatureCollection") return root.dump() + "\n";
@@ -327,9 +317,9 @@ int ConvertGeoJson(const TableOptions& options, Kind from, Kind to, const Conver
   RefuseSameFile(options.file, options.output);
   const int usual = to == Kind::Geographic ? kDegreeDecimals : kLengthDecimals;
   Walker walker(options.format.decimals < 0 ? usual : options.format.decimals);
+  const std::string text = ReadAll(options.file);
   Json root;
   try {
-    const std::string text = ReadAll(options.file);
     RefuseDeepNesting(text);
     root = Json::parse(text);
     walker.Gather(root);

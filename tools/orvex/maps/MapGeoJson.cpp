@@ -2,8 +2,6 @@
 #include "maps/MapGeoJson.h"
 
 #include <cmath>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 #include <nlohmann/json.hpp>
@@ -27,11 +25,9 @@ class GeoJsonReader {
   explicit GeoJsonReader(const std::string& file) : m_file(file) {}
 
   Shapes Read() {
-    std::ifstream in;
-    OpenInput(m_file, in);
+    const std::string text = ReadAll(m_file);
     Json json;
     try {
-      const std::string text((std::istreambuf_iterator<char>(in)), {});
       RefuseDeepNesting(text);
       json = Json::parse(text);
     } catch (const Json::exception& e) {

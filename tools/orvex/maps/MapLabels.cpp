@@ -21,6 +21,21 @@ double DistanceToChord(const Spot& p, const Spot& a, const Spot& b) {
   return Length(p.x - a.x - t * dx, p.y - a.y - t * dy);
 }
 
+/// Whether something holds for the cells of a grid that a box meets; asks no further where it does not.
+template <class Test>
+bool AllCells(const TextBox& box, Test test) {
+  constexpr double kCell = 500, kFarthest = 1e6;  // tenths of a pixel; cells
+  const auto cell = [=](double at) {
+    return static_cast<std::int64_t>(std::clamp(std::floor(at / kCell), -kFarthest, kFarthest));
+  };
+  for (std::int64_t x = cell(box.left); x <= cell(box.right); ++x) {
+    for (std::int64_t y = cell(box.top); y <= cell(box.bottom); ++y) {
+      if (!test((x << 32) + y)) return false;
+    }
+  }
+  return true;
+}
+
 bool IsInside(const Spot& p, const std::vector<Polyline>& frame) {
   bool odd = false;
   for (const Polyline& piece : frame) {
@@ -206,7 +221,18 @@ void AddLabel(MapSvg& svg, const Label& label, const LabelStyle& style) {
 }
 
 bool LabelBoard::Free(const TextBox& box) const {
-  return std::none_of(m_boxes.begin(), m_boxes.end(), [&](const TextBox& taken) { return taken.Meets(box); });
+  return AllCells(box, [&](std::int64_t key) {
+    const auto cell = m_cells.find(key);
+    return cell == m_cells.end() || std::none_of(cell->second.begin(), cell->second.end(),
+                                                 [&](const TextBox& taken) { return taken.Meets(box); });
+  });
+}
+
+void LabelBoard::Take(const TextBox& box) {
+  AllCells(box, [&](std::int64_t key) {
+    m_cells[key].push_back(box);
+    return true;
+  });
 }
 
 std::vector<Label> GraticuleLabels(const std::vector<GridLine>& lines, const std::vector<Polyline>& frame,

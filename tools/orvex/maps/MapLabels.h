@@ -1,7 +1,9 @@
 // MapLabels - texts on the map: where they find room, and those of meridians and parallels.
 #pragma once
 
+#include <cstdint>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "maps/MapPainter.h"
@@ -54,10 +56,10 @@ void AddLabel(MapSvg& svg, const Label& label, const LabelStyle& style);
 class LabelBoard {
  public:
   bool Free(const TextBox& box) const;
-  void Take(const TextBox& box) { m_boxes.push_back(box); }
+  void Take(const TextBox& box);
 
  private:
-  std::vector<TextBox> m_boxes;
+  std::unordered_map<std::int64_t, std::vector<TextBox>> m_cells;  ///< of a grid, each with the boxes that meet it
 };
 
 /// One meridian or parallel as it is drawn.

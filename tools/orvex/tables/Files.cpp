@@ -45,6 +45,11 @@ void Forget() {
   g_unfinished[0] = '\0';
 }
 
+void RefuseDirectory(const std::string& file) {
+  std::error_code ignored;
+  if (fs::is_directory(file, ignored)) throw Failure(file + " is a directory");
+}
+
 }  // namespace
 
 std::string DisplayName(const std::string& file) {
@@ -61,17 +66,26 @@ void FileCloser::operator()(std::FILE* file) const {
 
 FileHandle OpenInput(const std::string& file) {
   if (file == "-") return FileHandle(stdin);
-  std::error_code ignored;
-  if (fs::is_directory(file, ignored)) throw Failure(file + " is a directory");
+  RefuseDirectory(file);
   FileHandle handle(std::fopen(file.c_str(), "rb"));
   if (!handle) throw Failure(WithReason("cannot open " + file, errno));
   return handle;
 }
 
 void OpenInput(const std::string& file, std::ifstream& stream) {
-  OpenInput(file);
-  stream.open(file, std::ios::binary);
-  if (!stream) throw Failure("cannot open " + file);
+  RefuseDirectory(file);
+  errno = 0;
+  stream.open(file, std::ios::binary);  // once: a pipe may have one writer only
+  if (!stream) throw Failure(WithReason("cannot open " + file, errno));
+}
+
+std::string ReadAll(const std::string& file) {
+  const FileHandle input = OpenInput(file);
+  std::string text;
+  char block[1 << 16];
+  for (std::size_t count; (count = std::fread(block, 1, sizeof block, input.get())) > 0;) text.append(block, count);
+  if (std::ferror(input.get()) != 0) throw Failure("cannot read " + DisplayName(file) + " to its end");
+  return text;
 }
 
 void RequireEnd(const std::string& file, const std::istream& stream) {

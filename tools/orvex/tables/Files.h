@@ -24,6 +24,9 @@ using FileHandle = std::unique_ptr<std::FILE, FileCloser>;
 FileHandle OpenInput(const std::string& file);
 void OpenInput(const std::string& file, std::ifstream& stream);
 
+/// The whole text of a file ("-": standard input).
+std::string ReadAll(const std::string& file);
+
 /// Throws Failure when a file ("-": standard input) was not read to its end, although its stream has ended.
 void RequireEnd(const std::string& file, const std::istream& stream);
 
