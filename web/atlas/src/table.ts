@@ -76,6 +76,7 @@ const columnNames = [
   [/^(x|easting|east|e)(?![a-z])/i, /^(y|northing|north|n)(?![a-z])/i],
 ] as const;
 const decimalCommas = /^\s*[+-]?\d+,\d+\s*$/;
+const mayPartThousands = /^\s*[+-]?[1-9]\d{0,2},\d{3}\s*$/;
 const decimalPoints = /^\s*[+-]?\d+\.\d+\s*$/;
 
 function isComment(row: readonly string[]): boolean {
@@ -130,10 +131,16 @@ class TableSource implements Source {
   private coordinate(text: string | undefined, axis?: Axis): number {
     if (!text) return NaN;
     try {
-      return degreesOf(this.orvex.angle, this.decimalComma ? text.replace(",", ".") : text, axis);
+      return degreesOf(this.orvex.angle, this.withPoint(text, axis === undefined), axis);
     } catch {
       return NaN;
     }
+  }
+
+  /** A comma between commas stood within quotes: it is the decimal one, but for lengths of which it may part the thousands. */
+  private withPoint(text: string, isLength: boolean): string {
+    const within = this.delimiter === "," && /^[^,.]*\d,\d[^,.]*$/.test(text) && !(isLength && mayPartThousands.test(text));
+    return this.decimalComma || within ? text.replace(",", ".") : text;
   }
 
   summary(columns = this.headed ? guess(this.header) : ([0, 1] as const)): Summary {
