@@ -532,6 +532,16 @@ class Tables(ToolTest):
         self.refused(*utm, "--order", "lat,lon", "--x", "1", says="--x and --y")
         self.refused(*utm, "--order", "latlon", says="--order is")
 
+    def test_doubled_quotes_within_quotes(self):
+        for field in ['"x ""y"", z"', '"5"" pipe"', '""""', '""', '"a "" b, c"', '"""a"", ""b"""', 'in 5" of', ' "a, b" ']:
+            row = "%s,11.5,48.1\n" % field
+            self.assertEqual(run("project", "--utm", "32N", text="name,lon,lat\n" + row)[:2], (OK, "name,x,y\n%s,%s\n" % (field, self.A)), field)
+            self.assertEqual(run("project", "--utm", "32N", "--x", "2", "--y", "3", text=row)[:2], (OK, "%s,%s\n" % (field, self.A)), field)
+        self.assertIn("a quote is not closed", run("project", "--utm", "32N", text='lon,lat,n\n11.5,48.1,"a""\n')[2])
+        # delimiters within quotes are none
+        self.assertEqual(run("project", "--utm", "32N", "--x", "2", "--y", "3", text='"a ""b"", c, d";11.5;48.1\n')[1],
+                         '"a ""b"", c, d";%s\n' % self.A.replace(",", ";"))
+
     def test_decimal_commas_when_asked_for(self):
         a = [number.replace(".", ",") for number in self.A.split(",")]
         utm = ["project", "--utm", "32N", "--decimal-comma"]

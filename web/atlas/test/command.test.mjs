@@ -2,16 +2,14 @@
 // release or demo build; ORVEX_TOOL names another one.
 import assert from "node:assert/strict";
 import { execFileSync } from "node:child_process";
-import { existsSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from "node:fs";
+import { mkdtempSync, readFileSync, rmSync, writeFileSync } from "node:fs";
 import { tmpdir } from "node:os";
 import { join } from "node:path";
 import { after, before, describe, test } from "node:test";
-import { fileURLToPath } from "node:url";
 
 import { drop, settled, Site } from "./page.mjs";
+import { tool } from "./source.mjs";
 
-const places = ["release", "demo"].map((preset) => fileURLToPath(new URL(`../../../build/${preset}/bin/orvex`, import.meta.url)));
-const tool = process.env.ORVEX_TOOL ?? places.find(existsSync);
 const projections = JSON.parse(readFileSync(new URL("../src/projections.json", import.meta.url), "utf8"));
 
 const own = [

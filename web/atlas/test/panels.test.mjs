@@ -197,10 +197,11 @@ describe("tables", () => {
       ["odd.json", '{"type":"Point","coordinates":["a",2]}', /coordinates of a Point are damaged/],
       ["other.json", '{"type":"Topology"}', /unknown type "Topology"/],
       ["empty.csv", "\n\n", /empty\.csv is empty/], ["one.csv", "alone\n1\n", /no two columns/],
-      ["bytes.csv", Uint8Array.from([1, 0, 2, 0]), /is not a text/],
+      ["bytes.csv", Uint8Array.from([1, 0, 2, 0]), /is not a text/], ["folder", undefined, /folder cannot be read/],
     ];
     for (const [name, content, message] of bad) {
-      await drop(page, "#page-table .drop", name, content);
+      if (content === undefined) await page.evaluate(() => (File.prototype.text = () => Promise.reject(new DOMException("a directory", "NotFoundError"))));
+      await drop(page, "#page-table .drop", name, content ?? "");
       await page.waitForFunction((source) => new RegExp(source).test(document.querySelector("#page-table .note").textContent), message.source);
       assert.equal(await page.locator(".preview").textContent(), shown);
     }

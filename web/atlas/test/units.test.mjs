@@ -2,17 +2,9 @@
 import assert from "node:assert/strict";
 import { readFileSync } from "node:fs";
 import { test } from "node:test";
-import { fileURLToPath } from "node:url";
-
-import * as esbuild from "esbuild";
 
 import { outlines, readBlocks } from "../outlines.mjs";
-
-/** A source of the page as a module of Node. */
-async function source(name) {
-  const { outputFiles } = await esbuild.build({ entryPoints: [fileURLToPath(new URL(`../src/${name}.ts`, import.meta.url))], bundle: true, format: "esm", write: false });
-  return import(`data:text/javascript;base64,${Buffer.from(outputFiles[0].contents).toString("base64")}`);
-}
+import { source } from "./source.mjs";
 
 const [state, view, land, catalogue, format] = await Promise.all(["state", "view", "outlines", "catalogue", "format"].map(source));
 const known = { parameter: (slug, key) => ["lat1", "lat2", "lon0", "zone", "south"].includes(key), datum: (name) => name !== "Nowhere" };
