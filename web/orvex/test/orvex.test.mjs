@@ -96,6 +96,31 @@ describe("projections", () => {
     }
     assert.throws(() => orvex.utm(61), refusal(/not a UTM zone/, null, "zone"));
   });
+  test("take each of their parameters, and tell it again", () => {
+    const values = { number: 0.75, length: 1234.5, flag: true, ellipsoid: "Clarke 1866", zone: "Texas Central" };
+    const own = { alpha: 30, lat0: 12.5, lat1: 50, lat2: 41, lat3: -10, lon0: 30, lon1: -35, lon2: 40, lon3: 17 };
+    const zones = { 9: "Texas South", 10: "Alaska 1" };
+    for (const info of drawable) {
+      for (const { key, control } of info.parameters) {
+        const value = own[key] ?? (control === "zone" ? zones[info.id] : values[control]);
+        const start = key === "usealpha" ? { ...info.example, alpha: 30 } : info.example;
+        const told = orvex.projection(info.id, { ...start, [key]: value }).parameters;
+        const wanted = { ellipsoid: () => orvex.ellipsoids.find(({ name }) => name === value).id, zone: () => orvex.stateZones(info.id === 9 ? 1927 : 1983).find(({ name }) => name === value).id }[control]?.() ?? value;
+        assert.equal(told[key], wanted, `${info.name} ${key}`);
+        const plain = orvex.projection(info.id, start).parameters;
+        const others = Object.keys(told).filter((each) => each !== key && !(key === "south" && each === "y0") && !/^(ellipsoid|radius|flattening|zone)$/.test(each));
+        assert.deepEqual(others.map((each) => told[each]), others.map((each) => plain[each]), `${info.name}: nothing else changes with ${key}`);
+      }
+      assert.equal(orvex.projection(info.id, { ...info.example, wrap: true }).parameters.wrap, true);
+    }
+    const { radius, flattening, ellipsoid } = orvex.projection("Mercator", { radius: 6371000, flattening: 0.001 }).parameters;
+    assert.deepEqual([radius, flattening, ellipsoid], [6371000, 0.001, 0]);
+    assert.deepEqual(orvex.projection("Mercator", { ellipsoid: { radius: 6371000 } }).parameters.flattening, 0);
+    assert.equal(orvex.utm(33, true).parameters.y0, 1e7);
+    assert.throws(() => orvex.projection("Mercator", { radius: 1, ellipsoid: "WGS 84" }), refusal(/leave one out/, null, "ellipsoid"));
+    assert.throws(() => orvex.projection("Mercator", { flattening: 0.1 }), refusal(/needs radius/, null, "flattening"));
+    assert.throws(() => orvex.utm(33, false, { x0: 1 }), refusal(/does not use x0/, null, "x0"));
+  });
   test("cut shapes to their domain", () => {
     const view = orvex.projection("Orthographic", { lon0: 0, lat0: 0 });
     const [line] = view.clip(Array.from({ length: 121 }, (_, i) => [i, 10]).flat());
@@ -286,6 +311,9 @@ describe("angle text", () => {
     const { format, parse } = orvex.angle;
     assert.equal(format(-97.755, { axis: "lon" }), "97d45'18.0000\"W");
     assert.equal(format(-12.5, { fields: "dm", decimals: 1, pad: true }), "-12d30.0'");
+    assert.equal(format(7.505, { axis: "lat", fields: "dm", decimals: 2, blanks: true }), "7d 30.30' N");
+    assert.equal(format(7.5, { separators: ":::", decimals: 0 }), "7:30:0:");
+    near(parse("13 24.6", " "), 13.41, 1e-14);
     near(parse("30d30'15.5\" S"), -(30 + 30 / 60 + 15.5 / 3600), 1e-14);
     near(parse("13°24′36″"), 13.41, 1e-14);
     assert.throws(() => parse("north"), refusal(/is not an angle/));
