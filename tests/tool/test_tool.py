@@ -235,7 +235,8 @@ class CommandLine(ToolTest):
             for option in options:
                 self.refused(command, option, "", says="needs a value, not an empty one")
                 self.refused(command, option + "=", "1", "2", says=": needs a value, not an empty one")  # the next one is not taken
-        self.refused("project", "--utm", "33N", "--quiet=", says="--quiet: needs a value")
+        self.refused("project", "--utm", "33N", "--quiet=", says="--quiet= has an empty value")
+        self.refused("project", "--mgrs=", says="--mgrs= has an empty value")
         title = self.file("title.svg")  # may be empty
         self.assertEqual(run("map", "--proj", "robinson", "--title=", "-o", title)[0], OK)
         # other arguments that end in an equals sign

@@ -49,12 +49,10 @@ bool TakesValue(const CLI::Option& option) {
   return option.get_items_expected_max() > 0;
 }
 
-constexpr const char* kEmptyValue = "needs a value, not an empty one";
-
 /// An empty value is most often a variable of a script that was never set: it must not pass for an option that was not
 /// given. Only a title may be empty.
 void RefuseEmptyValues(CLI::App& app) {
-  const auto notEmpty = [](const std::string& value) { return value.empty() ? kEmptyValue : ""; };
+  const auto notEmpty = [](const std::string& value) { return value.empty() ? "needs a value, not an empty one" : ""; };
   for (CLI::Option* option : app.get_options()) {
     if (TakesValue(*option) && !option->get_positional() && !option->check_lname("title")) {
       option->check(CLI::Validator(notEmpty, ""));
@@ -83,7 +81,8 @@ std::vector<std::string> WithEmptyValues(const CLI::App& app, const std::vector<
       if (const CLI::App* const next = FindCommand(*command, *argument)) command = next;
       result.push_back(*argument);
     } else if (isEmpty) {
-      if (!TakesValue(*option)) throw orvex::tool::Failure(name + ": " + kEmptyValue);
+      if (!TakesValue(*option))
+        throw orvex::tool::Failure(*argument + " has an empty value; leave the equals sign out");
       result.insert(result.end(), {name, ""});
     } else {
       result.push_back(*argument);
