@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -22,9 +23,9 @@ void OnProcessEvent(void* instance, unsigned reason);
 /// An environment variable; null when it is not set, and for a program with more rights than whoever started it.
 const char* Environment(const char* name);
 
-/// Has `before` called ahead of every fork of the process and `after` behind it, in both processes, as long as the
-/// library is loaded. Nothing where processes do not fork.
-void AtFork(void (*before)(), void (*after)());
+/// Has `before` called ahead of every fork of the process and behind it one of the others, each in its process, as long
+/// as the library is loaded. Nothing where processes do not fork.
+void AtFork(void (*before)(), void (*inParent)(), void (*inChild)());
 
 // ---- files ----
 
@@ -79,11 +80,11 @@ class ProfileLock {
   ProfileLock(const ProfileLock&) = delete;
   ProfileLock& operator=(const ProfileLock&) = delete;
 
-  bool IsHeld() const { return m_held; }
+  bool IsHeld() const { return m_holder != nullptr; }
 
  private:
-  std::intptr_t m_lock = -1;
-  bool m_held = false;
+  class Holder;
+  std::unique_ptr<Holder> m_holder;
 };
 
 /// What tells one state of a file from every later one.

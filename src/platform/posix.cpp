@@ -53,9 +53,10 @@ const char* Environment(const char* name) {
 #endif
 }
 
-void AtFork([[maybe_unused]] void (*before)(), [[maybe_unused]] void (*after)()) {
+void AtFork([[maybe_unused]] void (*before)(), [[maybe_unused]] void (*inParent)(),
+            [[maybe_unused]] void (*inChild)()) {
 #if !defined(__wasm__)
-  pthread_atfork(before, after, after);
+  pthread_atfork(before, inParent, inChild);
 #endif
 }
 

@@ -10,6 +10,7 @@
 #include <chrono>
 #include <csignal>
 #include <limits>
+#include <mutex>
 #include <thread>
 #include <utility>
 
@@ -49,21 +50,6 @@ class NoSizeSignal {
 
 std::int64_t Nanoseconds(const timespec& time) {
   return std::int64_t{time.tv_sec} * 1'000'000'000 + time.tv_nsec;
-}
-
-enum class Locked { Yes, No, Impossible };
-
-// A lock on an open file, which belongs to the descriptor: other threads wait for it as other processes do.
-Locked Lock(const Descriptor& file) {
-  constexpr std::chrono::seconds kPatience(10);
-  constexpr std::chrono::milliseconds kPause(1);
-  const auto end = std::chrono::steady_clock::now() + kPatience;
-  while (flock(file.Value(), LOCK_EX | LOCK_NB) != 0) {
-    if (errno == EBADF || errno == EINVAL || errno == EOPNOTSUPP || errno == ENOSYS) return Locked::Impossible;
-    if ((errno != EWOULDBLOCK && errno != EINTR) || std::chrono::steady_clock::now() >= end) return Locked::No;
-    std::this_thread::sleep_for(kPause);
-  }
-  return Locked::Yes;
 }
 
 }  // namespace
@@ -110,10 +96,14 @@ std::filesystem::path FollowLinks(std::filesystem::path path) {
   std::error_code error;
   for (int i = 0; i < kMostLinks; ++i) {
     const std::filesystem::path target = read_symlink(path, error);
-    if (error) break;  // no link
+    if (error == std::errc::invalid_argument || error == std::errc::no_such_file_or_directory ||
+        error == std::errc::not_a_directory) {
+      return path;  // no link
+    }
+    if (error) return {};
     path = target.is_absolute() ? target : path.parent_path() / target;
   }
-  return path;
+  return {};
 }
 
 Descriptor OpenDirectory(const std::filesystem::path& directory) {
@@ -172,30 +162,132 @@ std::optional<std::size_t> InputFile::ReadAt(std::uint64_t position, void* bytes
 
 // ---- files that are changed ----
 
+namespace {
+
+enum class Locked { Yes, No, Impossible };
+
+// A lock on an open file, which belongs to the descriptor: other threads wait for it as other processes do.
+Locked Lock(const Descriptor& file) {
+  constexpr std::chrono::seconds kPatience(10);
+  constexpr std::chrono::milliseconds kPause(1);
+  const auto end = std::chrono::steady_clock::now() + kPatience;
+  while (flock(file.Value(), LOCK_EX | LOCK_NB) != 0) {
+    if (errno == EBADF || errno == EINVAL || errno == EOPNOTSUPP || errno == ENOSYS) return Locked::Impossible;
+    if ((errno != EWOULDBLOCK && errno != EINTR) || std::chrono::steady_clock::now() >= end) return Locked::No;
+    std::this_thread::sleep_for(kPause);
+  }
+  return Locked::Yes;
+}
+
+// The open files of all locks. A fork copies their descriptors, and a lock lasts as long as one copy is open: the child
+// closes its own, so that the lock ends with what the parent does. Files are opened with the list held, lest a child
+// gets one that is not in the list yet.
+std::mutex g_lockFiles;
+class LockFile;
+LockFile* g_firstLockFile = nullptr;
+
+class LockFile {
+ public:
+  LockFile() noexcept {
+    const std::lock_guard guard(g_lockFiles);
+    m_next = g_firstLockFile;
+    g_firstLockFile = this;
+  }
+  ~LockFile() {
+    const std::lock_guard guard(g_lockFiles);
+    LockFile** link = &g_firstLockFile;
+    while (*link != nullptr && *link != this) link = &(*link)->m_next;
+    if (*link != nullptr) *link = m_next;
+    m_file.Close();
+  }
+  LockFile(const LockFile&) = delete;
+  LockFile& operator=(const LockFile&) = delete;
+
+  /// Opens the file by a function that answers a Descriptor.
+  template <typename Open>
+  const Descriptor& From(Open open) {
+    const std::lock_guard guard(g_lockFiles);
+    return m_file = open();
+  }
+
+  const Descriptor& Get() const { return m_file; }
+
+  static void CloseAll() {
+    for (LockFile* file = g_firstLockFile; file != nullptr; file = file->m_next) file->m_file.Close();
+    g_firstLockFile = nullptr;
+  }
+
+ private:
+  Descriptor m_file{-1};
+  LockFile* m_next;
+};
+
+void HoldLockFiles() {
+  g_lockFiles.lock();
+}
+void ReleaseLockFiles() {
+  g_lockFiles.unlock();
+}
+void LeaveLockFiles() {
+  LockFile::CloseAll();
+  ReleaseLockFiles();
+}
+[[maybe_unused]] const bool g_atFork = (AtFork(HoldLockFiles, ReleaseLockFiles, LeaveLockFiles), true);
+
+// Only where everybody who may change what is in a directory may open it too, as a lock on it takes.
+Locked LockDirectory(const Descriptor& directory) {
+  if (!directory.IsOpen()) return errno == EACCES ? Locked::Impossible : Locked::No;
+  constexpr mode_t kWrite = 0222;
+  struct stat status {};
+  if (fstat(directory.Value(), &status) != 0) return Locked::No;
+  const bool isOpenToWriters = ((status.st_mode & kWrite) << 1 & ~status.st_mode) == 0;
+  return isOpenToWriters ? Lock(directory) : Locked::Impossible;
+}
+
+// A file that stays beside another; whoever may not write it may lock it all the same.
+Descriptor OpenBeside(const std::string& name) {
+  Descriptor file = OpenRegular(name.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW, 0666);
+  if (file.IsOpen() || errno != EACCES) return file;
+  return OpenRegular(name.c_str(), O_RDONLY | O_NOFOLLOW);
+}
+
+}  // namespace
+
 // The directory is what is locked: the file itself is replaced by every save. Where the file system locks no
-// directories, as NFS, it is a file that stays beside the other.
+// directories, as NFS, or not everybody who saves can open the directory, it is a file that stays beside the other.
+class ProfileLock::Holder {
+ public:
+  explicit Holder(const std::filesystem::path& target) {
+    m_locked = LockDirectory(m_file.From([&] { return OpenDirectory(target.parent_path()); }));
+    if (m_locked != Locked::Impossible) return;
+    const std::string name = target.string() + ".lock";
+    const Descriptor& beside = m_file.From([&] { return OpenBeside(name); });
+    if (beside.IsOpen()) m_locked = Lock(beside);
+  }
+  ~Holder() {
+    // A child in the making may still have the descriptor.
+    if (IsHeld()) flock(m_file.Get().Value(), LOCK_UN);
+  }
+  Holder(const Holder&) = delete;
+  Holder& operator=(const Holder&) = delete;
+
+  bool IsHeld() const { return m_locked == Locked::Yes; }
+
+ private:
+  LockFile m_file;
+  Locked m_locked;
+};
+
 ProfileLock::ProfileLock(const char* fileName) try {
   const std::filesystem::path target = FollowLinks(fileName);
-  Descriptor lock = OpenDirectory(target.parent_path());
-  if (!lock.IsOpen()) return;
-  Locked locked = Lock(lock);
-  if (locked == Locked::Impossible) {
-    const std::string beside = target.string() + ".lock";
-    lock = OpenRegular(beside.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW, 0666);
-    if (lock.IsOpen()) locked = Lock(lock);
-  }
-  m_held = locked == Locked::Yes;
-  if (m_held) m_lock = lock.Release();
+  if (target.empty()) return;
+  auto holder = std::make_unique<Holder>(target);
+  if (holder->IsHeld()) m_holder = std::move(holder);
 } catch (const std::exception&) {
   // no memory for the path: not held
 }
 
-ProfileLock::~ProfileLock() {
-  if (!m_held) return;
-  const int file = static_cast<int>(m_lock);
-  flock(file, LOCK_UN);  // a child process made meanwhile may hold the descriptor as well
-  close(file);
-}
+ProfileLock::~ProfileLock() = default;
 
 std::optional<FileState> SettledState(const char* fileName) {
   constexpr std::int64_t kTick = 2'000'000'000;  // the coarsest clock of a file system, FAT's

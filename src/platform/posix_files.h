@@ -32,7 +32,8 @@ Descriptor OpenRegular(const char* name, int flags, mode_t mode = 0);
 /// Writes all of a text. A limit on the size of files makes it fail, where the system would otherwise end the process.
 bool WriteAll(int file, std::string_view text);
 
-/// The file that a chain of symbolic links ends at, whether it exists or not.
+/// The file that a chain of symbolic links ends at, whether it exists or not; empty when that cannot be told, or the
+/// chain is without end.
 std::filesystem::path FollowLinks(std::filesystem::path path);
 
 /// -1 when it cannot be opened.

@@ -124,7 +124,7 @@ bool ReplaceFile(const std::filesystem::path& target, std::string_view text, con
   if (!done) {
     unlink(name.c_str());
   } else if (directory.IsOpen()) {
-    fsync(directory.Value());
+    fsync(directory.Value());  // when this fails, the file is stored all the same
   }
   return done;
 }
@@ -158,6 +158,7 @@ std::optional<std::size_t> ReadProfileSection(const char* fileName, const char* 
 bool WriteProfileSection(const char* fileName, const char* section, const char* entries) {
   if (fileName == nullptr || section == nullptr || entries == nullptr) return false;
   const std::filesystem::path target = FollowLinks(fileName);
+  if (target.empty()) return false;
   std::string text;
   std::optional<struct stat> old;
   if (!ReadFile(target.c_str(), text, old)) return false;

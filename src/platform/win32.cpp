@@ -12,7 +12,7 @@ const char* Environment(const char* name) {
   return std::getenv(name);
 }
 
-void AtFork(void (*)(), void (*)()) {}
+void AtFork(void (*)(), void (*)(), void (*)()) {}
 
 std::string ExecutableDirectory() {
   constexpr std::size_t kLongestPath = 32768;  // of any path, its terminator included

@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <exception>
+#include <utility>
 
 #include "platform/Platform.h"
 #include "platform/win32_profile.h"
@@ -96,37 +97,49 @@ std::optional<std::size_t> InputFile::ReadAt(std::uint64_t position, void* bytes
 
 // ---- files that are changed ----
 
-// A mutex of the whole system, named after the directory, which has one identity however it is spelt.
+// A mutex of the whole system.
+class ProfileLock::Holder {
+ public:
+  explicit Holder(const char* name) {
+    constexpr DWORD kPatience = 10000;  // milliseconds
+    SECURITY_DESCRIPTOR everybody;      // programs of other users wait as well
+    InitializeSecurityDescriptor(&everybody, SECURITY_DESCRIPTOR_REVISION);
+    SetSecurityDescriptorDacl(&everybody, TRUE, nullptr, FALSE);
+    SECURITY_ATTRIBUTES attributes{sizeof attributes, &everybody, FALSE};
+    m_mutex = CreateMutexA(&attributes, FALSE, name);
+    if (m_mutex == nullptr) return;
+    const DWORD answer = WaitForSingleObject(m_mutex, kPatience);
+    m_held = answer == WAIT_OBJECT_0 || answer == WAIT_ABANDONED;  // a program that ended left nothing half done
+  }
+  ~Holder() {
+    if (m_held) ReleaseMutex(m_mutex);
+    if (m_mutex != nullptr) CloseHandle(m_mutex);
+  }
+  Holder(const Holder&) = delete;
+  Holder& operator=(const Holder&) = delete;
+
+  bool IsHeld() const { return m_held; }
+
+ private:
+  HANDLE m_mutex;
+  bool m_held = false;
+};
+
+// The mutex is named after the directory, which has one identity however it is spelt.
 ProfileLock::ProfileLock(const char* fileName) try {
-  constexpr DWORD kPatience = 10000;  // milliseconds
   const std::string name = FullProfileName(fileName);
   BY_HANDLE_FILE_INFORMATION directory;
   if (!Inspect(name.substr(0, name.find_last_of("\\/:") + 1), directory)) return;
   char mutexName[80];
   std::snprintf(mutexName, sizeof mutexName, "Global\\Orvex-%08lx-%08lx%08lx", directory.dwVolumeSerialNumber,
                 directory.nFileIndexHigh, directory.nFileIndexLow);
-  SECURITY_DESCRIPTOR everybody;  // programs of other users wait as well
-  InitializeSecurityDescriptor(&everybody, SECURITY_DESCRIPTOR_REVISION);
-  SetSecurityDescriptorDacl(&everybody, TRUE, nullptr, FALSE);
-  SECURITY_ATTRIBUTES attributes{sizeof attributes, &everybody, FALSE};
-  const HANDLE mutex = CreateMutexA(&attributes, FALSE, mutexName);
-  if (mutex == nullptr) return;
-  const DWORD answer = WaitForSingleObject(mutex, kPatience);
-  m_held = answer == WAIT_OBJECT_0 || answer == WAIT_ABANDONED;  // a program that ended left nothing half done
-  if (m_held) {
-    m_lock = reinterpret_cast<std::intptr_t>(mutex);
-  } else {
-    CloseHandle(mutex);
-  }
+  auto holder = std::make_unique<Holder>(mutexName);
+  if (holder->IsHeld()) m_holder = std::move(holder);
 } catch (const std::exception&) {
   // no memory for the name: not held
 }
 
-ProfileLock::~ProfileLock() {
-  if (!m_held) return;
-  ReleaseMutex(HandleOf(m_lock));
-  CloseHandle(HandleOf(m_lock));
-}
+ProfileLock::~ProfileLock() = default;
 
 std::optional<FileState> SettledState(const char* fileName) {
   constexpr std::int64_t kTick = 20'000'000;  // 2 s: the coarsest clock of a file system, FAT's

@@ -1,5 +1,5 @@
-// win32_profile - INI files on Windows: where they are, and the reading of sections with the system's call as a
-// parameter.
+// win32_profile - INI files on Windows: where they are, and the reading and writing of sections with the system's call
+// as a parameter.
 #pragma once
 
 #include <windows.h>
@@ -15,6 +15,12 @@ std::string FullProfileName(const char* fileName);
 
 /// GetPrivateProfileSectionA or what stands in for it.
 using SectionCall = DWORD(WINAPI*)(LPCSTR section, LPSTR buffer, DWORD capacity, LPCSTR fileName);
+
+/// WritePrivateProfileSectionA or what stands in for it.
+using SectionWriter = BOOL(WINAPI*)(LPCSTR section, LPCSTR entries, LPCSTR fileName);
+
+/// WriteProfileSection by that call.
+bool WriteProfileSectionBy(SectionWriter call, const char* fileName, const char* section, const char* entries);
 
 /// ReadProfileSection by that call.
 std::optional<std::size_t> ReadProfileSectionBy(SectionCall call, const char* fileName, const char* section,

@@ -2,8 +2,9 @@
 #include "points/Levels.h"
 
 #include <atomic>
-#include <cstdlib>
 #include <cstring>
+
+#include "platform/Platform.h"
 
 namespace orvex::detail {
 
@@ -27,7 +28,7 @@ Level Highest() noexcept {
 }
 
 Level Wanted() noexcept {
-  const char* name = std::getenv("ORVEX_LEVEL");
+  const char* name = platform::Environment("ORVEX_LEVEL");
   for (int i = 0; name != nullptr && i < 3; ++i) {
     if (std::strcmp(name, kNames[i]) == 0) return static_cast<Level>(i);
   }

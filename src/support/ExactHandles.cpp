@@ -69,7 +69,7 @@ void HoldChains() {
 void ReleaseChains() {
   for (std::mutex& lock : locks) lock.unlock();
 }
-[[maybe_unused]] const bool atFork = (platform::AtFork(HoldChains, ReleaseChains), true);
+[[maybe_unused]] const bool atFork = (platform::AtFork(HoldChains, ReleaseChains, ReleaseChains), true);
 
 }  // namespace
 

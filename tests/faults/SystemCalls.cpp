@@ -38,6 +38,13 @@ bool Fails(Call call) {
   return true;
 }
 
+void WaitAsTold() {
+  if (const unsigned milliseconds = g_wait) {
+    g_begun = true;
+    usleep(1000 * milliseconds);
+  }
+}
+
 bool ProcIsMissing(const char* path) {
   return std::strncmp(path, "/proc/", 6) == 0 && std::getenv("ORVEX_TEST_WITHOUT_PROC") != nullptr;
 }
@@ -105,15 +112,26 @@ int fstat(int file, struct stat* status) noexcept {
   return Fails(Call::Fstat) ? -1 : fstatat(file, "", status, AT_EMPTY_PATH);
 }
 
+int Stat(const char* path, struct stat* status) noexcept __asm__("stat");
+int Stat(const char* path, struct stat* status) noexcept {
+  return Fails(Call::Any) ? -1 : fstatat(AT_FDCWD, path, status, 0);
+}
+
+int lstat(const char* path, struct stat* status) noexcept {
+  return Fails(Call::Any) ? -1 : fstatat(AT_FDCWD, path, status, AT_SYMLINK_NOFOLLOW);
+}
+
+off_t lseek(int file, off_t offset, int from) noexcept {
+  return Fails(Call::Any) ? -1 : syscall(SYS_lseek, file, offset, from);
+}
+
 ssize_t read(int file, void* bytes, std::size_t count) {
+  WaitAsTold();
   return Fails(Call::Read) ? -1 : syscall(SYS_read, file, bytes, count);
 }
 
 ssize_t pread(int file, void* bytes, std::size_t count, off_t position) {
-  if (const unsigned milliseconds = g_wait) {
-    g_begun = true;
-    usleep(1000 * milliseconds);
-  }
+  WaitAsTold();
   return Fails(Call::Pread) ? -1 : syscall(SYS_pread64, file, bytes, count, position);
 }
 
@@ -127,6 +145,14 @@ int fsync(int file) {
 
 int fchmod(int file, mode_t mode) noexcept {
   return Fails(Call::Any) ? -1 : static_cast<int>(syscall(SYS_fchmod, file, mode));
+}
+
+int fchown(int file, uid_t user, gid_t group) noexcept {
+  return Fails(Call::Any) ? -1 : static_cast<int>(syscall(SYS_fchown, file, user, group));
+}
+
+int faccessat(int directory, const char* path, int mode, int /*flags*/) noexcept {
+  return Fails(Call::Any) ? -1 : static_cast<int>(syscall(SYS_faccessat, directory, path, mode));
 }
 
 int unlink(const char* path) noexcept {
@@ -150,7 +176,7 @@ int Lock(int file, int operation) {
 
 ssize_t readlink(const char* path, char* text, std::size_t size) noexcept {
   if (ProcIsMissing(path)) return NoSuchFile();
-  return syscall(SYS_readlinkat, AT_FDCWD, path, text, size);
+  return Fails(Call::Readlink) ? -1 : syscall(SYS_readlinkat, AT_FDCWD, path, text, size);
 }
 
 int access(const char* path, int mode) noexcept {

@@ -5,7 +5,7 @@
 
 namespace orvex::test {
 
-enum class Call { Any, Open, Fstat, Read, Pread, Write, Fsync, Rename, Flock };
+enum class Call { Any, Open, Fstat, Read, Pread, Write, Fsync, Rename, Flock, Readlink };
 
 /// While it lives, the calls of a kind are counted, and one of them, from 1 on, fails with an error or, for kKill, ends
 /// the process. One at a time.
@@ -22,7 +22,7 @@ class Fault {
   long Calls() const;
 };
 
-/// While it lives, every reading from a position takes that long; answers whether one has begun.
+/// While it lives, every reading takes that long; answers whether one has begun.
 class SlowReads {
  public:
   explicit SlowReads(unsigned milliseconds);

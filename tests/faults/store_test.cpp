@@ -152,6 +152,62 @@ TEST_F(Store, aLockThatCannotBeHadRefuses) {
   EXPECT_FALSE(std::filesystem::exists(m_directory / "elsewhere"));
 }
 
+// A lock on a directory takes the right to read it. Where not everybody who saves has that, all lock a file beside.
+TEST_F(Store, aDirectoryThatCannotBeReadIsNotWhatIsLocked) {
+  {
+    const Fault fault(Call::Open, EACCES);
+    EXPECT_TRUE(Save("Unreadable"));
+    EXPECT_TRUE(fault.Happened());
+  }
+  EXPECT_TRUE(std::filesystem::remove(m_ini + ".lock"));
+  ASSERT_EQ(chmod(m_directory.Path().c_str(), 0733), 0);
+  EXPECT_TRUE(Save("Readable for some"));
+  EXPECT_TRUE(std::filesystem::remove(m_ini + ".lock"));
+  ASSERT_EQ(chmod(m_directory.Path().c_str(), 0755), 0);
+  EXPECT_TRUE(Save("Readable"));
+  EXPECT_EQ(Files(), 1);
+}
+
+// A process that ends within a save leaves its lock to nobody, whatever processes it has started.
+TEST_F(Store, aChildMadeDuringASaveDoesNotHoldTheLock) {
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  const pid_t parent = fork();
+  ASSERT_GE(parent, 0);
+  if (parent == 0) {
+    const SlowReads slow(60'000);
+    std::thread([this] { Save("Lost"); }).detach();
+    while (!slow.Begun()) usleep(1000);
+    const pid_t child = fork();
+    if (child == 0) pause();
+    _exit(write(ends[1], &child, sizeof child) == sizeof child ? 0 : 1);
+  }
+  int status = -1;
+  waitpid(parent, &status, 0);
+  pid_t child = 0;
+  ASSERT_TRUE(status == 0 && read(ends[0], &child, sizeof child) == sizeof child);
+  EXPECT_TRUE(Save("Next"));
+  kill(child, SIGKILL);
+  close(ends[0]);
+  close(ends[1]);
+}
+
+// What cannot be told to be a link is not taken for the file itself, which would replace a link by it.
+TEST_F(Store, aLinkStaysALink) {
+  const std::string link = (m_directory / "link.ini").string();
+  std::filesystem::create_symlink("host.ini", link);
+  const auto save = [&] { return NDatSave(link.c_str(), "New", &m_none); };
+  for (const long which : {1, 2}) {  // for the lock, for the file
+    const Fault fault(Call::Readlink, EIO, which);
+    EXPECT_FALSE(save());
+    EXPECT_TRUE(fault.Happened());
+  }
+  EXPECT_TRUE(save());
+  EXPECT_TRUE(std::filesystem::is_symlink(link) && Exists("New"));
+  std::filesystem::create_symlink("round.ini", m_directory / "round.ini");
+  EXPECT_FALSE(NDatSave((m_directory / "round.ini").c_str(), "New", &m_none));
+}
+
 // A limit on the size of files neither ends the process nor changes what it does with the signal.
 TEST_F(Store, aSizeLimitIsARefusal) {
   const pid_t child = fork();

@@ -198,7 +198,7 @@ TEST_F(Profile, aFileThatCannotBeReadIsNotAnEmptyOne) {
     int error, which;
   } faults[] = {
       {SystemCall::Open, EIO, 1},    {SystemCall::Open, EMFILE, 1}, {SystemCall::Open, ENOMEM, 1},
-      {SystemCall::Open, EACCES, 1}, {SystemCall::Fstat, EIO, 1},   {SystemCall::Read, EIO, 1},
+      {SystemCall::Open, EACCES, 2}, {SystemCall::Fstat, EIO, 1},   {SystemCall::Read, EIO, 1},
       {SystemCall::Read, EIO, 2},    {SystemCall::Open, EMFILE, 2}, {SystemCall::Open, EMFILE, 3},
       {SystemCall::Read, EIO, 3},
   };

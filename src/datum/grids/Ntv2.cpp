@@ -68,7 +68,7 @@ void ReleaseGrids() {
 [[maybe_unused]] const bool g_atFork = [] {
   HoldGrids();  // makes what is locked
   ReleaseGrids();
-  platform::AtFork(HoldGrids, ReleaseGrids);
+  platform::AtFork(HoldGrids, ReleaseGrids, ReleaseGrids);
   return true;
 }();
 

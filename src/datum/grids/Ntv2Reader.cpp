@@ -202,7 +202,7 @@ class FileBuffer : public std::streambuf {
 
 // A file may claim any size when most of it is a hole; nodes in memory take half the room of those in the file.
 bool IsMostlyHole(const platform::InputFile& file) {
-  constexpr std::uint64_t kHarmless = std::uint64_t{256} << 20, kSparsest = 16;
+  constexpr std::uint64_t kHarmless = std::uint64_t{256} << 20, kSparsest = 4;
   return file.Size() > kHarmless && !file.HoldsData(file.Size() / kSparsest);
 }
 

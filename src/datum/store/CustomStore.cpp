@@ -159,7 +159,7 @@ void ReleaseListing() {
 }
 [[maybe_unused]] const bool g_atFork = [] {
   TheListing();
-  platform::AtFork(HoldListing, ReleaseListing);
+  platform::AtFork(HoldListing, ReleaseListing, ReleaseListing);
   return true;
 }();
 
