@@ -5,6 +5,7 @@ Usage: test_geojson.py PROGRAM [unittest arguments]
 """
 import json
 import os
+import re
 import resource
 import sys
 import unittest
@@ -68,6 +69,21 @@ class GeoJson(ToolTest):
                 self.assertEqual({k: v for k, v in before.items() if k != "geometry"}, {k: v for k, v in after.items() if k != "geometry"})
                 self.assertEqual((before["geometry"] or {}).get("type"), (after["geometry"] or {}).get("type"))
             self.assertEqual((result["name"], result["extra"], list(result)), ("test", [1, 2], list(source)))
+
+    def test_numbers_stay_as_they_were_written(self):
+        numbers = ["0", "-0", "1.0", "-0.0", "1.50", "0.1", "1e5", "1E+5", "2E-3", "100000.0", "1e-400", "123456789012345.6789", "5e-324",
+                   "9223372036854775808", "-9223372036854775808", "18446744073709551615", "18446744073709551616",
+                   "-9223372036854775809", "12345678901234567890123", "1.7976931348623157e308", "1e16", "0.00001", "0.000001"]
+        text = '{"type":"Feature","id":1e0,"properties":{"a":[%s],"b":{"c":1.10}},"geometry":{"type":"Point","coordinates":[%%s,34.10]}}\n' \
+            % ",".join(numbers)
+        for place in ("1.3e1,5250E-2", "13.00,52.50"):  # read by value
+            status, out, messages = run("project", "--utm", "33N", "--geojson", text=text % place)
+            self.assertEqual((status, out, messages), (OK, text % "364240.977,5818532.1448", ""))
+        # results are the shortest that give their values back
+        texts = ["%r" % (9.5 + i / 7) for i in range(2000)]
+        out = run("project", "--utm", "32N", "--geojson", text='{"type":"MultiPoint","coordinates":[%s]}' % ",".join("[%s,1]" % t for t in texts))[1]
+        for number in re.findall(r"-?[0-9][-+.e0-9]*", out):
+            self.assertEqual(number, repr(float(number)))
 
     def test_bare_geometries_features_and_standard_input(self):
         feature = {"type": "Feature", "properties": {}, "geometry": self.GEOMETRIES[0]}
@@ -150,6 +166,7 @@ class GeoJson(ToolTest):
         for text, says in [('{"type":"Point","coordinates":[1,2', "line 1"), ("", "no JSON"), ("[]", 'without "type"'),
                            ('{"type":"Point","coordinates":[1]}', "no pair of numbers"),
                            ('{"type":"Point","coordinates":["1",2]}', "no pair of numbers"),
+                           ('{"type":"Point","coordinates":[1.0e0,{"a":1e5}]}', 'no pair of numbers: [1.0e0,{"a":1e5}]'),
                            ('{"type":"Pont","coordinates":[1,2]}', '"Pont"'),
                            ('{"type":"Point","coordinates":[1,1e999]}', "no JSON"),
                            (feature('{"type":"Polygon","coordinates":[[1,2]]}'), "feature 2: "),

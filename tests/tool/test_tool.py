@@ -139,6 +139,8 @@ class Project(ToolTest):
             (["project", "--proj", "Mercator", "--set", "lonn=9"], '"lon0"'),
             (["project", "--proj", "Mercator", "--set", "lon0=9x"], "cannot read the value of lon0=9x"),
             (["project", "--proj", "Mercator", "--set", "flattening=0.003"], "needs radius"),
+            (["project", "--proj", "tm", "--set", "k0=0"], "k0=0 would shrink the map to a point"),
+            (["convert", "--to-utm", "33N", "--to-set", "scale=-0.0"], "scale=-0.0 would shrink the map to a point"),
             (["project", "--proj", "Lambert Conformal Conic"], "similar for Lambert Conformal Conic projection, for example: "
              "--set lat1=33 --set lat2=45\n"),
             (["convert", "--to-proj", "bonne"], "--to-set lat1=40"),
@@ -232,6 +234,15 @@ class CommandLine(ToolTest):
                                  ("project", ["--ellipsoid", "--from-unit", "--x", "-o", "--set"])]:
             for option in options:
                 self.refused(command, option, "", says="needs a value, not an empty one")
+                self.refused(command, option + "=", "1", "2", says=": needs a value, not an empty one")  # the next one is not taken
+        self.refused("project", "--utm", "33N", "--quiet=", says="--quiet= has an empty value")
+        self.refused("project", "--mgrs=", says="--mgrs= has an empty value")
+        title = self.file("title.svg")  # may be empty
+        self.assertEqual(run("map", "--proj", "robinson", "--title=", "-o", title)[0], OK)
+        # other arguments that end in an equals sign
+        self.assertEqual(run("map", "--proj", "robinson", "--title", "--set=", "-o", title)[0], OK)
+        self.assertIn(">--set=<", self.read("title.svg"))
+        self.refused("project", "--utm", "33N", "--", "--x=", says="cannot open --x=")
 
     def test_the_manual_and_the_completions_know_every_option(self):
         page = run("man")[1].replace("\\", "")
@@ -325,7 +336,9 @@ class Areas(ToolTest):
         mre = ["datum", "--from", "NAD 1927 - CONUS (MRE)", "--to", "6326"]
         for arguments, text, count in [
             (["project", "--utm", "33N"], "15 52\n21.4 52\n8.6 52", 0), (["project", "--utm", "33N"], "21.6 52", 1),
-            (["project", "--utm", "33N"], "15 52\n30 52\n-100 10\n15 85", 3), (["project", "--utm", "1N"], "179.5 45", 0),
+            (["project", "--utm", "33N"], "15 52\n30 52\n-100 10\n15 85", 3),
+            (["project", "--utm", "33N"], "15 84.49\n15 -80.49", 0), (["project", "--utm", "33N"], "15 84.51\n15 -80.51", 2),
+            (["project", "--utm", "1N"], "179.5 45", 0),
             (["project", "--utm", "33N", "-i"], "500000 5e6\n1500000 5e6", 1), (texas, "-99 31\n-93 31\n-80 31", 1),
             ([*texas, "-i"], "700000 3e6\n7e6 3e6", 1), (tm, "40 10\n60 10\n-36 10\n369 5", 2),
             (["project", "--proj", "mollweide"], "179 80", 0), (mre, "-95 38", 0), (mre, "10 50\n-95 38", 1),
@@ -336,6 +349,8 @@ class Areas(ToolTest):
             told = re.findall(r"^orvex: warning: (\d+) points? lies? outside ", messages, re.M)
             self.assertEqual(told, [str(count)] if count else [], (arguments, text, messages))
         self.assertEqual(run("project", "--utm", "33N", "-q", text="30 52"), (OK, run("project", "--utm", "33N", text="30 52")[1], ""))
+        self.assertIn("more than 3.5 degrees beyond it, or half a degree beyond 80 S or 84 N",
+                      run("project", "--utm", "33N", text="15 85")[2])
         many = "\n".join(["15 52", "30 52"] * 20000)
         self.assertIn(" 20000 points lie outside", run("project", "--utm", "33N", "--threads", "3", text=many)[2])
 
@@ -518,6 +533,16 @@ class Tables(ToolTest):
         self.refused(*utm, "--order", "lat,lon", "--x", "1", says="--x and --y")
         self.refused(*utm, "--order", "latlon", says="--order is")
 
+    def test_doubled_quotes_within_quotes(self):
+        for field in ['"x ""y"", z"', '"5"" pipe"', '""""', '""', '"a "" b, c"', '"""a"", ""b"""', 'in 5" of', ' "a, b" ']:
+            row = "%s,11.5,48.1\n" % field
+            self.assertEqual(run("project", "--utm", "32N", text="name,lon,lat\n" + row)[:2], (OK, "name,x,y\n%s,%s\n" % (field, self.A)), field)
+            self.assertEqual(run("project", "--utm", "32N", "--x", "2", "--y", "3", text=row)[:2], (OK, "%s,%s\n" % (field, self.A)), field)
+        self.assertIn("a quote is not closed", run("project", "--utm", "32N", text='lon,lat,n\n11.5,48.1,"a""\n')[2])
+        # delimiters within quotes are none
+        self.assertEqual(run("project", "--utm", "32N", "--x", "2", "--y", "3", text='"a ""b"", c, d";11.5;48.1\n')[1],
+                         '"a ""b"", c, d";%s\n' % self.A.replace(",", ";"))
+
     def test_decimal_commas_when_asked_for(self):
         a = [number.replace(".", ",") for number in self.A.split(",")]
         utm = ["project", "--utm", "32N", "--decimal-comma"]
@@ -528,6 +553,19 @@ class Tables(ToolTest):
         # a point may be a comma for thousands there
         self.assertEqual(run(*utm, text="11.500;48,1")[0], SOME_FAILED)
         self.assertIn("--decimal-comma", run("project", "--utm", "32N", text="lon;lat\n11,5;48\n")[2])
+
+    def test_decimal_commas_within_quotes_between_commas(self):
+        utm = ["project", "--utm", "32N"]
+        for text, there in [('lon,lat,z\n"11,5","48,1","1,5"\n', 'x,y,z\n' + self.A + ',"1,5"\n'), ('"11,5",48.1\n', self.A + "\n"),
+                            ('lat,lon\n"48,100","E 11,500"\n', "y,x\n" + ",".join(reversed(self.A.split(","))) + "\n"),
+                            ("\"11d30,0'\",48.1\n", self.A + "\n")]:
+            self.assertEqual(run(*utm, text=text)[:2], (OK, there), text)
+        for text in ['"1,1,5",48\n', '"1.100,5",48\n', '"11,",48\n', '",5",48\n', '"11, 5",48\n', '"11,5";48\n', '"11,5" 48\n']:
+            self.assertEqual(run(*utm, text=text)[0], SOME_FAILED, text)
+        self.refused(*utm, "11,5,48", says='cannot read latitude "5,48"')
+        # a length may have a comma for thousands
+        for x, status in [("686099,75", OK), ("68,6099", OK), ("0,686", OK), ("686,099", SOME_FAILED), ("-6,099", SOME_FAILED)]:
+            self.assertEqual(run(*utm, "-i", text='x,y\n"%s",5330000\n' % x)[0], status, x)
 
     def test_lines_longer_than_the_header_are_said(self):
         for text, count in [("lon,lat\n11,5,48,1\n9,0\n", 1), ("lon,lat\n9,0,\n", 0), ("lon lat name\n9 0 New York\n", 0),
@@ -766,6 +804,10 @@ class Georef(ToolTest):
         fit = ["georef", "--method", "affine", "12", "20"]
         self.assertEqual(run(*fit, "--decimal-comma", "--controls", self.file("k.csv", text))[:2], (OK, "1014,0000 4963,0000\n"))
         self.assertEqual(run(*fit, "--controls", "-", text=self.AFFINE)[:2], (OK, "1014.0000 4963.0000\n"))
+        rows = [line.split(",") for line in self.AFFINE.splitlines()[1:]]
+        quoted = "\n".join(",".join('"%s,0"' % value if value.isdigit() else value for value in row) for row in rows)
+        self.assertEqual(run(*fit, "--controls", self.file("q.csv", quoted))[:2], (OK, "1014.0000 4963.0000\n"))
+        self.assertIn("cannot read column 2", run(*fit, "--controls", self.file("q.csv", '1,"2,000",3,4\n'))[2])
         self.refused("georef", "--method", "affine", "--controls", "-", says="two inputs")
 
     def test_what_says_neither_on_nor_off(self):

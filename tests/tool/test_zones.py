@@ -113,6 +113,7 @@ class Zones(ToolTest):
                 (["project", "--stateplane83", "auto"], "lon,lat,zone\n-99,31,34N\n", taken % "zone"),
                 (["project", "--mgrs"], "lon,lat,mgrs\n13,52,x\n", taken % "mgrs"),
                 (["convert", "--from-mgrs", "--to-mgrs=2", "--keep"], "mgrs\n33UUU9139017855\n", taken % "mgrs"),
+                (["convert", "--from-utm", "auto", "--to-utm", "auto", "--keep"], "x,y,zone\n391390,5817855,33N\n", "leave --keep out"),
                 (["project", "--utm", "auto", "-i"], "x,y,zone,zone\n391390,5817855,34N,33N\n", 'two columns "zone"')]:
             self.refused(*arguments, text=text, says=says)
         self.assertEqual(run("convert", "--from-mgrs", "--to-mgrs=2", text="id,mgrs\n1,33UUU9139017855\n")[1], "id,mgrs\n1,33UUU9117\n")
@@ -132,6 +133,20 @@ class Zones(ToolTest):
                              "--to-ellipsoid", "clarke 1866", "--decimals", "2", text="500000,5000000,31N\n")[1],
                          "500000.00,5000000.00,31N\n")
         self.refused("convert", "--from", "32632", "--to-utm", "auto", says="--to-datum")
+
+    def test_zones_to_zones(self):
+        utm, nad = ["--from-utm", "auto", "--from-datum", "2"], ["--to-utm", "auto", "--to-datum", "3", "--decimals", "1"]
+        x, y = (float(v) for v in run("convert", *utm[:1], "16N", *utm[2:], *nad[:1], "16N", *nad[2:], text="500000 4000000")[1].split())
+        for before, after in [("id,x,y,zone,z\n1,500000,4000000,16n,5\n", "id,x,y,zone,z\n1,%.1f,%.1f,16N,5\n" % (x, y)),
+                              ("zone,y,x\n16N,4000000,500000\n", "zone,y,x\n16N,%.1f,%.1f\n" % (y, x)),
+                              ("y;zone;x\n4000000;\"16N\";500000\n", "y;zone;x\n%.1f;16N;%.1f\n" % (y, x)),
+                              ("500000 4000000 a 16N\n", "%.1f %.1f a 16N\n" % (x, y))]:  # without header the last column
+            self.assertEqual(run("convert", *utm, *nad, text=before)[:2], (OK, after))
+        # a zone that cannot be read stays
+        self.assertEqual(run("convert", *utm, *nad, text="x,y,zone\n1,2,33X\n,2,33N\n")[1], "x,y,zone\n,,33X\n,,33N\n")
+        self.assertEqual(run("convert", *utm, "--to-stateplane27", "auto", "--to-datum", "2", "--decimals", "1",
+                             text="x y zone\n450000 4000000 16N\n500000 7000000 16N\n")[:2],
+                         (SOME_FAILED, "x y zone\n469592.3 195634.0 Tennessee\n* * *\n"))
 
     def test_state_plane(self):
         status, out, messages = run("project", "--stateplane83", "auto", "--decimals", "2",

@@ -103,7 +103,7 @@ AreaWatch WatchUtm(const PROJDATA& record) {
     ProjUTMZoneNumberToName(zone, record.bSouth, name, sizeof name, UTMZN_SHORT);
   }
   const double lon0 = record.Lon0;
-  return {std::string("UTM ") + name + ": more than 3.5 degrees beyond it, or beyond 80 S or 84 N",
+  return {std::string("UTM ") + name + ": more than 3.5 degrees beyond it, or half a degree beyond 80 S or 84 N",
           CountUnless([lon0](const PROJPOINT& p) {
             return std::abs(std::remainder(p.x - lon0, 360)) <= kHalfZone + kBeyond && p.y >= kSouth - kPolarMargin &&
                    p.y <= kNorth + kPolarMargin;

@@ -1,8 +1,10 @@
 // orvex - the command-line host of the library.
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <iostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <CLI/CLI.hpp>
@@ -43,17 +45,53 @@ void ExplainMissingCommand(const CLI::App& app) {
   throw Failure(path + " needs one of: " + list);
 }
 
+bool TakesValue(const CLI::Option& option) {
+  return option.get_items_expected_max() > 0;
+}
+
 /// An empty value is most often a variable of a script that was never set: it must not pass for an option that was not
 /// given. Only a title may be empty.
 void RefuseEmptyValues(CLI::App& app) {
   const auto notEmpty = [](const std::string& value) { return value.empty() ? "needs a value, not an empty one" : ""; };
   for (CLI::Option* option : app.get_options()) {
-    const bool takesValue = option->get_items_expected_max() > 0;
-    if (takesValue && !option->get_positional() && !option->check_lname("title")) {
+    if (TakesValue(*option) && !option->get_positional() && !option->check_lname("title")) {
       option->check(CLI::Validator(notEmpty, ""));
     }
   }
   for (CLI::App* command : app.get_subcommands([](CLI::App*) { return true; })) RefuseEmptyValues(*command);
+}
+
+/// The command of that name below another one; nullptr when there is none.
+const CLI::App* FindCommand(const CLI::App& app, const std::string& name) {
+  const auto found = app.get_subcommands([&](const CLI::App* command) { return command->check_name(name); });
+  return found.empty() ? nullptr : found.front();
+}
+
+/// The arguments with each "--name=" taken apart into the name and an empty value: the parser would go on to the next
+/// argument for one. Throws Failure for such a value of an option that takes none.
+std::vector<std::string> WithEmptyValues(const CLI::App& app, const std::vector<std::string>& arguments) {
+  std::vector<std::string> result;
+  const CLI::App* command = &app;
+  auto argument = arguments.begin();
+  for (; argument != arguments.end() && *argument != "--"; ++argument) {
+    const std::string name = argument->substr(0, argument->find('='));
+    const bool isEmpty = name.size() + 1 == argument->size();
+    const CLI::Option* const option = name.starts_with("-") ? command->get_option_no_throw(name) : nullptr;
+    if (option == nullptr) {
+      if (const CLI::App* const next = FindCommand(*command, *argument)) command = next;
+      result.push_back(*argument);
+    } else if (isEmpty) {
+      if (!TakesValue(*option))
+        throw orvex::tool::Failure(*argument + " has an empty value; leave the equals sign out");
+      result.insert(result.end(), {name, ""});
+    } else {
+      result.push_back(*argument);
+      const bool valueFollows = TakesValue(*option) && name == *argument;
+      if (valueFollows && argument + 1 != arguments.end()) result.push_back(*++argument);
+    }
+  }
+  result.insert(result.end(), argument, arguments.end());
+  return result;
 }
 
 int Run(int argc, char** argv) {
@@ -80,7 +118,9 @@ int Run(int argc, char** argv) {
   RefuseEmptyValues(app);
   try {
     try {
-      app.parse(argc, argv);
+      std::vector<std::string> arguments = WithEmptyValues(app, {argv + 1, argv + argc});
+      std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
+      app.parse(std::move(arguments));
     } catch (const CLI::RequiredError&) {
       ExplainMissingCommand(app);
       throw;

@@ -18,7 +18,7 @@ namespace orvex::tool {
 
 namespace {
 
-constexpr int kScaleId = 2, kEllipsoidId = 20, kRadiusId = 21, kFlatteningId = 22;
+constexpr int kScaleId = 2, kScaleFactorId = 13, kEllipsoidId = 20, kRadiusId = 21, kFlatteningId = 22;
 
 bool ParseBool(const std::string& text) {
   const std::string lower = Lower(text);
@@ -88,6 +88,9 @@ int Set(PROJDATA& record, const std::string& setting) {
     case PDT_DOUBLE: {
       const auto value = parameter.unit == "degrees" ? ReadParameterAngle(parameter, text) : ParseNumber(text);
       if (!value) throw Failure("cannot read the value of " + setting);
+      if (*value == 0 && (parameter.id == kScaleId || parameter.id == kScaleFactorId)) {
+        throw Failure(setting + " would shrink the map to a point; leave it out for the usual one");
+      }
       if (parameter.id == kRadiusId) record.Ellipsoid = ET_USER_DEFINED;
       Store(record, parameter, *value);
       break;

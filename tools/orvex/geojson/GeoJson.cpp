@@ -9,12 +9,10 @@
 #include <iostream>
 #include <system_error>
 
-#include <nlohmann/json.hpp>
-
 #include "Failure.h"
 #include "commands/Names.h"
 #include "geojson/JsonNesting.h"
-#include "geojson/OrderedMembers.h"
+#include "geojson/WrittenJson.h"
 #include "systems/FindSystem.h"
 #include "tables/BlockConverter.h"
 #include "tables/Files.h"
@@ -23,12 +21,16 @@ namespace orvex::tool {
 
 namespace {
 
-using Json = nlohmann::basic_json<OrderedMembers>;
-
 constexpr int kDegreeDecimals = 9, kLengthDecimals = 4;
 constexpr int kMostDecimals = 15;  // to which a double is worth rounding
 constexpr int kMostNesting = 100;
 constexpr int kWgs84 = 4326;
+
+std::string Written(const Json& value) {
+  std::string text;
+  WriteJson(text, value);
+  return text;
+}
 
 /// How deep the arrays of positions of a type lie; -1 for types without coordinates of their own.
 int DepthOf(const std::string& type) {
@@ -133,10 +135,10 @@ class Walker {
       for (const Json& part : value) GatherPositions(part, depth - 1);
       return;
     }
-    if (value.size() < 2 || !value[0].is_number() || !value[1].is_number()) {
-      Refuse("a position is no pair of numbers: " + value.dump().substr(0, 40));
+    if (value.size() < 2 || !IsNumber(value[0]) || !IsNumber(value[1])) {
+      Refuse("a position is no pair of numbers: " + Written(value).substr(0, 40));
     }
-    m_points.push_back({value[0].get<double>(), value[1].get<double>()});
+    m_points.push_back({NumberOf(value[0]), NumberOf(value[1])});
   }
 
   Bounds StoreFeature(Json& feature) {
@@ -181,7 +183,7 @@ class Walker {
     const PROJPOINT point = m_points[m_next++];
     if (point.x == DBL_MAX || point.y == DBL_MAX) {
       ++m_unplottable;
-      if (m_firstLost.empty()) m_firstLost = value.dump();
+      if (m_firstLost.empty()) m_firstLost = Written(value);
       return;
     }
     value[0] = Rounded(point.x);
@@ -218,16 +220,19 @@ class Walker {
 
 /// The text as it is written: a collection with a line for each of its features.
 std::string Dump(const Json& root) {
-  if (root["type"] != "FeatureCollection") return root.dump() + "\n";
+  if (root["type"] != "FeatureCollection") return Written(root) + "\n";
   std::string text = "{";
   for (const auto& [name, value] : root.items()) {
-    text += (text.size() == 1 ? "\n" : ",\n") + Json(name).dump() + ": ";
+    text += (text.size() == 1 ? "\n" : ",\n") + Written(name) + ": ";
     if (name != "features") {
-      text += value.dump();
+      WriteJson(text, value);
       continue;
     }
     text += "[";
-    for (std::size_t i = 0; i < value.size(); ++i) text += (i == 0 ? "\n" : ",\n") + value[i].dump();
+    for (const Json& feature : value) {
+      text += text.back() == '[' ? "\n" : ",\n";
+      WriteJson(text, feature);
+    }
     text += "\n]";
   }
   return text + "\n}\n";
@@ -321,7 +326,7 @@ int ConvertGeoJson(const TableOptions& options, Kind from, Kind to, const Conver
   Json root;
   try {
     RefuseDeepNesting(text);
-    root = Json::parse(text);
+    root = ParseJson(text);
     walker.Gather(root);
     CompareSystems(root, options.sourceCode, from);
   } catch (const Json::exception& e) {

@@ -11,7 +11,7 @@ BlockConverter::BlockConverter(const TableOptions& options, Kind from, Kind to, 
     : m_options(options),
       m_to(to),
       m_layout(layout),
-      m_reader(from, options.decimalComma),
+      m_reader(from, CommasIn(options.decimalComma, layout.splitter.Delimiter())),
       m_splicer(layout.splitter.Delimiter(), options),
       m_convert(std::move(convert)) {}
 
@@ -35,14 +35,15 @@ void BlockConverter::ReadLine(std::string_view text, std::size_t begin, std::siz
   if (end > begin && text[end - 1] == '\r') --end;  // the line end of a file from elsewhere
   const std::string_view line = text.substr(begin, end - begin);
   if (IsIdle(line)) return;
-  PointLine place{begin, end, {Field{line.size(), line.size()}, Field{line.size(), line.size()}}, false};
+  PointLine place{begin, end, {}, false};
+  place.fields.fill({line.size(), line.size()});
   place.readable = ReadPoint(line, place.fields, number);
   if (!place.readable) ++m_result->badLines;
   m_lines.push_back(place);
 }
 
 /// The coordinates and the label of a line, as far as the table has them, or complaints.
-bool BlockConverter::ReadPoint(std::string_view line, FieldPair& fields, std::uint64_t number) {
+bool BlockConverter::ReadPoint(std::string_view line, PointFields& fields, std::uint64_t number) {
   if (!m_layout.splitter.Split(line, m_fields)) {
     Complain(number, "a quote is not closed");
     return false;
@@ -66,13 +67,15 @@ bool BlockConverter::ReadPoint(std::string_view line, FieldPair& fields, std::ui
       Complain(number, "cannot read " + m_options.labelIn.name + " \"" + text + "\"");
       return false;
     }
+    if (label == Label::Beside) fields[2] = m_fields[m_layout.label];
     m_labels.push_back(std::move(text));
   }
   m_points.push_back(point);
   return true;
 }
 
-bool BlockConverter::ReadCoordinates(FieldPair& fields, std::string_view line, std::uint64_t number, PROJPOINT& point) {
+bool BlockConverter::ReadCoordinates(PointFields& fields, std::string_view line, std::uint64_t number,
+                                     PROJPOINT& point) {
   std::array<double, 2> values{};
   bool readable = true;
   for (std::size_t axis = 0; axis < 2; ++axis) {

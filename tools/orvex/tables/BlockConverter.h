@@ -48,13 +48,13 @@ class BlockConverter {
   /// A line that is not passed on as it is.
   struct PointLine {
     std::size_t begin, end;  ///< in the block, without line end
-    FieldPair fields;        ///< in the line; at its end when it is too short for them
+    PointFields fields;      ///< in the line; at its end when it is too short for them
     bool readable;
   };
 
   void ReadLine(std::string_view text, std::size_t begin, std::size_t end, std::uint64_t number);
-  bool ReadCoordinates(FieldPair& fields, std::string_view line, std::uint64_t number, PROJPOINT& point);
-  bool ReadPoint(std::string_view line, FieldPair& fields, std::uint64_t number);
+  bool ReadCoordinates(PointFields& fields, std::string_view line, std::uint64_t number, PROJPOINT& point);
+  bool ReadPoint(std::string_view line, PointFields& fields, std::uint64_t number);
   void WriteLines(std::string_view text);
   void WriteLine(std::string_view line, const PointLine& place, std::size_t& next);
   void Format(const PROJPOINT& point, const std::string& label);

@@ -88,13 +88,15 @@ std::size_t LabelPlace(const TableOptions& options, const std::vector<std::strin
   return options.labelIn.use == Label::Alone ? 0 : std::max<std::size_t>(names.size(), 3) - 1;
 }
 
-/// A second column of the name could not be told from the results; a label alone that they replace is none.
+/// A second column of the name could not be told from the results; a label that they replace is none.
 void RefuseSecondLabel(const TableOptions& options, const std::vector<std::string>& names, const Columns& columns) {
   if (options.labelOut.use == Label::None || !columns.header) return;
-  const bool replaces = options.labelIn.use == Label::Alone && !options.keep;
   for (std::size_t i = 0; i < names.size(); ++i) {
-    if (names[i] != options.labelOut.name || (replaces && i == columns.label)) continue;
-    throw Failure("the table has a column \"" + names[i] + "\" already, and the results would add another");
+    if (names[i] != options.labelOut.name) continue;
+    const bool isRead = options.labelIn.use != Label::None && i == columns.label;
+    if (isRead && !options.keep) continue;
+    throw Failure("the table has a column \"" + names[i] + "\" already, and the results would add another; " +
+                  (isRead ? "leave --keep out" : "rename it"));
   }
 }
 

@@ -118,20 +118,20 @@ struct Layout {
   }
 };
 
-std::optional<double> ParseControl(const std::string& field, bool decimalComma) {
-  if (!decimalComma) return ParseAngle(field);
-  const std::optional<std::string> plain = WithoutDecimalComma(field);
+/// A comma in a field between commas stood within quotes. A control may be a length on either side.
+std::optional<double> ParseControl(const std::string& field, Commas commas) {
+  const std::optional<std::string> plain = WithDecimalPoint(field, commas, true);
   return plain ? ParseAngle(*plain) : std::nullopt;
 }
 
-Row ParseRow(const Layout& layout, const std::vector<std::string>& fields, bool decimalComma) {
+Row ParseRow(const Layout& layout, const std::vector<std::string>& fields, Commas commas) {
   Row row;
   if (fields.size() != layout.columns) {
     row.fault = "has " + std::to_string(fields.size()) + " columns instead of " + std::to_string(layout.columns);
     return row;
   }
   for (std::size_t i = 0; i < kColumns; ++i) {
-    const std::optional<double> value = ParseControl(fields[layout.places[i]], decimalComma);
+    const std::optional<double> value = ParseControl(fields[layout.places[i]], commas);
     if (!value) {
       row.fault = "cannot read column " + std::to_string(layout.places[i] + 1);
       return row;
@@ -180,6 +180,7 @@ class Reader {
     return false;
   }
 
+  Commas CommasInFields() const { return CommasIn(m_decimalComma, m_splitter->Delimiter()); }
   std::string Place() const { return m_name + ":" + std::to_string(m_number); }
 
   std::vector<std::string> fields;
@@ -210,7 +211,7 @@ Controls ReadControls(const std::string& file, const std::string& delimiter, boo
     ++number;
     const std::optional<bool> on = IsOn(layout, reader.fields);
     if (reader.closed && on == false) continue;
-    Row row = ParseRow(layout, reader.fields, decimalComma);
+    Row row = ParseRow(layout, reader.fields, reader.CommasInFields());
     if (!on) row.fault = "\"" + reader.fields[*layout.on] + "\" is neither on nor off: say yes or no, 1 or 0";
     if (!reader.closed) row.fault = "a quote is not closed";
     if (row.fault.empty()) {

@@ -27,6 +27,13 @@ bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
+/// One to three digits that begin no fraction, a comma and three more.
+bool MayPartThousands(std::string_view number) {
+  if (number.starts_with('-') || number.starts_with('+')) number.remove_prefix(1);
+  const std::size_t comma = number.find(',');
+  return comma <= 3 && number.size() == comma + 4 && !number.starts_with('0');
+}
+
 /// Takes an angle's text apart.
 class AngleScanner {
  public:
@@ -207,6 +214,17 @@ std::optional<std::string> WithoutDecimalComma(std::string_view text) {
   if (plain.find(',', comma + 1) != std::string::npos) return std::nullopt;
   plain[comma] = '.';
   return plain;
+}
+
+std::optional<std::string> WithDecimalPoint(const std::string& text, Commas commas, bool isLength) {
+  if (commas == Commas::Refused) return text;
+  if (commas == Commas::Quoted) {
+    const std::size_t comma = text.find(',');
+    if (comma == std::string::npos) return text;
+    const bool between = comma > 0 && comma + 1 < text.size() && IsDigit(text[comma - 1]) && IsDigit(text[comma + 1]);
+    if (!between || (isLength && MayPartThousands(Trimmed(text)))) return std::nullopt;
+  }
+  return WithoutDecimalComma(text);
 }
 
 void AppendCoordinate(std::string& out, double value, Kind kind, bool isLatitude, const Format& format) {

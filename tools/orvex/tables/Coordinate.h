@@ -50,6 +50,23 @@ bool IsOtherAxis(char hemisphere, bool isLatitude);
 /// The text with its decimal comma as a point; nothing when it holds a point already or two commas.
 std::optional<std::string> WithoutDecimalComma(std::string_view text);
 
+/// What a comma within a number is.
+enum class Commas {
+  Refused,
+  Quoted,  ///< the decimal comma where the number stands within quotes: between commas that is no delimiter
+  Decimal
+};
+
+/// By the option for decimal commas and the delimiter of the table.
+inline Commas CommasIn(bool decimalComma, char delimiter) {
+  if (decimalComma) return Commas::Decimal;
+  return delimiter == ',' ? Commas::Quoted : Commas::Refused;
+}
+
+/// A number with a decimal point; nothing where its comma cannot be the decimal one. Within quotes it stands between
+/// digits, and a length like 691,052 is refused: there it may as well part the thousands.
+std::optional<std::string> WithDecimalPoint(const std::string& text, Commas commas, bool isLength);
+
 /// Appends a coordinate. `isLatitude` picks the hemisphere letters of degree-minute-second text.
 void AppendCoordinate(std::string& out, double value, Kind kind, bool isLatitude, const Format& format);
 

@@ -24,7 +24,7 @@ std::string Printable(const std::string& text) {
 
 bool CoordinateReader::Read(std::string_view field, std::size_t axis, double& value) const {
   const bool isLatitude = m_kind == Kind::Geographic && axis == 1;
-  if (const std::optional<double> number = ParseNumber(field); number && !m_decimalComma) {
+  if (const std::optional<double> number = ParseNumber(field); number && m_commas != Commas::Decimal) {
     value = *number;  // nearly every field of nearly every table
   } else {
     const std::optional<Angle> angle = ReadField(field);
@@ -48,7 +48,7 @@ std::string CoordinateReader::Fault(std::string_view field, std::size_t axis) co
   if (m_kind == Kind::Geographic && HasSignAndLetter(text)) {
     return "cannot read " + shown + ": a sign or a letter, not both";
   }
-  const std::optional<std::string> plain = m_decimalComma ? std::nullopt : WithoutDecimalComma(text);
+  const std::optional<std::string> plain = m_commas == Commas::Decimal ? std::nullopt : WithoutDecimalComma(text);
   const bool comma = plain && *plain != text && ReadAs(*plain, Blanks::WithLetterOnly);
   return "cannot read " + shown + (comma ? "; for decimal commas say --decimal-comma" : "");
 }
@@ -60,10 +60,10 @@ bool CoordinateReader::BelongsElsewhere(std::string_view field, std::size_t axis
 
 std::optional<Angle> CoordinateReader::ReadField(std::string_view field) const {
   const std::string text = Unquoted(field);
-  const Blanks blanks = text.size() < field.size() ? Blanks::Allowed : Blanks::WithLetterOnly;
-  if (!m_decimalComma) return ReadAs(text, blanks);
-  const std::optional<std::string> plain = WithoutDecimalComma(text);
-  return plain ? ReadAs(*plain, blanks) : std::nullopt;
+  const bool quoted = text.size() < field.size();
+  const Commas commas = m_commas == Commas::Quoted && !quoted ? Commas::Refused : m_commas;
+  const std::optional<std::string> plain = WithDecimalPoint(text, commas, m_kind == Kind::Projected);
+  return plain ? ReadAs(*plain, quoted ? Blanks::Allowed : Blanks::WithLetterOnly) : std::nullopt;
 }
 
 std::optional<Angle> CoordinateReader::ReadAs(std::string_view text, Blanks blanks) const {

@@ -11,7 +11,7 @@ namespace orvex::tool {
 
 class CoordinateReader {
  public:
-  CoordinateReader(Kind kind, bool decimalComma) : m_kind(kind), m_decimalComma(decimalComma) {}
+  CoordinateReader(Kind kind, Commas commas) : m_kind(kind), m_commas(commas) {}
 
   /// Reads a field, quotes and blanks included; axis 0 is longitude or x. False for what is no coordinate of the axis.
   bool Read(std::string_view field, std::size_t axis, double& value) const;
@@ -27,7 +27,7 @@ class CoordinateReader {
   std::optional<Angle> ReadField(std::string_view field) const;
 
   Kind m_kind;
-  bool m_decimalComma;
+  Commas m_commas;
 };
 
 }  // namespace orvex::tool

@@ -10,19 +10,37 @@ namespace orvex::tool {
 
 namespace {
 
+/// Follows a line of delimited fields: what is within quotes. A quote opens a field only at its start: 45d30'15" is a
+/// number with a seconds sign. In a field that begins with one, every quote counts, so that doubled ones cancel out.
+class Quotes {
+ public:
+  bool Open() const { return m_open; }
+
+  void Take(char c) {
+    if (c == '"' && (m_quoted || !m_started)) {
+      m_quoted = true;
+      m_open = !m_open;
+    }
+    m_started = m_started || c != ' ';
+  }
+  void NextField() { *this = {}; }
+
+ private:
+  bool m_started = false, m_quoted = false, m_open = false;
+};
+
 /// The delimiter that occurs most often outside quotes; blanks when there is none.
 char GuessDelimiter(std::string_view line, bool decimalComma) {
   constexpr std::string_view kCandidates = ",;\t|";
   std::size_t counts[kCandidates.size()]{};
-  bool quoted = false, started = false;  // as in SplitDelimited, for every candidate
+  Quotes quotes;  // as if every candidate delimited
   for (const char c : line) {
-    if (c == '"' && (quoted || !started)) quoted = !quoted;
     const std::size_t candidate = kCandidates.find(c);
-    if (candidate != std::string_view::npos && !quoted) {
+    if (candidate != std::string_view::npos && !quotes.Open()) {
       ++counts[candidate];
-      started = false;
-    } else if (c != ' ') {
-      started = true;
+      quotes.NextField();
+    } else {
+      quotes.Take(c);
     }
   }
   if (decimalComma) counts[0] = 0;
@@ -59,21 +77,18 @@ bool Splitter::SplitBlanks(std::string_view line, std::vector<Field>& fields) co
 
 bool Splitter::SplitDelimited(std::string_view line, std::vector<Field>& fields) const {
   std::size_t begin = 0;
-  bool quoted = false, started = false;
+  Quotes quotes;
   for (std::size_t i = 0; i < line.size(); ++i) {
-    const char c = line[i];
-    // A quote opens a field only at its start: 45d30'15" is a number with a seconds sign.
-    if (c == '"' && (quoted || !started)) quoted = !quoted;
-    if (c == m_delimiter && !quoted) {
+    if (line[i] == m_delimiter && !quotes.Open()) {
       fields.push_back({begin, i});
       begin = i + 1;
-      started = false;
-    } else if (c != ' ') {
-      started = true;
+      quotes.NextField();
+    } else {
+      quotes.Take(line[i]);
     }
   }
   fields.push_back({begin, line.size()});
-  return !quoted;
+  return !quotes.Open();
 }
 
 std::string Unquoted(std::string_view field) {

@@ -1,9 +1,12 @@
 // LineSplicer - a line of a table with results in the place of its coordinates, or behind them.
 #include "tables/LineSplicer.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace orvex::tool {
 
-void LineSplicer::Append(std::string& out, std::string_view line, const FieldPair& fields,
+void LineSplicer::Append(std::string& out, std::string_view line, const PointFields& fields,
                          const LineResults& results) const {
   if (m_keep) {
     AppendAll(out, line, results);
@@ -21,10 +24,12 @@ void LineSplicer::Append(std::string& out, std::string_view line, const FieldPai
       AppendCoordinates(out, results);
     }
     out += line.substr(fields[0].end);
+  } else if (m_out == Label::Alone) {
+    ReplaceByLabel(out, line, fields, results);
   } else {
-    ReplacePair(out, line, fields, results);
+    ReplaceEach(out, line, fields, results);
   }
-  if (m_out != Label::Beside) return;
+  if (m_out != Label::Beside || m_replacesLabel) return;
   out += m_delimiter;
   AppendValue(out, results.label);
 }
@@ -41,16 +46,41 @@ void LineSplicer::AppendAll(std::string& out, std::string_view line, const LineR
 }
 
 /// A label alone takes the place of the first field; the second one goes.
-void LineSplicer::ReplacePair(std::string& out, std::string_view line, const FieldPair& fields,
+void LineSplicer::ReplaceByLabel(std::string& out, std::string_view line, const PointFields& fields,
+                                 const LineResults& results) const {
+  const auto [first, second] =
+      std::minmax(fields[0], fields[1], [](const Field& a, const Field& b) { return a.begin < b.begin; });
+  out += line.substr(0, first.begin);
+  AppendValue(out, results.label);
+  out += WithoutDelimiter(line.substr(first.end, second.begin - first.end));
+  out += line.substr(second.end);
+}
+
+/// The fields by their results, in the order of the line. A label that could not be read has no field and stays.
+void LineSplicer::ReplaceEach(std::string& out, std::string_view line, const PointFields& fields,
                               const LineResults& results) const {
-  const std::size_t first = fields[0].begin < fields[1].begin ? 0 : 1, second = 1 - first;
-  const bool alone = m_out == Label::Alone;
-  const std::string_view between = line.substr(fields[first].end, fields[second].begin - fields[first].end);
-  out += line.substr(0, fields[first].begin);
-  AppendValue(out, alone ? results.label : results.coordinates[first]);
-  out += alone ? WithoutDelimiter(between) : between;
-  if (!alone) AppendValue(out, results.coordinates[second]);
-  out += line.substr(fields[second].end);
+  struct Replacement {
+    Field field;
+    const std::string* value;
+  };
+  Replacement all[] = {
+      {fields[0], results.coordinates.data()}, {fields[1], &results.coordinates[1]}, {fields[2], &results.label}};
+  const int count = m_replacesLabel && fields[2].begin < fields[2].end ? 3 : 2;
+  const auto order = [&all](int i, int j) {
+    if (all[j].field.begin < all[i].field.begin) std::swap(all[i], all[j]);
+  };
+  if (count == 3) {
+    order(0, 2);
+    order(1, 2);
+  }
+  order(0, 1);
+  std::size_t written = 0;
+  for (int i = 0; i < count; ++i) {
+    out += line.substr(written, all[i].field.begin - written);
+    AppendValue(out, *all[i].value);
+    written = all[i].field.end;
+  }
+  out += line.substr(written);
 }
 
 /// The text without the delimiter at its end.

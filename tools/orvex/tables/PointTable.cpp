@@ -112,8 +112,9 @@ class TableConverter {
     std::string header;
     const bool alone = m_options.labelIn.use == Label::Alone;
     const Field none{line.size(), line.size()};
-    const FieldPair places = alone ? FieldPair{fields[m_layout.label], none}
-                                   : FieldPair{fields[m_layout.columns[0]], fields[m_layout.columns[1]]};
+    const Field label = m_options.labelIn.use == Label::None ? none : fields[m_layout.label];
+    const PointFields places = alone ? PointFields{label, none, none}
+                                     : PointFields{fields[m_layout.columns[0]], fields[m_layout.columns[1]], label};
     LineSplicer(m_layout.splitter.Delimiter(), m_options)
         .Append(header, line, places, {names, m_options.labelOut.name});
     m_output.Write(header);
@@ -122,7 +123,7 @@ class TableConverter {
   /// A first line whose letters say that the columns are the other way round condemns the whole table.
   void RefuseSwappedColumns(std::string_view line, const std::vector<Field>& fields) const {
     if (m_from != Kind::Geographic || m_options.labelIn.use == Label::Alone) return;
-    const CoordinateReader reader(m_from, m_options.decimalComma);
+    const CoordinateReader reader(m_from, CommasIn(m_options.decimalComma, m_layout.splitter.Delimiter()));
     for (std::size_t axis = 0; axis < 2; ++axis) {
       const std::size_t column = m_layout.columns[axis];
       if (column >= fields.size() || !reader.BelongsElsewhere(Text(line, fields[column]), axis)) return;
@@ -168,7 +169,7 @@ class TableConverter {
     }
     if (m_longLines > 0 && !m_options.quiet) {
       Warn("lines with more columns than the header: " + std::to_string(m_longLines) +
-           "; decimal commas need quotes or another delimiter, and --decimal-comma");
+           "; decimal commas need quotes, or another delimiter and --decimal-comma");
     }
     if (m_options.quiet || m_badLines + m_unplottable == 0) return;
     std::cerr << "orvex: points converted: " << m_converted << ", unplottable: " << m_unplottable
@@ -219,7 +220,8 @@ int ConvertCoordinates(const TableOptions& options, Kind from, Kind to, const La
   if (options.labelIn.use != Label::None) throw Failure("zones and references are read from tables only");
   const std::vector<std::string> singles = SingleCoordinates(options);
   const ColumnPlaces places = ChooseColumns(options, from, {"0", "0"}).place;  // two columns without a header
-  const CoordinateReader reader(from, options.decimalComma);
+  const Splitter splitter(' ');
+  const CoordinateReader reader(from, CommasIn(options.decimalComma, splitter.Delimiter()));
   std::string text;
   for (std::size_t i = 0; i < singles.size(); i += 2) {
     const std::array<std::string, 2> fields{Quoted(singles[i]), Quoted(singles[i + 1])};
@@ -231,7 +233,7 @@ int ConvertCoordinates(const TableOptions& options, Kind from, Kind to, const La
     text += fields[0] + " " + fields[1] + "\n";
   }
   BlockResult result;
-  BlockConverter(options, from, to, {Splitter(' '), places, 0}, convert)
+  BlockConverter(options, from, to, {splitter, places, 0}, convert)
       .Convert({text, 0, 1, singles.size() / 2, 0}, result);
   OutputFile output(options.output);
   output.Write(result.text);

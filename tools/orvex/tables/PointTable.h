@@ -38,6 +38,9 @@ struct TableOptions {
   LabelColumn labelIn, labelOut;
   int sourceCode = 0, resultCode = 0;  ///< EPSG codes of the sides for GeoJSON, 0 where none is named
   Format format;
+
+  /// Whether a label that is written takes the place of the one that is read.
+  bool ReplacesLabel() const { return !keep && labelIn.use == Label::Beside && labelOut.use == Label::Beside; }
 };
 
 /// Adds the options above to a command.

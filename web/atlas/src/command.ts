@@ -15,9 +15,12 @@ const valueText = (value: Value) => (typeof value === "boolean" ? (value ? "yes"
 /** As many digits as the page's addresses have. */
 const placeText = (place: Place) => place.map((degrees) => short(degrees, 9)).join(" ");
 
+/** The library's records mean the usual scale by 0; the tool refuses it. */
+const isUsual = (key: string, value: Value) => (key === "k0" || key === "scale") && value === 0;
+
 function sets(values: Values, leave: readonly string[]): string[] {
   return Object.entries(values)
-    .filter(([key]) => key !== "ellipsoid" && !leave.includes(key))
+    .filter(([key, value]) => key !== "ellipsoid" && !leave.includes(key) && !isUsual(key, value))
     .map(([key, value]) => `--set ${quoted(`${key}=${valueText(value)}`)}`);
 }
 

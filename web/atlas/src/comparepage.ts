@@ -67,8 +67,7 @@ export class ComparePage implements Page {
 
   /** Moves the second map to where an address has it. */
   restore(): void {
-    const { besideAt, besideZoom } = this.app.state;
-    this.map?.goTo(besideAt, besideZoom);
+    this.map?.goTo(this.app.state.besideStand);
   }
 
   get second(): MapView | undefined {
@@ -99,7 +98,7 @@ export class ComparePage implements Page {
     this.dress();
     this.note.textContent = "";
     try {
-      this.map.show({ slug: state.beside!, values: state.besideValues }, app.accuracy, this.map.current ? "keep" : { at: state.besideAt, zoom: state.besideZoom });
+      this.map.show({ slug: state.beside!, values: state.besideValues }, app.accuracy, this.map.current ? "keep" : state.besideStand);
     } catch (error) {
       this.note.textContent = messageOf(error);
     }

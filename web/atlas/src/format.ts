@@ -62,7 +62,9 @@ export class AngleText {
 
   dms(degrees: number, axis: Axis, decimals: number): string {
     if (!Number.isFinite(degrees)) return none;
-    const text = this.angles.format(degrees + Math.sign(degrees) * NUDGE, { fields: "dms", decimals, axis, pad: true });
+    const units = 3600 * 10 ** decimals;  // rounded here, so that 60 seconds are a minute
+    const rounded = Math.sign(degrees) * (Math.round(Math.abs(degrees) * units) / units + NUDGE);
+    const text = this.angles.format(rounded, { fields: "dms", decimals, axis, pad: true });
     return text.replace("d", "\u00b0").replace("'", "\u2032").replace('"', "\u2033");
   }
 

@@ -4,7 +4,7 @@ import type { Georef, GeorefControl, GeorefMethod } from "orvex";
 import type { App, Page } from "./app";
 import { acceptDrops, copy, h } from "./dom";
 import { beyondPole, ChoiceField, NumberField, plainNumber } from "./fields";
-import { grouped, none, messageOf } from "./format";
+import { grouped, messageOf, minus, none } from "./format";
 import type { Place } from "./state";
 import type { View } from "./view";
 import { drawMesh, meshOf, type Mesh } from "./warp";
@@ -216,6 +216,13 @@ export class GeorefPage implements Page {
       if (Math.abs(lat) > 90) throw new Error(beyondPole);
       return lat;
     };
+    /** Margins may be cut off a picture, but what lies further off than it is large is a slip. */
+    const pixel = (side: number) => (text: string) => {
+      const value = plainNumber(text);
+      if (!(value >= -side && value <= 2 * side)) throw new Error(`A pixel of this picture lies between ${minus}${side} and ${2 * side}`);
+      return value;
+    };
+    const { width, height } = this.picture!;
     const remove = h("button", { type: "button", class: "plain", "aria-label": `Remove control point ${index + 1}`, onclick: () => {
       this.controls.splice(index, 1);
       this.rebuild();
@@ -223,7 +230,7 @@ export class GeorefPage implements Page {
     } }, "Remove");
     return h("li", {}, h("div", { class: "heading" }, h("strong", {}, `Point ${index + 1}`), h("output", { class: "residual" }), remove),
       h("div", { class: "four" },
-        number("Pixel x", control.px, 1, plainNumber, (px) => (control.px = px)), number("Pixel y", control.py, 1, plainNumber, (py) => (control.py = py)),
+        number("Pixel x", control.px, 1, pixel(width), (px) => (control.px = px)), number("Pixel y", control.py, 1, pixel(height), (py) => (control.py = py)),
         number("Longitude", control.place?.[0], 0.1, longitude, (lon) => (control.place = [lon, control.place?.[1] ?? 0])),
         number("Latitude", control.place?.[1], 0.1, latitude, (lat) => (control.place = [control.place?.[0] ?? 0, lat]))));
   }

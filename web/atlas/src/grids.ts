@@ -37,8 +37,10 @@ export class GridFiles {
   /** What cannot be taken is named; the others are taken. */
   private async take(chosen: readonly File[]): Promise<void> {
     const taken: string[] = [], refused: string[] = [];
-    for (const { name, bytes } of await Promise.all(chosen.map(async (file) => ({ name: file.name, bytes: await file.arrayBuffer() })))) {
+    for (const file of chosen) {
+      const { name } = file;
       try {
+        const bytes = await file.arrayBuffer();
         this.app.engine.orvex.grid(name, bytes);
         await this.app.helper.ask({ do: "grid", name, bytes });
         taken.push(name);

@@ -101,7 +101,7 @@ class Atlas implements App {
   }
 
   goTo(at: Place, zoom = this.map.zoom): void {
-    this.map.goTo(at, zoom);
+    this.map.goTo({ at, zoom });
     this.moved(true);
   }
 
@@ -131,7 +131,7 @@ class Atlas implements App {
     const before = this.state;
     if (slug === before.slug) return;
     const values = this.carried(slug, middle);
-    this.state = { ...before, slug, values, at: undefined, zoom: 1 };
+    this.state = { ...before, slug, values, at: undefined, mid: undefined, zoom: 1 };
     const refusal = this.showMap("keep");
     if (refusal) this.state = before;
     this.refresh();
@@ -227,8 +227,7 @@ class Atlas implements App {
 
   /** A step that the back button undoes. */
   private write(): void {
-    const second = viewOf(this.compare.second);
-    this.state = { ...this.state, ...viewOf(this.map), besideAt: second.at, besideZoom: second.zoom };
+    this.state = { ...this.state, ...this.map.stand, besideStand: this.compare.second?.stand ?? { zoom: 1 } };
     const hash = `#${toAddress(this.state)}`;
     if (hash !== location.hash) history.pushState(null, "", hash);
   }
@@ -242,7 +241,7 @@ class Atlas implements App {
   private showAddress(state: State, wrong: string[]): void {
     this.state = state;
     this.angles.form = state.angles;
-    const where = { at: state.at, zoom: state.zoom };
+    const where = { at: state.at, mid: state.mid, zoom: state.zoom };
     for (let refusal = this.showMap(where); refusal; refusal = this.showMap(where)) wrong.push(this.leaveOut(refusal));
     this.openTab(state.tab);
     this.refresh();
@@ -290,7 +289,7 @@ class Atlas implements App {
     return h("div", { class: "tools", role: "group", "aria-label": "Map tools" },
       button("plus", "Zoom in", () => this.map.zoomBy(1.6)), button("minus", "Zoom out", () => this.map.zoomBy(1 / 1.6)),
       button("whole", "Whole map", () => {
-        this.map.goTo(undefined, 1);
+        this.map.goTo({ zoom: 1 });
         this.moved(true);
       }), shareMenu);
   }
@@ -367,12 +366,6 @@ class Atlas implements App {
       this.pages[key].opened?.(selected);
     }
   }
-}
-
-/** Where a map stands, for the address. */
-function viewOf(map: MapView | undefined): { at?: Place; zoom: number } {
-  const at = map?.at;
-  return { at, zoom: map && at ? map.zoom : 1 };
 }
 
 function parameterOf(error: unknown): string | null {

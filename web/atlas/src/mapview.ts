@@ -8,11 +8,11 @@ import { afterQuiet, eachFrame, h } from "./dom";
 import type { Choice, Engine } from "./engine";
 import { messageOf } from "./format";
 import { drawScene, graticuleStep, tissotStep, type Scene } from "./scene";
-import type { Place } from "./state";
+import type { Place, Stand } from "./state";
 import { CanvasSurface, SvgSurface } from "./surface";
 import { theme } from "./theme";
 import { Turner } from "./turn";
-import { keepWithin, leastZoom, mostZoom, pan, put, toMap, zoomAbout, type Margins, type Size, type Spot, type View } from "./view";
+import { atShare, keepWithin, leastZoom, mostZoom, pan, put, shareOf, toMap, zoomAbout, type Margins, type Size, type Spot, type View } from "./view";
 
 export interface MapEvents {
   /** A drag or a key has turned the projection; `done` when it ends. */
@@ -29,6 +29,7 @@ export type FineLand = (choice: Choice, piece: Piece) => Promise<Paths & { lines
 
 const MARGINS: Margins = [46, 34];  // pixels about a whole map, room for labels
 const CLICK = 4;              // pixels that a click may move
+const DOUBLE = 280;           // milliseconds in which a second click makes a double one
 const QUIET = 140;            // milliseconds without movement until the fine picture
 const TURN_BELOW = 4;         // zoom up to which a drag turns maps other than the azimuthal ones
 const KEY_STEP = 48;          // pixels
@@ -85,7 +86,7 @@ export class MapView {
   }
 
   /** Shows a projection; throws what the library says and leaves the map as it was, veiled. */
-  show(choice: Choice, accuracy: Accuracy, where: { at?: Place; zoom: number } | "stay" | "keep"): void {
+  show(choice: Choice, accuracy: Accuracy, where: Stand | "stay" | "keep"): void {
     let chart: Chart;
     try {
       chart = new Chart(this.engine, choice, accuracy, this.size);
@@ -98,7 +99,7 @@ export class MapView {
     this.accuracy = accuracy;
     this.chart = chart;
     if (where === "keep" && before) this.keepPlace(before, chart);
-    else if (where !== "stay" && where !== "keep") this.goTo(where.at, where.zoom);
+    else if (where !== "stay" && where !== "keep") this.goTo(where);
     before?.dispose();
     this.settle();
     this.redraw();
@@ -114,24 +115,30 @@ export class MapView {
     return this.chart ? this.view.scale / this.chart.fitted(this.size, MARGINS).scale : 1;
   }
 
-  /** The place in the middle; nothing when the map stands whole in its place. */
-  get at(): Place | undefined {
-    if (!this.chart) return undefined;
+  private get isWhole(): boolean {
+    if (!this.chart) return true;
     const whole = this.chart.fitted(this.size, MARGINS);
     const off = Math.hypot(whole.x - this.view.x, whole.y - this.view.y) * this.view.scale;
-    return off < 1 && Math.abs(this.zoom - 1) < 1e-3 ? undefined : this.middle;
+    return off < 1 && Math.abs(this.zoom - 1) < 1e-3;
+  }
+
+  get stand(): Stand {
+    if (!this.chart || this.isWhole) return { at: undefined, mid: undefined, zoom: 1 };
+    const at = this.middle;
+    return { at, mid: at ? undefined : shareOf(this.chart.box, this.view.x, this.view.y), zoom: this.zoom };
   }
 
   get middle(): Place | undefined {
     return this.chart?.place(this.view, this.size, this.size.width / 2, this.size.height / 2);
   }
 
-  goTo(at: Place | undefined, zoom: number): void {
+  goTo({ at, mid, zoom }: Stand): void {
     if (!this.chart) return;
     const whole = this.chart.fitted(this.size, MARGINS);
     this.view = { ...whole, scale: whole.scale * Math.min(Math.max(zoom, leastZoom), mostZoom) };
     const spot = at && this.chart.spot(this.view, this.size, at);
     if (spot) this.centre(toMap(this.view, this.size, ...spot));
+    else if (mid) this.centre(atShare(this.chart.box, mid));
     this.settle();
     this.redraw();
   }
@@ -181,7 +188,7 @@ export class MapView {
     const { chart, view, size } = this;
     if (!chart) return { graticule: 0, tissot: 0 };
     return {
-      bounds: this.at && this.zoom > 1 ? chart.inSight(view, size) : undefined,
+      bounds: !this.isWhole && this.zoom > 1 ? chart.inSight(view, size) : undefined,
       graticule: graticuleStep(chart, view, size.width, this.scene.graticule), tissot: tissotStep(chart, view, size.width),
     };
   }
@@ -317,13 +324,13 @@ export class MapView {
   private resize(): void {
     const box = this.controls.getBoundingClientRect();
     if (box.width < 10 || box.height < 10) return;
-    const [at, zoom] = [this.at, this.zoom];
+    const { stand } = this;
     this.size = { width: Math.round(box.width), height: Math.round(box.height) };
     const density = Math.min(window.devicePixelRatio || 1, 2);
     this.canvas.width = Math.round(this.size.width * density);
     this.canvas.height = Math.round(this.size.height * density);
     if (this.chart) {
-      this.goTo(at, zoom);
+      this.goTo(stand);
       this.paint();
     }
   }
@@ -340,6 +347,7 @@ export class MapView {
     const { pointers } = this;
     let start: Spot = [0, 0];
     let dragged = false;
+    let pick: number | undefined;
     let queued: { from: Spot; to: Spot; swap: boolean } | undefined;
     const follow = () => {
       const step = queued;
@@ -388,7 +396,8 @@ export class MapView {
         if (choice) this.events.turned(choice.values, true);
       } else if (event.type === "pointerup") {
         const place = this.placeAt(...this.spotOf(event));
-        if (place) this.events.picked(place);
+        window.clearTimeout(pick);
+        if (place) pick = window.setTimeout(() => this.events.picked(place), DOUBLE);
       }
     };
     target.addEventListener("pointerup", end);
@@ -399,7 +408,10 @@ export class MapView {
       const lines = event.deltaMode === WheelEvent.DOM_DELTA_LINE ? 30 : 1;
       this.zoomBy(Math.exp(Math.min(Math.max(-event.deltaY * lines * 0.0016, -0.7), 0.7)), this.spotOf(event));
     }, { passive: false });
-    target.addEventListener("dblclick", (event) => this.zoomBy(2, this.spotOf(event)));
+    target.addEventListener("dblclick", (event) => {
+      window.clearTimeout(pick);
+      this.zoomBy(2, this.spotOf(event));
+    });
     target.addEventListener("keydown", (event) => this.key(event));
   }
 
@@ -426,7 +438,7 @@ export class MapView {
       "=": () => this.zoomBy(1.4),
       "-": () => this.zoomBy(1 / 1.4),
       "0": () => {
-        this.goTo(undefined, 1);
+        this.goTo({ zoom: 1 });
         this.events.moved(true);
       },
       Enter: () => {

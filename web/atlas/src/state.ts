@@ -7,13 +7,20 @@ export type Shading = "none" | "scale" | "area" | "angle";
 export type Tab = "point" | "compare" | "distortion" | "table" | "georef";
 export type AngleForm = "degrees" | "dms";
 
-export interface State {
+/** A part of a map's width from the left and of its height from below. */
+export type Share = readonly [x: number, y: number];
+
+/** Where a map stands: whole, or with a place in the middle, or with a part of its box where the middle is no place. */
+export interface Stand {
+  at?: Place;
+  mid?: Share;
+  zoom: number;
+}
+
+export interface State extends Stand {
   slug: string;
   /** What differs from where the projection opens. */
   values: Values;
-  /** The place in the middle of the map; without it the map is shown whole. */
-  at?: Place;
-  zoom: number;
   point?: Place;
   tab: Tab;
   /** Step of the graticule in degrees; 0 for none, undefined for one that suits the zoom. */
@@ -23,8 +30,7 @@ export interface State {
   /** The second map. */
   beside?: string;
   besideValues: Values;
-  besideAt?: Place;
-  besideZoom: number;
+  besideStand: Stand;
   from: string;
   to: string;
   angles: AngleForm;
@@ -36,7 +42,7 @@ export const secondDatum = firstDatum;
 
 export function initial(): State {
   return {
-    slug: firstSlug, values: {}, zoom: 1, tab: "point", tissot: false, shading: "none", besideValues: {}, besideZoom: 1,
+    slug: firstSlug, values: {}, zoom: 1, tab: "point", tissot: false, shading: "none", besideValues: {}, besideStand: { zoom: 1 },
     from: firstDatum, to: secondDatum, angles: "degrees", stated: false,
   };
 }
@@ -64,12 +70,13 @@ function valueOf(text: string): Value {
 export function toAddress(state: State): string {
   const parts = [state.slug];
   const add = (key: string, text: string) => parts.push(`${key}=${text}`);
-  const addView = (prefix: string, at: Place | undefined, zoom: number) => {
+  const addStand = (prefix: string, { at, mid, zoom }: Stand) => {
     if (at) add(`${prefix}at`, at.map((degrees) => short(degrees, zoom > 1000 ? 9 : 4)).join(","));
+    else if (mid) add(`${prefix}mid`, mid.map((part) => short(part, zoom > 10 ? 9 : 5)).join(","));
     if (zoom !== 1) add(`${prefix}zoom`, String(Number(zoom.toPrecision(4))));
   };
   for (const [key, value] of Object.entries(state.values)) add(key, valueText(value));
-  addView("", state.at, state.zoom);
+  addStand("", state);
   if (state.point) add("p", state.point.map((degrees) => short(degrees, 9)).join(","));
   if (state.tab !== "point") add("tab", state.tab);
   if (state.graticule !== undefined) add("grid", String(state.graticule));
@@ -78,7 +85,7 @@ export function toAddress(state: State): string {
   if (state.beside) {
     add("with", state.beside);
     for (const [key, value] of Object.entries(state.besideValues)) add(`with.${key}`, valueText(value));
-    addView("with.", state.besideAt, state.besideZoom);
+    addStand("with.", state.besideStand);
   }
   if (state.from !== firstDatum) add("from", encode(state.from));
   if (state.to !== secondDatum) add("to", encode(state.to));
@@ -87,10 +94,19 @@ export function toAddress(state: State): string {
   return parts.join(";");
 }
 
+function pairOf(text: string): [number, number] | undefined {
+  const [first, second, ...rest] = text.split(",").map((part) => (part.trim() === "" ? NaN : Number(part)));
+  return rest.length === 0 && Number.isFinite(first) && Number.isFinite(second) ? [first!, second!] : undefined;
+}
+
 function placeOf(text: string): Place | undefined {
-  const [lon, lat, ...rest] = text.split(",").map((part) => (part.trim() === "" ? NaN : Number(part)));
-  if (rest.length > 0 || !Number.isFinite(lon) || !Number.isFinite(lat) || Math.abs(lat!) > 90) return undefined;
-  return [wrapped(lon!), lat!];
+  const pair = pairOf(text);
+  return pair && Math.abs(pair[1]) <= 90 ? [wrapped(pair[0]), pair[1]] : undefined;
+}
+
+function shareOf(text: string): Share | undefined {
+  const pair = pairOf(text);
+  return pair?.every((part) => part >= 0 && part <= 1) ? pair : undefined;
 }
 
 /** What an address may speak of. */
@@ -102,10 +118,13 @@ export interface Known {
 const shadings: readonly string[] = ["none", "scale", "area", "angle"];
 const tabs: readonly string[] = ["point", "compare", "distortion", "table", "georef"];
 
-function takeZoom(text: string, take: (zoom: number) => void): boolean {
+/** Reads a part of where a map stands. */
+function takeStand(stand: Stand, key: "at" | "mid" | "zoom", text: string): boolean {
+  if (key === "at") return Boolean((stand.at = placeOf(text)));
+  if (key === "mid") return Boolean((stand.mid = shareOf(text)));
   const zoom = Number(text);
   if (!(zoom >= leastZoom && zoom <= mostZoom)) return false;
-  take(zoom);
+  stand.zoom = zoom;
   return true;
 }
 
@@ -118,11 +137,13 @@ function takeFlag(text: string, take: (flag: boolean) => void): boolean {
 /** Reads one part; false when it cannot be understood. */
 function take(state: State, key: string, text: string, known: Known): boolean {
   switch (key) {
-    case "at": return Boolean((state.at = placeOf(text)));
+    case "at":
+    case "mid":
+    case "zoom": return takeStand(state, key, text);
+    case "with.at": return takeStand(state.besideStand, "at", text);
+    case "with.mid": return takeStand(state.besideStand, "mid", text);
+    case "with.zoom": return takeStand(state.besideStand, "zoom", text);
     case "p": return Boolean((state.point = placeOf(text)));
-    case "zoom": return takeZoom(text, (zoom) => (state.zoom = zoom));
-    case "with.at": return Boolean((state.besideAt = placeOf(text)));
-    case "with.zoom": return takeZoom(text, (zoom) => (state.besideZoom = zoom));
     case "tab": return tabs.includes(text) && Boolean((state.tab = text as Tab));
     case "grid": {
       const step = Number(text);

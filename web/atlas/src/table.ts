@@ -72,19 +72,31 @@ export function read(name: string, text: string, orvex: Orvex): Source {
 
 /** Names of columns that belong together. */
 const columnNames = [
-  [/^(lon|long|longitude|lng)(?![a-z])/i, /^(lat|latitude)(?![a-z])/i],
-  [/^(x|easting|east|e)(?![a-z])/i, /^(y|northing|north|n)(?![a-z])/i],
+  [["lon", "longitude", "long", "lng"], ["lat", "latitude"]],
+  [["x", "easting", "east", "e"], ["y", "northing", "north", "n"]],
 ] as const;
 const decimalCommas = /^\s*[+-]?\d+,\d+\s*$/;
+const mayPartThousands = /^\s*[+-]?[1-9]\d{0,2},\d{3}\s*$/;
 const decimalPoints = /^\s*[+-]?\d+\.\d+\s*$/;
 
-function isComment(row: readonly string[]): boolean {
-  return row[0]?.startsWith("#") ?? false;
+const comments = /^[ \t]*#.*$/gm;
+const COMMENT = "\0";  // in front of one; no text that is read has it
+
+/** Comments as rows of one field, whatever signs they hold. */
+function withComments(text: string): string {
+  return text.replace(comments, (line) => `"${COMMENT}${line.replaceAll('"', '""')}"`);
 }
 
-/** Whichever the first line of the table holds most, else blanks. */
+function isComment(row: readonly string[]): boolean {
+  return row[0]?.startsWith(COMMENT) ?? false;
+}
+
+const quotedFields = /(^|[,;\t|])[ ]*"(?:[^"]|"")*"/g;
+
+/** Whichever the first line of the table holds most outside of quotes, else blanks. */
 function delimiterOf(text: string): string {
-  const line = text.split(/\r\n?|\n/).find((each) => each.trim() !== "" && !each.startsWith("#")) ?? "";
+  const first = text.replace(comments, "").split(/\r\n?|\n/).find((each) => each.trim() !== "") ?? "";
+  const line = first.replace(quotedFields, "$1");
   const counts = [",", ";", "\t", "|"].map((sign) => [sign, line.split(sign).length - 1] as const);
   const [sign, count] = counts.reduce((most, each) => (each[1] > most[1] ? each : most));
   return count > 0 ? sign : " ";
@@ -105,7 +117,7 @@ class TableSource implements Source {
   constructor(private readonly name: string, text: string, private readonly orvex: Orvex) {
     this.delimiter = delimiterOf(text);
     this.newline = text.includes("\r\n") ? "\r\n" : "\n";
-    const { data, errors } = Papa.parse<string[]>(text, { skipEmptyLines: true, delimiter: this.delimiter });
+    const { data, errors } = Papa.parse<string[]>(withComments(text), { skipEmptyLines: true, delimiter: this.delimiter });
     const rows = this.delimiter === " " ? data.map((row) => row.filter((field) => field !== "")) : data;
     const top = rows.findIndex((row) => !isComment(row));
     const first = rows[top];
@@ -130,10 +142,16 @@ class TableSource implements Source {
   private coordinate(text: string | undefined, axis?: Axis): number {
     if (!text) return NaN;
     try {
-      return degreesOf(this.orvex.angle, this.decimalComma ? text.replace(",", ".") : text, axis);
+      return degreesOf(this.orvex.angle, this.withPoint(text, axis === undefined), axis);
     } catch {
       return NaN;
     }
+  }
+
+  /** A comma between commas stood within quotes: it is the decimal one, but for lengths of which it may part the thousands. */
+  private withPoint(text: string, isLength: boolean): string {
+    const within = this.delimiter === "," && /^[^,.]*\d,\d[^,.]*$/.test(text) && !(isLength && mayPartThousands.test(text));
+    return this.decimalComma || within ? text.replace(",", ".") : text;
   }
 
   summary(columns = this.headed ? guess(this.header) : ([0, 1] as const)): Summary {
@@ -179,9 +197,9 @@ class TableSource implements Source {
   /** The form of the file that was read: its delimiter, line ends and comments. */
   private fileOf(header: string[], rows: string[][]): string {
     const above = this.headed ? [...this.above.slice(0, -1), header] : this.above;
-    const needsQuotes = (field: string) => field.includes(this.delimiter) || /["\r\n]/.test(field);
+    const needsQuotes = (field: string) => field.includes(this.delimiter) || /^#|["\r\n]/.test(field);
     const quoted = (field: string) => (needsQuotes(field) ? `"${field.replaceAll('"', '""')}"` : field);
-    const lines = [...above, ...rows].map((row) => (isComment(row) ? row : row.map(quoted)).join(this.delimiter));
+    const lines = [...above, ...rows].map((row) => (isComment(row) ? row[0]!.slice(COMMENT.length) : row.map(quoted).join(this.delimiter)));
     return lines.join(this.newline) + this.newline;
   }
 
@@ -206,11 +224,22 @@ class TableSource implements Source {
   }
 }
 
+/** Whether a column's name is a usual one with more behind it: "lon (deg)". E13.5 is an angle. */
+function extendsName(column: string, name: string): boolean {
+  return name !== "e" && name !== "n" && column.startsWith(name) && /^[^a-z0-9]/.test(column.slice(name.length));
+}
+
+/** The column with one of the usual names, before those with more behind it; -1 without one. */
+function columnNamed(header: readonly string[], usual: readonly string[]): number {
+  const columns = header.map((name) => name.toLowerCase());
+  const exact = usual.map((name) => columns.indexOf(name)).find((at) => at >= 0);
+  return exact ?? usual.map((name) => columns.findIndex((column) => extendsName(column, name))).find((at) => at >= 0) ?? -1;
+}
+
 /** The columns of the coordinates by their names. */
 function guess(header: readonly string[]): readonly [number, number] | undefined {
   for (const [lon, lat] of columnNames) {
-    const x = header.findIndex((name) => lon.test(name));
-    const y = header.findIndex((name) => lat.test(name));
+    const [x, y] = [columnNamed(header, lon), columnNamed(header, lat)];
     if (x >= 0 && y >= 0) return [x, y];
   }
   return undefined;

@@ -66,7 +66,9 @@ export class TablePage implements Page {
       this.say(`${file.name} is larger than 200 MB; the command line converts tables of any size`, true);
       return;
     }
-    await this.read(file.name, await file.text());
+    const text = await file.text().catch(() => undefined);
+    if (text === undefined) this.say(`${file.name} cannot be read: it may be a folder`, true);
+    else await this.read(file.name, text);
   }
 
   private say(text: string, wrong = false): void {

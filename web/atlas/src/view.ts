@@ -68,6 +68,15 @@ export function keepWithin(view: View, box: Box): View {
   return { ...view, x: clamp(view.x, box.minX, box.maxX), y: clamp(view.y, box.minY, box.maxY) };
 }
 
+/** A map position as parts of a box, from the left and from below, and back. */
+export function shareOf(box: Box, x: number, y: number): Spot {
+  return [(x - box.minX) / (box.maxX - box.minX), (y - box.minY) / (box.maxY - box.minY)];
+}
+
+export function atShare(box: Box, [right, up]: Spot): Spot {
+  return [box.minX + right * (box.maxX - box.minX), box.minY + up * (box.maxY - box.minY)];
+}
+
 /** A longitude within half a turn of Greenwich; one that is there keeps its bits. */
 export function wrapped(degrees: number): number {
   if (Math.abs(degrees) <= 180) return degrees;

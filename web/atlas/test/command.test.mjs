@@ -2,22 +2,21 @@
 // release or demo build; ORVEX_TOOL names another one.
 import assert from "node:assert/strict";
 import { execFileSync } from "node:child_process";
-import { existsSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from "node:fs";
+import { mkdtempSync, readFileSync, rmSync, writeFileSync } from "node:fs";
 import { tmpdir } from "node:os";
 import { join } from "node:path";
 import { after, before, describe, test } from "node:test";
-import { fileURLToPath } from "node:url";
 
 import { drop, settled, Site } from "./page.mjs";
+import { tool } from "./source.mjs";
 
-const places = ["release", "demo"].map((preset) => fileURLToPath(new URL(`../../../build/${preset}/bin/orvex`, import.meta.url)));
-const tool = process.env.ORVEX_TOOL ?? places.find(existsSync);
 const projections = JSON.parse(readFileSync(new URL("../src/projections.json", import.meta.url), "utf8"));
 
 const own = [
   "lcc;lat1=-20;lat2=-40;lon0=25.5;x0=500000;p=27,-30", "utm;lon0=-99;p=-97.75,30.25", "utm;lon0=-99;south=yes;p=-97.75,-30.25",
   "utm;lon0=10;p=11,47", "utm;lon0=9;lat0=10;p=11,47", "utm;lon0=9;k0=1;p=11,47", "tmerc;lon0=10;ellipsoid=Bessel+1841;p=11,47", "moll;radius=6371000;flattening=0;p=11,-47",
   "hotine;usealpha=yes;alpha=30;lon0=20;lat0=45;p=21,44", "spcs27;zone=Texas+Central;p=-97.75,30.25", "merc;scale=0.5;p=11,47;stated=yes",
+  "tmerc;lon0=10;k0=0;p=11,47", "utm;lon0=9;k0=0;p=11,47", "lcc;lat1=33;lat2=45;scale=0;p=20,40",
 ];
 
 /** Runs a line of the page by a shell that knows the tool as `orvex`. */
@@ -66,6 +65,7 @@ describe("commands", { skip: tool ? false : "the tool is not built" }, () => {
       [4, "id,lon,lat\nA,13 24 18 E,52:31:12\nB,E13d24.5',N52.5\nC,52N,13\nD,13 75 18 E,52\n"], [1, ",lon,lat\n0,13.405,52.52\n"],
       [1, "lon,lat,2020\n13.405,52.52,5\n"], [1, "lat,lon,n\n52,13,a,b,c\n"], [1, "x,lon,lat\nhello,13.405,52.52\n"],
       [2, "13.405 52.52 A\n16 95 B\n"], [1, "lon\tlat\n13.405\t52.52\n"], [2, "lon,lat\n0x10,5\n , \n"],
+      [4, 'lon,lat\n"13,405","52,52"\n"1,3,4",52\n"13,405",52.52\n"1.300,4",52\n'],
     ];
     const page = await site.open("#utm;lon0=15;tab=table");
     for (const [rows, text] of forms) {

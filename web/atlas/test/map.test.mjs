@@ -83,6 +83,20 @@ test("the wheel keeps the place under the pointer", async () => {
   assert.match(hashOf(page), /at=.*zoom=/);
 });
 
+test("a double click zooms and sets no point", async () => {
+  const page = await site.open("#merc");
+  const box = await page.locator(".surface").boundingBox();
+  const spot = [box.x + box.width * 0.6, box.y + box.height * 0.4];
+  const before = await page.evaluate(() => history.length);
+  await page.mouse.dblclick(...spot);
+  await settled(page);
+  assert.match(hashOf(page), /^#merc;at=[^;]*;zoom=2$/);
+  assert.equal(await page.evaluate(() => history.length), before + 1);
+  await page.mouse.click(...spot);
+  await settled(page);
+  assert.match(hashOf(page), /zoom=2;p=/);
+});
+
 test("keys turn, zoom and take a point", async () => {
   const page = await site.open("#ortho");
   await page.locator(".surface").focus();
@@ -207,6 +221,27 @@ describe("the address follows the view", () => {
     await page.locator('[data-slug="merc"]').click();
     await settled(page);
     assert.match(hashOf(page), /^#merc;.*at=-100,40;zoom=/);
+  });
+  test("also where the middle is off the map", async () => {
+    const page = await site.open("#moll");
+    const box = await page.locator(".surface").first().boundingBox();
+    const corner = await page.evaluate(() => {
+      const { chart, view, size } = { chart: atlas.map.current, view: atlas.map.viewNow, size: atlas.map.sizeNow };
+      return [size.width / 2 + (chart.box.maxX - view.x) * view.scale, size.height / 2 - (chart.box.maxY - view.y) * view.scale];
+    });
+    await page.mouse.move(box.x + corner[0], box.y + corner[1]);
+    for (let i = 0; i < 5; ++i) await page.mouse.wheel(0, -250);
+    await page.evaluate(() => atlas.map.drag([0, 0], [-4000, 4000], false));  // as far into the corner as it goes
+    await settled(page);
+    const stands = (where) => where.evaluate(() => ({ middle: atlas.map.middle, view: atlas.map.viewNow }));
+    const { middle, view } = await stands(page);
+    assert.equal(middle, undefined);
+    assert.match(hashOf(page), /^#moll;mid=1,1;zoom=7\.389$/);
+    const there = (await stands(await site.open(hashOf(page)))).view;
+    assert.ok(Math.abs(there.scale / view.scale - 1) < 1e-3 && Math.hypot(there.x - view.x, there.y - view.y) * view.scale < 1, JSON.stringify([view, there]));
+    await page.goBack();
+    await settled(page);
+    assert.equal(hashOf(page), "#moll");
   });
   test("of the second map, too", async () => {
     const page = await site.open("#merc;tab=compare;with=laea");

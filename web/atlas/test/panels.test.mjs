@@ -197,10 +197,11 @@ describe("tables", () => {
       ["odd.json", '{"type":"Point","coordinates":["a",2]}', /coordinates of a Point are damaged/],
       ["other.json", '{"type":"Topology"}', /unknown type "Topology"/],
       ["empty.csv", "\n\n", /empty\.csv is empty/], ["one.csv", "alone\n1\n", /no two columns/],
-      ["bytes.csv", Uint8Array.from([1, 0, 2, 0]), /is not a text/],
+      ["bytes.csv", Uint8Array.from([1, 0, 2, 0]), /is not a text/], ["folder", undefined, /folder cannot be read/],
     ];
     for (const [name, content, message] of bad) {
-      await drop(page, "#page-table .drop", name, content);
+      if (content === undefined) await page.evaluate(() => (File.prototype.text = () => Promise.reject(new DOMException("a directory", "NotFoundError"))));
+      await drop(page, "#page-table .drop", name, content ?? "");
       await page.waitForFunction((source) => new RegExp(source).test(document.querySelector("#page-table .note").textContent), message.source);
       assert.equal(await page.locator(".preview").textContent(), shown);
     }
@@ -292,6 +293,26 @@ describe("georeferencing", () => {
     await settled(page);
     assert.match(await page.locator(".total").textContent(), /2 more control points to go/);
     assert.doesNotMatch(hashOf(page), /p=/, "the click belongs to the control point");
+  });
+  test("a pixel far beyond the picture is refused, and the fit stays", async () => {
+    const page = await site.open("#eqc;tab=georef");
+    await drop(page, "#page-georef .drop", "map.png", await picture(page), "image/png");
+    await page.locator("canvas.picture").waitFor({ state: "visible" });
+    for (const [px, py] of [[50, 50], [550, 40], [300, 250]]) {
+      await page.evaluate((control) => atlas.pages.georef.add(control), { px, py, place: place(px, py) });
+    }
+    const inputs = page.locator(".controls li").last().locator("input");
+    const fit = () => page.evaluate(() => atlas.pages.georef.fit.coefficients.join());
+    const before = await fit();
+    for (const [axis, text, refused] of [[0, "1e308", true], [1, "601", true], [0, "-601", true], [0, "x", true], [1, "-20", false]]) {
+      await inputs.nth(axis).fill(text);
+      await inputs.nth(axis).press("Enter");
+      const error = page.locator(".controls li").last().locator(".error").nth(axis);
+      assert.equal(await error.isVisible(), refused, text);
+      if (refused) assert.match(await error.textContent(), /lies between \u2212(600|300) and (1200|600)|not a number/);
+      assert.equal((await fit()) === before, refused, text);
+    }
+    assert.deepEqual(page.errors, []);
   });
   test("a file that is no picture is refused", async () => {
     const page = await site.open("#eqc;tab=georef");

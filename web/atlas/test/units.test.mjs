@@ -2,17 +2,9 @@
 import assert from "node:assert/strict";
 import { readFileSync } from "node:fs";
 import { test } from "node:test";
-import { fileURLToPath } from "node:url";
-
-import * as esbuild from "esbuild";
 
 import { outlines, readBlocks } from "../outlines.mjs";
-
-/** A source of the page as a module of Node. */
-async function source(name) {
-  const { outputFiles } = await esbuild.build({ entryPoints: [fileURLToPath(new URL(`../src/${name}.ts`, import.meta.url))], bundle: true, format: "esm", write: false });
-  return import(`data:text/javascript;base64,${Buffer.from(outputFiles[0].contents).toString("base64")}`);
-}
+import { source } from "./source.mjs";
 
 const [state, view, land, catalogue, format] = await Promise.all(["state", "view", "outlines", "catalogue", "format"].map(source));
 const known = { parameter: (slug, key) => ["lat1", "lat2", "lon0", "zone", "south"].includes(key), datum: (name) => name !== "Nowhere" };
@@ -21,7 +13,8 @@ test("an address says what it was made from", () => {
   const rows = [
     {}, { slug: "lcc", values: { lat1: 33, lat2: 45.25, lon0: -96 } }, { slug: "utm", values: { lon0: 9, south: true } },
     { slug: "spcs83", values: { zone: "Illinois West" } }, { at: [-96, 38.5], zoom: 4 }, { point: [13.405123456, -52.52] },
-    { tab: "table", graticule: 0, tissot: true, shading: "angle" }, { graticule: 10 }, { beside: "laea", besideValues: { lat1: 45 }, besideAt: [9, 45], besideZoom: 2.5 },
+    { tab: "table", graticule: 0, tissot: true, shading: "angle" }, { graticule: 10 }, { beside: "laea", besideValues: { lat1: 45 }, besideStand: { at: [9, 45], zoom: 2.5 } },
+    { mid: [0.015, 0.98], zoom: 2 }, { mid: [0, 0.123456789], zoom: 400, beside: "laea", besideStand: { mid: [1, 0], zoom: 0.5 } },
     { from: "Ain El Abd 1970 - Bahrain, Island", to: "A; B=C & 50%" }, { angles: "dms", stated: true },
   ];
   for (const row of rows) {
@@ -34,7 +27,7 @@ test("an address says what it was made from", () => {
 });
 
 test("an address that cannot be read harms nothing else", () => {
-  for (const part of ["at=1", "at=1,2,3", "at=,", "at=x,y", "at=0,91", "zoom=0", "zoom=-1", "zoom=x", "zoom=Infinity", "tab=none", "color=red", "grid=-1", "grid=100", "with=none", "angles=rad", "tissot=foo", "stated=bar", "from=Nowhere", "zoom=1e308", "with.zoom=0", "with.at=x", "foo=1", "=", "%", "from=%E0%A4"]) {
+  for (const part of ["at=1", "at=1,2,3", "at=,", "at=x,y", "at=0,91", "zoom=0", "zoom=-1", "zoom=x", "zoom=Infinity", "tab=none", "color=red", "grid=-1", "grid=100", "with=none", "angles=rad", "tissot=foo", "stated=bar", "from=Nowhere", "zoom=1e308", "with.zoom=0", "with.at=x", "mid=1", "mid=0.5,1.1", "mid=-0.1,0", "with.mid=x,0", "foo=1", "=", "%", "from=%E0%A4"]) {
     const [read, wrong] = state.fromAddress(`#moll;${part};lon0=150`, known);
     assert.deepEqual(wrong, [part]);
     assert.deepEqual([read.slug, read.values.lon0], ["moll", 150]);

@@ -1,5 +1,5 @@
 // Angles as text.
-import { OrvexError, textOf } from "./errors.js";
+import { OrvexError, recordOf, textOf } from "./errors.js";
 import type { Module } from "./module.js";
 import type { AngleFormat, Angles } from "./types.js";
 
@@ -19,19 +19,21 @@ export function makeAngles(module: Module): Angles {
   return {
     parse(text: string, degreeSign = ""): number {
       // The typographic signs are taken for those that the library knows.
-      const plain = textOf(text).replace(/[\u00b0\u00ba]/g, "d").replace(/[\u2032\u2019]/g, "'").replace(/[\u2033\u201d]/g, '"');
+      const plain = textOf(text, "an angle").replace(/[\u00b0\u00ba]/g, "d").replace(/[\u2032\u2019]/g, "'").replace(/[\u2033\u201d]/g, '"');
       return module.withText(plain, (at) => module.withDoubles([0], (degrees) => {
-        module.run("angle_parse", at, byteOf(degreeSign), degrees);
+        module.run("angle_parse", at, byteOf(textOf(degreeSign, "the degree sign")), degrees);
         return module.doubles(degrees, 1)[0]!;
       }));
     },
     format(degrees: number, options: AngleFormat = {}): string {
-      const { fields = "dms", decimals = 4, axis, pad = false, blanks = false, separators = "d'\"" } = options;
+      const { fields = "dms", decimals = 4, axis, pad = false, blanks = false, separators = "d'\"" } = recordOf(options, "options");
+      if (!(fields in fieldBits)) throw new OrvexError(`fields are "d", "dm" or "dms", not ${String(fields)}`);
+      if (axis !== undefined && axis !== "lon" && axis !== "lat") throw new OrvexError(`axis is "lon" or "lat", not ${String(axis)}`);
       if (!Number.isInteger(decimals) || decimals < 0 || decimals > 15) throw new OrvexError("decimals are 0 to 15");
       if (!Number.isFinite(degrees)) throw new OrvexError(`${String(degrees)} is not an angle`);
       const sign = axis === undefined ? minusSign : hemisphere | (axis === "lat" ? latitude : 0);
       const word = decimals | fieldBits[fields] | sign | (pad ? zeroPad : 0) | (blanks ? spaced : 0);
-      const [d, m, s] = [0, 1, 2].map((i) => byteOf(separators[i]));
+      const [d, m, s] = [0, 1, 2].map((i) => byteOf(textOf(separators, "separators")[i]));
       return module.text("angle_format", degrees, word, d!, m!, s!);
     },
   };

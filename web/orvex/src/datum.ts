@@ -54,6 +54,7 @@ export class ShiftObject implements Shift {
   }
 
   forward3(coords: Float64Array): Float64Array {
+    if (!(coords instanceof Float64Array)) throw new OrvexError(`coordinates must be a Float64Array, not ${String(coords)}`);
     if (coords.length % 3 !== 0) throw new OrvexError("coordinates come in threes: longitude, latitude, height");
     const pairs = new Float64Array((coords.length / 3) * 2);
     for (let i = 0; i < pairs.length; i++) pairs[i] = coords[(i >> 1) * 3 + (i & 1)]!;

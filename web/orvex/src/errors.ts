@@ -16,19 +16,29 @@ export class OrvexError extends Error {
 
 /** What a caller gave as an array; anything else is refused. */
 export function listOf<T>(given: ArrayLike<T>, what: string): ArrayLike<T> {
-  if (typeof given !== "object" || typeof given?.length !== "number") throw new OrvexError(`${what} are an array, not ${String(given)}`);
+  if (typeof given !== "object" || typeof given?.length !== "number") throw new OrvexError(`${what} must be an array, not ${String(given)}`);
   return given;
 }
 
+/** An array of numbers; null and texts in it would count as 0. */
+export function numbersOf(given: ArrayLike<number>, what: string): ArrayLike<number> {
+  const list = listOf(given, what);
+  if (ArrayBuffer.isView(list)) return list;
+  for (let i = 0; i < list.length; ++i) {
+    if (typeof list[i] !== "number") throw new OrvexError(`${what} must be numbers; one of them is ${String(list[i])}`);
+  }
+  return list;
+}
+
 /** What a caller gave as a text. */
-export function textOf(given: string): string {
-  if (typeof given !== "string") throw new OrvexError(`${String(given)} is not a text`);
+export function textOf(given: string, what: string): string {
+  if (typeof given !== "string") throw new OrvexError(`${what} must be a text, not ${String(given)}`);
   return given;
 }
 
 /** What a caller gave as an object of named values. */
 export function recordOf<T extends object>(given: T, what: string): T {
-  if (typeof given !== "object" || given === null) throw new OrvexError(`${what} are an object, not ${String(given)}`);
+  if (typeof given !== "object" || given === null) throw new OrvexError(`${what} must be an object, not ${String(given)}`);
   return given;
 }
 

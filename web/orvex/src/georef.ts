@@ -1,6 +1,6 @@
 // Georeferencing: one plane fitted to another by control points.
 import type { Catalogue } from "./catalogue.js";
-import { listOf, OrvexError } from "./errors.js";
+import { listOf, numbersOf, OrvexError } from "./errors.js";
 import type { Module } from "./module.js";
 import { Owned } from "./owned.js";
 import type { Coordinates, Georef, GeorefControl, GeorefMethod, GeorefMethodInfo } from "./types.js";
@@ -20,6 +20,9 @@ export class GeorefObject implements Georef {
       throw new OrvexError(`${method.name} needs at least ${method.controls} control points, not ${count}`);
     }
     this.method = method;
+    if (!controls.every((control) => numbersOf(control, "control points").length === 4)) {
+      throw new OrvexError("a control point has four numbers: from x and y, to x and y");
+    }
     const points = [...controls.flatMap(([x, y]) => [x, y]), ...controls.flatMap(([, , x, y]) => [x, y])];
     const handle = module.withDoubles(points, (at) => module.make("georef_create", method.id, at, count));
     this.owned = new Owned(module, handle, "georef_delete", "transform");

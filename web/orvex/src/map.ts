@@ -1,5 +1,5 @@
 // Maps: shapes cut along the edge of what a projection shows, projected and bent.
-import { listOf, OrvexError } from "./errors.js";
+import { numbersOf, OrvexError, recordOf } from "./errors.js";
 import type { Handle, Module } from "./module.js";
 import { Owned } from "./owned.js";
 import type { MapBox, MapGeometry, MapOptions, Paths, Shapes } from "./types.js";
@@ -11,8 +11,8 @@ export class ShapesObject implements Shapes {
   private readonly owned: Owned;
 
   constructor(readonly module: Module, paths: Paths) {
-    const coords = listOf(paths?.coords, "coordinates of shapes");
-    const starts = Array.from(listOf(paths.starts, "starts of shapes"));
+    const coords = numbersOf(recordOf(paths, "shapes").coords, "coordinates of shapes");
+    const starts = Array.from(numbersOf(paths.starts, "starts of shapes"));
     this.length = starts.length - 1;
     const isRising = starts.every((start, i) => start >= (starts[i - 1] ?? 0));
     if (this.length < 0 || starts[0]! < 0 || !isRising || 2 * starts[this.length]! > coords.length) {
@@ -37,8 +37,9 @@ export class MapObject implements MapGeometry {
   private readonly owned: Owned;
   private size = 0;
 
-  constructor(private readonly module: Module, projection: Handle, { pixel, bounds }: MapOptions) {
-    if (bounds && listOf(bounds, "bounds").length !== 4) throw new OrvexError("bounds are west, south, east and north");
+  constructor(private readonly module: Module, projection: Handle, options: MapOptions) {
+    const { pixel, bounds } = recordOf(options, "options");
+    if (bounds && numbersOf(bounds, "bounds").length !== 4) throw new OrvexError("bounds are west, south, east and north");
     const handle = bounds
       ? module.withDoubles(bounds, (at) => module.make("map_create", projection, at))
       : module.make("map_create", projection, 0);
@@ -81,7 +82,7 @@ export class MapObject implements MapGeometry {
   }
 
   locate(lon: number, lat: number): [number, number] | null {
-    return this.module.withDoubles([lon, lat], (at) => {
+    return this.module.withDoubles(numbersOf([lon, lat], "longitude and latitude"), (at) => {
       const answer = this.module.call("map_locate", this.owned.handle, at);
       if (answer < 0) this.module.fail();
       const [x, y] = this.module.doubles(at, 2);

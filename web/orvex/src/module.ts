@@ -1,5 +1,5 @@
 // The module of WebAssembly: loading it, its memory, its calls.
-import { libraryError, OrvexError, textOf } from "./errors.js";
+import { libraryError, OrvexError } from "./errors.js";
 import type { LoadOptions, Paths, Points } from "./types.js";
 
 /** A place in the module's memory. */
@@ -28,6 +28,9 @@ const isNode = typeof process === "object" && typeof process.versions?.node === 
 async function compile(wasm: LoadOptions["wasm"]): Promise<WebAssembly.Module> {
   if (wasm instanceof WebAssembly.Module) return wasm;
   if (wasm instanceof ArrayBuffer || ArrayBuffer.isView(wasm)) return WebAssembly.compile(wasm as BufferSource);
+  if (wasm !== undefined && typeof wasm !== "string" && !(wasm instanceof URL)) {
+    throw new OrvexError(`wasm must be an address, bytes or a module, not ${String(wasm)}`);
+  }
   const beside = new URL("orvex.wasm", import.meta.url);
   const url = wasm === undefined ? beside : new URL(wasm, import.meta.url);
   if (url.protocol === "file:" && isNode) {
@@ -112,7 +115,7 @@ export class Module {
   }
 
   withText<T>(text: string, use: (at: Pointer) => T): T {
-    const room = this.exports.lengthBytesUTF8(textOf(text)) + 1;
+    const room = this.exports.lengthBytesUTF8(text) + 1;
     return this.withRoom(room, (at) => {
       this.exports.stringToUTF8(text, at, room);
       return use(at);

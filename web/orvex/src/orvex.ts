@@ -3,7 +3,7 @@ import { makeAngles } from "./angle.js";
 import { find, projectionIds } from "./catalogue.js";
 import type { Catalogue } from "./catalogue.js";
 import { addGrid, datumOf, ShiftObject } from "./datum.js";
-import { OrvexError } from "./errors.js";
+import { OrvexError, recordOf, textOf } from "./errors.js";
 import { GeorefObject } from "./georef.js";
 import { ShapesObject } from "./map.js";
 import type { Module } from "./module.js";
@@ -36,7 +36,8 @@ export class OrvexObject implements Orvex {
     return this.catalogue.zones[checkedYear(year)];
   }
 
-  projection(nameOrId: string | number, params: Params = {}, { accuracy = "exact" }: AccuracyOption = {}): Projection {
+  projection(nameOrId: string | number, params: Params = {}, options: AccuracyOption = {}): Projection {
+    const { accuracy = "exact" } = recordOf(options, "options");
     const info = find(this.projections, nameOrId, "projection");
     return new ProjectionObject(this.module, this.catalogue, info, params, accuracy);
   }
@@ -45,14 +46,15 @@ export class OrvexObject implements Orvex {
     if (!Number.isInteger(zone) || zone < 1 || zone > 60) {
       throw new OrvexError(`${zone} is not a UTM zone: a whole number from 1 to 60`, null, "zone");
     }
-    return this.projection(projectionIds.utm, { ...params, zone, south, lon0: 6 * zone - 183 }, options);
+    return this.projection(projectionIds.utm, { ...recordOf(params, "parameters"), zone, south, lon0: 6 * zone - 183 }, options);
   }
 
   statePlane(nameOrId: string | number, year: 1927 | 1983, options: AccuracyOption = {}): Projection {
     return this.projection(planeOf(year), { zone: nameOrId }, options);
   }
 
-  utmAt({ zone, south }: UtmZone, options: AccuracyOption = {}): Projection {
+  utmAt(place: UtmZone, options: AccuracyOption = {}): Projection {
+    const { zone, south } = recordOf(place, "the zone");
     if (zone !== polarZone) return this.utm(zone, south, {}, options);
     return this.projection(stereographic, { lat0: south ? -90 : 90, k0: 0.994, x0: 2e6, y0: 2e6 }, options);
   }
@@ -61,7 +63,8 @@ export class OrvexObject implements Orvex {
     return datumOf(this.catalogue, choice);
   }
 
-  shift(from: DatumChoice, to: DatumChoice, { accuracy = "exact" }: AccuracyOption = {}): Shift {
+  shift(from: DatumChoice, to: DatumChoice, options: AccuracyOption = {}): Shift {
+    const { accuracy = "exact" } = recordOf(options, "options");
     return new ShiftObject(this.module, this.catalogue, from, to, accuracy);
   }
 
@@ -93,7 +96,7 @@ export class OrvexObject implements Orvex {
   }
 
   fromMgrs(text: string): [number, number] {
-    return this.module.withText(text, (at) => this.module.withDoubles([0, 0], (place) => {
+    return this.module.withText(textOf(text, "the reference"), (at) => this.module.withDoubles([0, 0], (place) => {
       this.module.run("from_mgrs", at, place);
       const [lon, lat] = this.module.doubles(place, 2);
       return [lon!, lat!];
@@ -119,5 +122,5 @@ function planeOf(year: 1927 | 1983): number {
 }
 
 function checkPlace(lon: number, lat: number): void {
-  if (!Number.isFinite(lon) || !(Math.abs(lat) <= 90)) throw new OrvexError(`${lon}, ${lat} is no longitude and latitude`);
+  if (!Number.isFinite(lon) || !Number.isFinite(lat) || Math.abs(lat) > 90) throw new OrvexError(`${lon}, ${lat} is no longitude and latitude`);
 }

@@ -1,6 +1,6 @@
 // A projection: conversion, clipping, distortion.
 import type { Catalogue } from "./catalogue.js";
-import { listOf, OrvexError } from "./errors.js";
+import { listOf, numbersOf, OrvexError } from "./errors.js";
 import type { Module } from "./module.js";
 import { Owned } from "./owned.js";
 import { createProjection, readParams } from "./record.js";
@@ -43,6 +43,7 @@ export class ProjectionObject implements Projection {
   }
 
   inProjection(lon: number, lat: number): boolean {
+    numbersOf([lon, lat], "longitude and latitude");
     const answer = this.module.call("projection_holds", this.owned.handle, lon, lat);
     return answer < 0 ? this.module.fail() : answer !== 0;
   }
@@ -50,7 +51,7 @@ export class ProjectionObject implements Projection {
   clip(shape: Ring | readonly Ring[]): Float64Array[] {
     const isPolygon = typeof listOf<unknown>(shape, "shapes")[0] === "object";
     const rings = (isPolygon ? shape : [shape]) as readonly Ring[];
-    const lengths = rings.map((ring) => listOf(ring, "rings").length / 2);
+    const lengths = rings.map((ring) => numbersOf(ring, "rings").length / 2);
     if (!lengths.every(Number.isInteger)) throw new OrvexError("coordinates come in pairs; an array has an odd length");
     const coords = new Float64Array(rings.reduce((sum, ring) => sum + ring.length, 0));
     rings.reduce((at, ring) => (coords.set(ring, at), at + ring.length), 0);
@@ -66,8 +67,8 @@ export class ProjectionObject implements Projection {
   }
 
   distortion(lon: ArrayLike<number>, lat: ArrayLike<number>): Distortion {
-    const count = listOf(lon, "longitudes").length, fields = distortionFields.length;
-    if (listOf(lat, "latitudes").length !== count) throw new OrvexError("there are not as many latitudes as longitudes");
+    const count = numbersOf(lon, "longitudes").length, fields = distortionFields.length;
+    if (numbersOf(lat, "latitudes").length !== count) throw new OrvexError("there are not as many latitudes as longitudes");
     const places = new Float64Array(2 * count);
     for (let i = 0; i < count; i++) [places[2 * i], places[2 * i + 1]] = [lon[i]!, lat[i]!];
     return this.module.withDoubles(places, (at) => this.module.withDoubles(new Float64Array(fields * count), (values) => {

@@ -10,7 +10,7 @@ const clarke1866 = 15, grs80 = 3;
 
 /** A figure as the library takes it: a number of the catalogue, or 0 with radius and flattening. */
 export function figureOf(catalogue: Catalogue, choice: EllipsoidChoice): { id: number; radius: number; flattening: number } {
-  if (typeof choice !== "object") return find(catalogue.ellipsoids, choice, "ellipsoid", "ellipsoid");
+  if (typeof choice !== "object" || choice === null) return find(catalogue.ellipsoids, choice, "ellipsoid", "ellipsoid");
   return { id: 0, radius: finite(choice.radius, "radius"), flattening: finite(choice.flattening ?? 0, "flattening") };
 }
 
@@ -56,7 +56,7 @@ class Draft {
     }
     const given = radius === undefined ? ellipsoid : { radius, flattening: flattening ?? 0 };
     if (given !== undefined && !this.info.usesEllipsoid) throw this.unused(radius === undefined ? "ellipsoid" : "radius");
-    const figure = figureOf(this.catalogue, given ?? this.usualEllipsoid());
+    const figure = figureOf(this.catalogue, given === undefined ? this.usualEllipsoid() : given);
     this.write1("ellipsoid", figure.id);
     if (figure.id !== 0) return;
     this.write1("radius", figure.radius);

@@ -96,6 +96,31 @@ describe("projections", () => {
     }
     assert.throws(() => orvex.utm(61), refusal(/not a UTM zone/, null, "zone"));
   });
+  test("take each of their parameters, and tell it again", () => {
+    const values = { number: 0.75, length: 1234.5, flag: true, ellipsoid: "Clarke 1866", zone: "Texas Central" };
+    const own = { alpha: 30, lat0: 12.5, lat1: 50, lat2: 41, lat3: -10, lon0: 30, lon1: -35, lon2: 40, lon3: 17 };
+    const zones = { 9: "Texas South", 10: "Alaska 1" };
+    for (const info of drawable) {
+      for (const { key, control } of info.parameters) {
+        const value = own[key] ?? (control === "zone" ? zones[info.id] : values[control]);
+        const start = key === "usealpha" ? { ...info.example, alpha: 30 } : info.example;
+        const told = orvex.projection(info.id, { ...start, [key]: value }).parameters;
+        const wanted = { ellipsoid: () => orvex.ellipsoids.find(({ name }) => name === value).id, zone: () => orvex.stateZones(info.id === 9 ? 1927 : 1983).find(({ name }) => name === value).id }[control]?.() ?? value;
+        assert.equal(told[key], wanted, `${info.name} ${key}`);
+        const plain = orvex.projection(info.id, start).parameters;
+        const others = Object.keys(told).filter((each) => each !== key && !(key === "south" && each === "y0") && !/^(ellipsoid|radius|flattening|zone)$/.test(each));
+        assert.deepEqual(others.map((each) => told[each]), others.map((each) => plain[each]), `${info.name}: nothing else changes with ${key}`);
+      }
+      assert.equal(orvex.projection(info.id, { ...info.example, wrap: true }).parameters.wrap, true);
+    }
+    const { radius, flattening, ellipsoid } = orvex.projection("Mercator", { radius: 6371000, flattening: 0.001 }).parameters;
+    assert.deepEqual([radius, flattening, ellipsoid], [6371000, 0.001, 0]);
+    assert.deepEqual(orvex.projection("Mercator", { ellipsoid: { radius: 6371000 } }).parameters.flattening, 0);
+    assert.equal(orvex.utm(33, true).parameters.y0, 1e7);
+    assert.throws(() => orvex.projection("Mercator", { radius: 1, ellipsoid: "WGS 84" }), refusal(/leave one out/, null, "ellipsoid"));
+    assert.throws(() => orvex.projection("Mercator", { flattening: 0.1 }), refusal(/needs radius/, null, "flattening"));
+    assert.throws(() => orvex.utm(33, false, { x0: 1 }), refusal(/does not use x0/, null, "x0"));
+  });
   test("cut shapes to their domain", () => {
     const view = orvex.projection("Orthographic", { lon0: 0, lat0: 0 });
     const [line] = view.clip(Array.from({ length: 121 }, (_, i) => [i, 10]).flat());
@@ -117,20 +142,56 @@ describe("projections", () => {
   });
 });
 
-test("what is of another kind is refused by a message", () => {
-  const mercator = orvex.projection("Mercator");
-  const cases = [
-    [() => orvex.projection("Mercator", null), /parameters are an object/], [() => orvex.projection("Mercator", {}, { accuracy: "exakt" }), /"exact" or "stated"/],
-    [() => orvex.shift(1, 3, { accuracy: true }), /"exact" or "stated"/], [() => orvex.datum(null), /no datum "null"/],
-    [() => mercator.forward(null), /two numbers/], [() => mercator.forward([1, 2]), /two numbers/], [() => mercator.inverse(new Float32Array(2)), /two numbers/],
-    [() => mercator.clip(null), /are an array/], [() => mercator.clip([null]), /are an array/], [() => mercator.distortion(1, 2), /are an array/],
-    [() => mercator.map({ bounds: [1, 2] }), /west, south, east and north/], [() => mercator.map().fill(null), /are an array/],
-    [() => orvex.shapes({ coords: new Float64Array(2) }), /are an array/], [() => orvex.georef(null, "affine"), /are an array/],
-    [() => orvex.grid("conus.las", null), /without its bytes/], [() => orvex.fromMgrs(5), /not a text/], [() => orvex.angle.parse(null), /not a text/],
-    [() => orvex.angle.format(NaN), /not an angle/], [() => orvex.mgrs(1, 2, 2.5), /number of digits/],
-  ];
-  for (const [use, message] of cases) assert.throws(use, refusal(message), String(use));
-  assert.throws(() => orvex.utm(33, "no"), refusal(/neither true nor false/, null, "south"));
+describe("what is of another kind is refused by a message that names it", () => {
+  const mercator = orvex.projection("Mercator"), map = mercator.map(), shift = orvex.shift(1, 3);
+  const coords = new Float64Array(2), starts = Int32Array.of(0, 1), { format, parse } = orvex.angle;
+  const corners = [[0, 0, 0, 0], [1, 0, 1, 0]];
+  const cases = {
+    "options and parameters": [
+      [() => orvex.projection("Mercator", null), /parameters must be an object, not null/], [() => orvex.utm(33, false, null), /parameters must be an object/],
+      [() => orvex.projection("Mercator", {}, null), /options must be an object, not null/], [() => orvex.utm(33, false, {}, null), /options must/],
+      [() => orvex.statePlane("Texas Central", 1983, null), /options must/], [() => orvex.utmAt({ zone: 33, south: false }, null), /options must/],
+      [() => orvex.shift(1, 3, null), /options must/], [() => mercator.map(null), /options must/], [() => format(1, null), /options must/],
+      [() => orvex.projection("Mercator", {}, { accuracy: "exakt" }), /"exact" or "stated"/], [() => orvex.shift(1, 3, { accuracy: null }), /"exact" or "stated"/],
+    ],
+    zones: [
+      [() => orvex.utmAt(null), /the zone must be an object, not null/], [() => orvex.utmAt(33), /the zone must be an object, not 33/],
+      [() => orvex.utmZone(10, null), /10, null is no longitude/], [() => orvex.utmZone(null, 10), /null, 10 is no/], [() => orvex.mgrs(1, null), /is no longitude/],
+      [() => orvex.stateZone(1, null, 1983), /is no longitude/], [() => orvex.fromMgrs(5), /the reference must be a text, not 5/], [() => orvex.mgrs(1, 2, 2.5), /number of digits/],
+    ],
+    coordinates: [
+      [() => mercator.forward(null), /two numbers/], [() => mercator.forward([1, 2]), /two numbers/], [() => mercator.inverse(new Float32Array(2)), /two numbers/],
+      [() => shift.forward3(null), /must be a Float64Array, not null/], [() => shift.forward3([1, 2, 3]), /must be a Float64Array/],
+      [() => mercator.inProjection(null, 5), /longitude and latitude must be numbers; one of them is null/], [() => map.locate(5, null), /must be numbers/],
+      [() => mercator.clip(null), /shapes must be an array/], [() => mercator.clip([null]), /rings must be an array/], [() => mercator.clip([[0, 0, 1, null]]), /rings must be numbers/],
+      [() => mercator.distortion(1, 2), /longitudes must be an array, not 1/], [() => mercator.distortion([1], [null]), /latitudes must be numbers/],
+    ],
+    shapes: [
+      [() => mercator.map({ bounds: [1, 2] }), /west, south, east and north/], [() => mercator.map({ bounds: [0, null, 10, 5] }), /bounds must be numbers/],
+      [() => map.fill(null), /shapes must be an object, not null/], [() => orvex.shapes({ coords }), /starts of shapes must be an array/], [() => orvex.shapes({ coords: null, starts }), /coordinates of shapes must be an array/],
+      [() => orvex.shapes({ coords: [0, null], starts }), /coordinates of shapes must be numbers/], [() => orvex.shapes({ coords, starts: ["0", "1"] }), /starts of shapes must be numbers/],
+    ],
+    "control points": [
+      [() => orvex.georef(null, "affine"), /control points must be an array/], [() => orvex.georef([...corners, null], "affine"), /control points must be an array, not null/],
+      [() => orvex.georef([...corners, [0, 1, null, 1]], "affine"), /control points must be numbers; one of them is null/], [() => orvex.georef([...corners, [0, 1, 0]], "affine"), /has four numbers/],
+    ],
+    datums: [[() => orvex.datum(null), /no datum "null"/], [() => orvex.shift({ method: "bursa", ellipsoid: "WGS 72", dx: null }, 3), /not a finite number/], [() => orvex.grid("conus.las", null), /without its bytes/]],
+    angles: [
+      [() => parse(null), /an angle must be a text, not null/], [() => parse("1", null), /the degree sign must be a text/], [() => format(NaN), /not an angle/],
+      [() => format(1, { separators: null }), /separators must be a text/], [() => format(1, { axis: null }), /axis is "lon" or "lat", not null/], [() => format(1, { fields: null }), /fields are "d", "dm" or "dms", not null/],
+    ],
+  };
+  for (const [what, rows] of Object.entries(cases)) {
+    test(what, () => rows.forEach(([use, message]) => assert.throws(use, refusal(message), String(use))));
+  }
+  test("parameters", () => {
+    assert.throws(() => orvex.utm(33, "no"), refusal(/neither true nor false/, null, "south"));
+    assert.throws(() => orvex.projection("Mercator", { ellipsoid: null }), refusal(/no ellipsoid "null"/, null, "ellipsoid"));
+  });
+  test("what to load", async () => {
+    await assert.rejects(load(null), refusal(/options must be an object, not null/));
+    for (const wasm of [null, 5]) await assert.rejects(load({ wasm }), refusal(/wasm must be an address, bytes or a module/));
+  });
 });
 
 test("modules keep to themselves, and a file that is none is refused", async () => {
@@ -250,6 +311,9 @@ describe("angle text", () => {
     const { format, parse } = orvex.angle;
     assert.equal(format(-97.755, { axis: "lon" }), "97d45'18.0000\"W");
     assert.equal(format(-12.5, { fields: "dm", decimals: 1, pad: true }), "-12d30.0'");
+    assert.equal(format(7.505, { axis: "lat", fields: "dm", decimals: 2, blanks: true }), "7d 30.30' N");
+    assert.equal(format(7.5, { separators: ":::", decimals: 0 }), "7:30:0:");
+    near(parse("13 24.6", " "), 13.41, 1e-14);
     near(parse("30d30'15.5\" S"), -(30 + 30 / 60 + 15.5 / 3600), 1e-14);
     near(parse("13°24′36″"), 13.41, 1e-14);
     assert.throws(() => parse("north"), refusal(/is not an angle/));
