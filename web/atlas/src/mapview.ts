@@ -29,7 +29,7 @@ export type FineLand = (choice: Choice, piece: Piece) => Promise<Paths & { lines
 
 const MARGINS: Margins = [46, 34];  // pixels about a whole map, room for labels
 const CLICK = 4;              // pixels that a click may move
-const DOUBLE = 280;           // milliseconds in which a second click makes a double one
+const DOUBLE = 280;           // milliseconds in which a second click makes a double one, which only zooms
 const QUIET = 140;            // milliseconds without movement until the fine picture
 const TURN_BELOW = 4;         // zoom up to which a drag turns maps other than the azimuthal ones
 const KEY_STEP = 48;          // pixels
@@ -347,7 +347,7 @@ export class MapView {
     const { pointers } = this;
     let start: Spot = [0, 0];
     let dragged = false;
-    let pick: number | undefined;
+    let last = { time: -Infinity, spot: start };
     let queued: { from: Spot; to: Spot; swap: boolean } | undefined;
     const follow = () => {
       const step = queued;
@@ -395,9 +395,11 @@ export class MapView {
         const choice = this.choice;
         if (choice) this.events.turned(choice.values, true);
       } else if (event.type === "pointerup") {
-        const place = this.placeAt(...this.spotOf(event));
-        window.clearTimeout(pick);
-        if (place) pick = window.setTimeout(() => this.events.picked(place), DOUBLE);
+        const spot = this.spotOf(event);
+        const second = event.timeStamp - last.time < DOUBLE && Math.hypot(spot[0] - last.spot[0], spot[1] - last.spot[1]) < 2 * CLICK;
+        last = { time: event.timeStamp, spot };
+        const place = second ? undefined : this.placeAt(...spot);
+        if (place) this.events.picked(place);
       }
     };
     target.addEventListener("pointerup", end);
@@ -408,10 +410,7 @@ export class MapView {
       const lines = event.deltaMode === WheelEvent.DOM_DELTA_LINE ? 30 : 1;
       this.zoomBy(Math.exp(Math.min(Math.max(-event.deltaY * lines * 0.0016, -0.7), 0.7)), this.spotOf(event));
     }, { passive: false });
-    target.addEventListener("dblclick", (event) => {
-      window.clearTimeout(pick);
-      this.zoomBy(2, this.spotOf(event));
-    });
+    target.addEventListener("dblclick", (event) => this.zoomBy(2, this.spotOf(event)));
     target.addEventListener("keydown", (event) => this.key(event));
   }
 
