@@ -1,4 +1,8 @@
 // Fuzzer of maps: shapes and points of any kind on any projection make a picture or the tool's own failure.
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
 #include <shr/exception.h>
 
 #include "Failure.h"
@@ -13,12 +17,19 @@ using namespace orvex::tool;
 
 namespace {
 
+/// The command line takes no others.
+bool HasOnlyNumbers(const PROJDATA& r) {
+  const double values[] = {r.Scale, r.xOrg, r.yOrg, r.Lat0, r.Lon0,  r.Lat1,        r.Lat2,      r.Lat3,
+                           r.Lon1,  r.Lon2, r.Lon3, r.K0,   r.Alpha, r.MajorRadius, r.Flattening};
+  return std::all_of(std::begin(values), std::end(values), [](double value) { return std::isfinite(value); });
+}
+
 /// A projection about its usual place, or any record that passes the checks.
 bool ReadProjection(fuzz::Input& in, PROJDATA& record) {
   const int type = in.Below(40);
   if (type >= 29) {
     record = fuzz::ReadRecord(in);
-    return ProjCheckParams(&record, nullptr, false) == 0;
+    return HasOnlyNumbers(record) && ProjCheckParams(&record, nullptr, false) == 0;
   }
   record.Type = static_cast<ProjType>(type);
   record.Ellipsoid = ET_WGS_84;
