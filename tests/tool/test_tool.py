@@ -668,6 +668,9 @@ class Datums(ToolTest):
             (["--from", "6326", "--to", "European 1950 (MRE)"], "only be converted from"), (["--from", "1", "--to", "0"], "no datum"),
         ]:
             self.refused("datum", *arguments, says=says)
+        if hasattr(os, "mkfifo"):
+            os.mkfifo(self.file("pipe.ini"))
+            self.refused("datum", "show", "tokyo", "--ini", "pipe.ini", says="pipe.ini is no file")  # not waited for
 
     def test_convert_is_the_three_steps_in_one(self):
         zone, point = ["stateplane27", "Texas Central"], "650000,250000\n"
