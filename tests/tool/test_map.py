@@ -404,6 +404,13 @@ class Pictures(unittest.TestCase):
             self.assertIn(says, done.stderr)
         self.assertIn("no projection that can be drawn", run("map", "--proj", "Unprojected Lat/Long").stderr)
 
+    def test_bounds_more_than_a_turn_apart(self):
+        """From 300 to -90 degrees is from -60 to 270; no part of the globe has less than no width."""
+        for projection in ("Cassini", "Mollweide"):
+            maps = [run("map", "--proj", projection, "--bounds", bounds) for bounds in ("300,10,-90,50", "-60,10,270,50")]
+            self.assertEqual((maps[0].returncode, maps[0].stdout), (0, maps[1].stdout))
+        self.assertIn("within one turn", run("map", "--proj", "Cassini", "--bounds", "360,10,-360,50").stderr)
+
 
 SPHERE = ["--set", "radius=6371000"]
 R = 6371000
