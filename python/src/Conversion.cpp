@@ -135,10 +135,11 @@ Conversion::Conversion(std::vector<std::shared_ptr<Recipe>> recipes) : m_recipes
 
 Conversion::~Conversion() = default;
 
+// Neither waits: a process that was forked while another thread had the lock finds it taken for good.
 std::unique_ptr<Conversion::Worker> Conversion::Take() {
   {
-    const std::lock_guard lock(m_mutex);
-    if (!m_idle.empty()) {
+    const std::unique_lock lock(m_mutex, std::try_to_lock);
+    if (lock && !m_idle.empty()) {
       auto worker = std::move(m_idle.back());
       m_idle.pop_back();
       return worker;
@@ -148,7 +149,8 @@ std::unique_ptr<Conversion::Worker> Conversion::Take() {
 }
 
 void Conversion::GiveBack(std::unique_ptr<Worker> worker) noexcept {
-  const std::lock_guard lock(m_mutex);
+  const std::unique_lock lock(m_mutex, std::try_to_lock);
+  if (!lock) return;
   try {
     m_idle.push_back(std::move(worker));
   } catch (const std::bad_alloc&) {

@@ -232,6 +232,39 @@ def test_threads_of_the_interpreter_share_a_projection():
     assert all(np.array_equal(result, expected) for result in results)
 
 
+@pytest.mark.filterwarnings("ignore:.*fork:DeprecationWarning")
+def test_a_child_may_use_a_projection_that_threads_are_using():
+    """A lock that another thread had while the process was forked is never given back in the child."""
+    import os
+    import signal
+    import threading
+    import time
+
+    stop = threading.Event()
+
+    def convert():
+        while not stop.is_set():
+            UTM.forward(LON, LAT)
+
+    threads = [threading.Thread(target=convert) for _ in range(6)]
+    for thread in threads:
+        thread.start()
+    try:
+        end = time.monotonic() + 15
+        for _ in range(300):
+            child = os.fork()
+            if child == 0:
+                signal.alarm(10)
+                os._exit(0 if np.array_equal(UTM.forward(LON, LAT), (X, Y)) else 1)
+            assert os.waitpid(child, 0)[1] == 0
+            if time.monotonic() > end:
+                break
+    finally:
+        stop.set()
+        for thread in threads:
+            thread.join()
+
+
 def test_the_lock_is_released():
     """While a conversion runs, another thread of the interpreter counts on."""
     import threading

@@ -185,6 +185,10 @@ def test_names_of_custom_datums_in_any_encoding(tmp_path):
     (lambda: Transformer("Atlantis", "EPSG:4326"), "unknown coordinate system"),
     (lambda: Transformer("EPSG:2193x", "EPSG:4326"), "unknown coordinate system"),
     (lambda: Transformer("EPSG:999999", "EPSG:4326"), "EPSG:999999"),
+    (lambda: Transformer("EPSG:" + "9" * 5000, "EPSG:4326"), "EPSG:999"),
+    (lambda: Transformer(10**5000, "EPSG:4326"), "no coordinate system"),
+    (lambda: Transformer("\ud800", "EPSG:4326"), "no coordinate system"),
+    (lambda: Datum("\u00b2"), "unknown datum"),
     (lambda: Transformer("EPSG:4326", "NAD 1927 - CONUS (MRE)"), "destination"),
     (lambda: Transformer("EPSG:4326", "EPSG:4326", accuracy="best"), '"exact" or "stated"'),
 ])

@@ -1,6 +1,7 @@
 // Grid files that cannot be read, are no files or claim what is not there; forks while a grid is being loaded.
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <pthread.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -179,6 +180,33 @@ TEST_F(Grids, manySubGridsCostLittle) {
   ASSERT_EQ(Convert(DT_NAD_1927_CANADA_NTV2, points), 0);
   EXPECT_LT(static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC, 1.5);  // one by one: 4 s and more
   for (std::size_t i = 0; i < points.size(); ++i) ASSERT_NEAR(points[i].y, given[i].y + 1.0 / 3600, 1e-9);
+}
+
+// A host's threads may have little stack; the sanitizers need more than the library does.
+TEST_F(Grids, aSmallStackIsEnough) {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+  constexpr std::size_t kStack = 256 << 10;
+#else
+  constexpr std::size_t kStack = 48 << 10;
+#endif
+  UseNtv2({m_sub});
+  UseNadcon();
+  pthread_attr_t attributes;
+  ASSERT_EQ(pthread_attr_init(&attributes), 0);
+  ASSERT_EQ(pthread_attr_setstacksize(&attributes, kStack), 0);
+  int messages[] = {-1, -1};
+  const auto convert = [](void* results) -> void* {
+    auto* const message = static_cast<int*>(results);
+    message[0] = Convert(DT_NAD_1927_CANADA_NTV2);
+    message[1] = Convert(DT_NAD_1927_CONUS_NADCON);
+    return nullptr;
+  };
+  pthread_t thread;
+  ASSERT_EQ(pthread_create(&thread, &attributes, convert, messages), 0);
+  pthread_join(thread, nullptr);
+  pthread_attr_destroy(&attributes);
+  EXPECT_EQ(messages[0], 0);
+  EXPECT_EQ(messages[1], 0);
 }
 
 /// Runs a piece of work in a child process; whether it ended well and by itself.

@@ -338,16 +338,24 @@ class Pictures(unittest.TestCase):
                         self.assertLess(used.ru_utime, 120)  # seconds; a few without
 
     def test_many_shapes(self):
-        """Islands in a lake of as many points, and crowded places with names: what lies where is found without asking all."""
+        """Islands in a lake of as many points, stacks of rings, crowded places with names: what lies where is found without
+        asking all."""
         random.seed(7)
         place = lambda: (random.uniform(-40, 40), random.uniform(-40, 40))
         lake = [(60 * math.cos(i * 2e-5 * math.pi), 60 * math.sin(i * 2e-5 * math.pi)) for i in range(100000)]
         islands = [[(x + a, y + b) for a, b in ((0, 0), (0.1, 0), (0.1, 0.1))] for x, y in (place() for _ in range(100000))]
         rings = "".join(f"ring {len(ring)}\n" + "".join("%.4f %.4f\n" % p for p in ring) for ring in [lake] + islands)
         names = "lon,lat,name\n" + "".join("%.4f,%.4f,place %d\n" % (*place(), i) for i in range(200000))
+        square = lambda x, y, half: f"ring 4\n{x - half} {y - half}\n{x + half} {y - half}\n{x + half} {y + half}\n{x - half} {y + half}\n"
+        count = 100000
+        cases = {"islands": ("--overlay", rings), "places": ("--points", names),
+                 "one within the other": ("--overlay", "".join(square(0, 0, 5 - 4 * i / count) for i in range(count))),
+                 "one beside the other": ("--overlay", "".join(square(5 * i / count, 0, 5) for i in range(count))),
+                 "all the same": ("--overlay", square(0, 0, 5) * count),
+                 "one place": ("--points", "lon,lat,name\n" + "10,10,somewhere\n" * 2 * count)}
         with tempfile.TemporaryDirectory() as directory:
-            for option, text in (("--overlay", rings), ("--points", names)):
-                with self.subTest(option=option):
+            for name, (option, text) in cases.items():
+                with self.subTest(case=name):
                     own = pathlib.Path(directory) / "own.txt"
                     own.write_text(text)
                     command = [PROGRAM, "map", "--proj", "Robinson", option, str(own), "-o", os.devnull]
@@ -430,6 +438,13 @@ class Pictures(unittest.TestCase):
             self.assertEqual(done.returncode, 2, options)
             self.assertIn(says, done.stderr)
         self.assertIn("no projection that can be drawn", run("map", "--proj", "Unprojected Lat/Long").stderr)
+
+    def test_bounds_more_than_a_turn_apart(self):
+        """From 300 to -90 degrees is from -60 to 270; no part of the globe has less than no width."""
+        for projection in ("Cassini", "Mollweide"):
+            maps = [run("map", "--proj", projection, "--bounds", bounds) for bounds in ("300,10,-90,50", "-60,10,270,50")]
+            self.assertEqual((maps[0].returncode, maps[0].stdout), (0, maps[1].stdout))
+        self.assertIn("within one turn", run("map", "--proj", "Cassini", "--bounds", "360,10,-360,50").stderr)
 
 
 SPHERE = ["--set", "radius=6371000"]

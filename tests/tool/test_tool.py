@@ -395,6 +395,22 @@ class Outputs(ToolTest):
             done = subprocess.run(["sh", "-c", 'exec "$@" >&-', "sh", PROGRAM, *command], input=b"9,0\n", stderr=subprocess.PIPE)
             self.assertEqual(done.returncode, USAGE, command)
 
+    def test_a_closed_stream_is_not_the_output(self):
+        """What is meant for a closed stream does not get into the file that is opened in its place."""
+        for closed in ["2>&-", ">&-", ">&- 2>&-"]:
+            done = subprocess.run(["sh", "-c", f'exec "$@" {closed}', "sh", PROGRAM, "project", "--utm", "32N", "-o", self.file("out.csv")],
+                                  input=b"9,0\nx,y\n", capture_output=True)
+            self.assertEqual((done.returncode, self.read("out.csv")), (SOME_FAILED, "500000.0000,0.0000\n,\n"), closed)
+
+    def test_a_size_limit_is_an_error(self):
+        self.file("out.csv", "old\n")
+        for command in [["project", "--utm", "32N"], ["map", "--proj", "mollweide"]]:
+            done = subprocess.run([PROGRAM, *command, "-o", self.file("out.csv")], input=b"9,0\n" * 10000, capture_output=True,
+                                  preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (4096, 4096)))
+            self.assertEqual(done.returncode, USAGE)
+            self.assertIn(b"out.csv: File too large", done.stderr)
+            self.assertEqual((os.listdir(self.directory), self.read("out.csv")), (["out.csv"], "old\n"))
+
 
 class Grids(ToolTest):
     def ntv2(self, path):
@@ -690,6 +706,9 @@ class Datums(ToolTest):
             (["--from", "6326", "--to", "European 1950 (MRE)"], "only be converted from"), (["--from", "1", "--to", "0"], "no datum"),
         ]:
             self.refused("datum", *arguments, says=says)
+        if hasattr(os, "mkfifo"):
+            os.mkfifo(self.file("pipe.ini"))
+            self.refused("datum", "show", "tokyo", "--ini", "pipe.ini", says="pipe.ini is no file")  # not waited for
 
     def test_convert_is_the_three_steps_in_one(self):
         zone, point = ["stateplane27", "Texas Central"], "650000,250000\n"

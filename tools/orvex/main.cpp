@@ -134,6 +134,7 @@ int Run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  orvex::tool::PrepareForFiles();
   std::cerr.tie(nullptr);  // a message does not push half a table out
   try {
     const int status = Run(argc, argv);

@@ -1,6 +1,7 @@
 """Geodetic datums."""
 
 import os
+import re
 from typing import Any, Dict, Optional, Tuple, Union
 
 from . import _core, _parameters
@@ -201,11 +202,9 @@ def _built_in(name: Union[str, int, None], stored: "list[str]") -> int:
                 return row[0]
         if 1 <= name <= len(_NAMES):
             return name
-        raise OrvexError(f"no datum has the number or POSC code {name}")
-    if isinstance(name, str) and name.upper().startswith("EPSG:") and name[5:].isdigit():
-        return _built_in(int(name[5:]), stored)
-    if isinstance(name, str) and name.isdigit():
-        return _built_in(int(name), stored)
+        raise OrvexError(f"no datum has the number or POSC code {name if abs(name) < 10**18 else 'that was given'}")
+    if isinstance(name, str) and re.fullmatch(r"((?i:EPSG):)?[0-9]{1,18}", name):
+        return _built_in(int(name.rpartition(":")[2]), stored)
     try:
         return find_name("datum", name, _NAMES, _ALIASES) + 1
     except OrvexError:

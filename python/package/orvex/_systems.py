@@ -38,8 +38,12 @@ def find(system: Union[str, int]) -> System:
     """A system by code (32039, "EPSG:32039") or name ("NAD27 / Texas Central")."""
     if isinstance(system, bool) or not isinstance(system, (str, int)):
         raise OrvexError(f"a coordinate system goes by its code or name, not by {system!r}")
-    code, name, record, plane, unit, meridian, frame, datum_name, catalogue, area, deprecated = _core.find_system(
-        str(system))
+    try:
+        text = str(system)
+        text.encode()
+    except ValueError:  # a number of thousands of digits, half a surrogate pair
+        raise OrvexError("no coordinate system has such a code or name") from None
+    code, name, record, plane, unit, meridian, frame, datum_name, catalogue, area, deprecated = _core.find_system(text)
     datum = Datum.numbered(catalogue).from_greenwich() if catalogue else None
     return System(code, name, record, None if plane is None else tuple(plane), unit, meridian, frame, datum_name, datum,
                   Area(*area), deprecated)

@@ -6,6 +6,7 @@
 #include <map>
 #include <new>
 #include <streambuf>
+#include <vector>
 
 #include "datum/grids/GridBytes.h"
 #include "datum/grids/Ntv2Grid.h"
@@ -121,12 +122,11 @@ class Ntv2Grid::Reader {
   bool ReadNodes(std::vector<Ntv2Node>& nodes, std::size_t count) {
     if (count > nodes.max_size()) throw std::bad_alloc();
     nodes.reserve(count);
-    std::array<unsigned char, 1024 * kRecord> block;
     while (nodes.size() < count) {
-      const std::size_t records = std::min(count - nodes.size(), block.size() / kRecord);
-      if (!ReadBytes(block.data(), records * kRecord)) return false;
+      const std::size_t records = std::min(count - nodes.size(), m_block.size() / kRecord);
+      if (!ReadBytes(m_block.data(), records * kRecord)) return false;
       for (std::size_t i = 0; i < records; ++i) {
-        const unsigned char* record = &block[kRecord * i];
+        const unsigned char* record = &m_block[kRecord * i];
         const Ntv2Node node{LoadFloat(record, m_order), LoadFloat(record + 4, m_order)};
         if (!std::isfinite(node.north) || !std::isfinite(node.west)) return false;
         nodes.push_back(node);
@@ -163,6 +163,8 @@ class Ntv2Grid::Reader {
     return reached == grids.size();
   }
 
+  // Like the buffer of the file not on the stack, of which a thread of the host may have little.
+  std::vector<unsigned char> m_block = std::vector<unsigned char>(1024 * kRecord);
   std::istream& m_in;
   std::uint64_t m_left = 0;  // bytes that have not been read
   ByteOrder m_order = ByteOrder::Little;
@@ -197,7 +199,7 @@ class FileBuffer : public std::streambuf {
  private:
   const platform::InputFile& m_file;
   std::uint64_t m_position = 0;  // of the first byte in the buffer
-  std::array<char, 65536> m_bytes;
+  std::vector<char> m_bytes = std::vector<char>(65536);
 };
 
 // A file may claim any size when most of it is a hole; nodes in memory take half the room of those in the file.

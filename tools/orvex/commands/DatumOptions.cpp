@@ -128,7 +128,10 @@ void AddGridsOption(CLI::App& command) {
 CLI::Option* AddIniOption(CLI::App& command, std::string& ini, bool canBeNew) {
   const auto readable = [canBeNew](const std::string& file) -> std::string {
     std::error_code ignored;
-    if (file.empty() || (canBeNew && !std::filesystem::exists(file, ignored))) return "";
+    const auto status = std::filesystem::status(file, ignored);
+    const bool there = std::filesystem::exists(status);
+    if (file.empty() || (canBeNew && !there)) return "";
+    if (there && !is_regular_file(status) && !is_directory(status)) return file + " is no file";  // a pipe would block
     try {
       OpenInput(file);
       return "";

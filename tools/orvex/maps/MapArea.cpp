@@ -131,8 +131,10 @@ PROJDATA Expanded(PROJDATA record) {
 }
 
 std::optional<Bounds> WithinTurn(Bounds box) {
+  if (box.west - box.east >= 360) box.west -= 360;  // 300 to -90 degrees is -60 to 270
   if (box.east <= box.west) box.east += 360;
-  if (std::abs(box.west) > 360 || box.east > 360 + 180 || box.east - box.west > 360) return std::nullopt;
+  const bool within = std::abs(box.west) <= 360 && box.east <= 360 + 180 && box.east > box.west;  // no NaN is
+  if (!within || box.east - box.west > 360) return std::nullopt;
   box.east = std::min(box.east, box.west + 360 - 2 * kSeam);
   return box;
 }

@@ -223,7 +223,7 @@ void AddLabel(MapSvg& svg, const Label& label, const LabelStyle& style) {
 bool LabelBoard::Free(const TextBox& box) const {
   return AllCells(box, [&](std::int64_t key) {
     const auto cell = m_cells.find(key);
-    return cell == m_cells.end() || std::none_of(cell->second.begin(), cell->second.end(),
+    return cell == m_cells.end() || std::none_of(cell->second.rbegin(), cell->second.rend(),  // texts are behind dots
                                                  [&](const TextBox& taken) { return taken.Meets(box); });
   });
 }

@@ -1,13 +1,15 @@
 // MapRings - joining points the short way round, and what lies inside of rings.
 #include <algorithm>
-#include <array>
+#include <bit>
 #include <cmath>
-#include <cstdint>
-#include <functional>
+#include <limits>
 #include <memory>
 #include <numeric>
 #include <optional>
+#include <span>
+#include <string_view>
 #include <unordered_map>
+#include <utility>
 
 #include "Failure.h"
 #include "maps/MapShapes.h"
@@ -86,64 +88,105 @@ class IndexedRing {
   std::vector<std::vector<std::size_t>> m_edges;
 };
 
-/// Finds the boxes that may hold a place. Each box is kept in the few cells that it meets of a grid whose cells are
-/// about as large as the box.
-class BoxIndex {
+/// Finds the box added last that holds another one, moved by whole turns: a tree over all boxes, halved by their sides
+/// in turn, whose nodes know what their boxes reach at most and which of them was added last.
+class BoxTree {
  public:
-  void Add(std::size_t number, const Bounds& box) {
-    const int level = LevelOf(std::max(box.east - box.west, box.north - box.south));
-    m_levels[static_cast<std::size_t>(level)] = true;
-    const std::int64_t west = Column(level, box.west),
-                       east = std::min(Column(level, box.east), west + (1 << level) - 1);
-    for (std::int64_t x = west; x <= east; ++x) {
-      for (std::int64_t y = Row(level, box.south); y <= Row(level, box.north); ++y)
-        m_cells[Key(level, x, y)].push_back(number);
-    }
+  static constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+  explicit BoxTree(const std::vector<Bounds>& boxes) : m_leaves(std::bit_ceil(std::max<std::size_t>(1, boxes.size()))) {
+    for (const Bounds& box : boxes) m_boxes.push_back(NearGreenwich(box));
+    m_reach.assign(2 * m_leaves, {kInfinity, kInfinity, -kInfinity, -kInfinity});
+    m_last.assign(2 * m_leaves, 0);
+    m_leafOf.resize(boxes.size());
+    std::vector<std::size_t> order(boxes.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    Build(1, m_leaves, 0, order);
   }
 
-  template <class Take>
-  void Find(const PROJPOINT& p, Take take) const {
-    for (int level = 0; level < kLevels; ++level) {
-      if (!m_levels[static_cast<std::size_t>(level)]) continue;
-      const auto cell = m_cells.find(Key(level, Column(level, p.x), Row(level, p.y)));
-      if (cell == m_cells.end()) continue;
-      for (const std::size_t number : cell->second) take(number);
-    }
+  /// `place` counts from 1; 0 takes the box out again.
+  void Add(std::size_t box, std::size_t place) {
+    std::size_t node = m_leafOf[box];
+    m_last[node] = place;
+    while (node /= 2) m_last[node] = std::max(m_last[2 * node], m_last[2 * node + 1]);
+  }
+
+  /// The place of the last box that is accepted, 0 for none.
+  template <class Accept>
+  std::size_t Last(const Bounds& inner, Accept accept) const {
+    std::size_t best = 0;
+    Search(1, NearGreenwich(inner), best, accept);
+    return best;
   }
 
  private:
-  static constexpr int kLevels = 20;  // down to cells of 40 m
-
-  static double CellSize(int level) { return std::ldexp(360.0, -level); }
-  static int LevelOf(double size) {
-    int level = 0;
-    while (level + 1 < kLevels && CellSize(level + 1) >= size) ++level;
-    return level;
-  }
-  static std::int64_t Column(int level, double lon) {
-    return static_cast<std::int64_t>(std::floor(lon / CellSize(level)));
-  }
-  static std::int64_t Row(int level, double lat) {
-    return static_cast<std::int64_t>(std::floor((lat + 90) / CellSize(level)));
-  }
-  static std::uint64_t Key(int level, std::int64_t column, std::int64_t row) {
-    const std::uint64_t turn = std::uint64_t{1} << level;
-    return (static_cast<std::uint64_t>(level) << 48) | ((static_cast<std::uint64_t>(column) & (turn - 1)) << 24) |
-           static_cast<std::uint64_t>(row);
+  static Bounds Moved(const Bounds& box, double turn) {
+    return {box.west + turn, box.south, box.east + turn, box.north};
   }
 
-  std::array<bool, kLevels> m_levels{};
-  std::unordered_map<std::uint64_t, std::vector<std::size_t>> m_cells;
+  /// Begins within a turn to the east.
+  static Bounds NearGreenwich(const Bounds& box) {
+    return std::isfinite(box.west) ? Moved(box, -360 * std::floor(box.west / 360)) : box;
+  }
+
+  /// As it is, or moved by a turn.
+  static bool MayHold(const Bounds& reach, const Bounds& inner) {
+    constexpr double kRounding = 1e-9;  // degrees; who accepts looks closely
+    const double west = inner.west + kRounding, east = inner.east - kRounding;
+    return reach.south <= inner.south && reach.north >= inner.north &&
+           ((reach.west <= west && reach.east >= east) || (reach.west <= west + 360 && reach.east >= east + 360));
+  }
+
+  void Build(std::size_t node, std::size_t leaves, int side, std::span<std::size_t> boxes) {
+    if (boxes.empty()) return;
+    Bounds& reach = m_reach[node];
+    for (const std::size_t i : boxes) {
+      const Bounds& box = m_boxes[i];
+      reach = {std::min(reach.west, box.west), std::min(reach.south, box.south), std::max(reach.east, box.east),
+               std::max(reach.north, box.north)};
+    }
+    if (leaves == 1) {
+      m_leafOf[boxes[0]] = node;
+      return;
+    }
+    static constexpr double Bounds::*kSides[] = {&Bounds::west, &Bounds::south, &Bounds::east, &Bounds::north};
+    const auto key = kSides[side];
+    const std::size_t half = boxes.size() - boxes.size() / 2;
+    std::nth_element(boxes.begin(), boxes.begin() + static_cast<std::ptrdiff_t>(half), boxes.end(),
+                     [&](std::size_t i, std::size_t k) { return m_boxes[i].*key < m_boxes[k].*key; });
+    Build(2 * node, leaves / 2, (side + 1) % 4, boxes.first(half));
+    Build(2 * node + 1, leaves / 2, (side + 1) % 4, boxes.subspan(half));
+  }
+
+  template <class Accept>
+  void Search(std::size_t node, const Bounds& inner, std::size_t& best, Accept accept) const {
+    if (m_last[node] <= best || !MayHold(m_reach[node], inner)) return;
+    if (node >= m_leaves) {
+      if (accept(m_last[node])) best = m_last[node];
+      return;
+    }
+    const std::size_t first = 2 * node + (m_last[2 * node] < m_last[2 * node + 1] ? 1 : 0);
+    Search(first, inner, best, accept);
+    Search(first ^ 1, inner, best, accept);
+  }
+
+  std::size_t m_leaves;
+  std::vector<Bounds> m_boxes, m_reach;  ///< m_reach: what a node's boxes reach
+  std::vector<std::size_t> m_last, m_leafOf;
 };
 
 /// Which ring lies in which.
 class Nesting {
  public:
   explicit Nesting(const std::vector<Points>& rings) : m_rings(rings), m_indexed(rings.size()) {
+    std::vector<Bounds> reaches;
+    constexpr double kAny = BoxTree::kInfinity;
     for (const Points& ring : rings) {
       m_boxes.push_back(BoundsOf(ring));
       m_winds.push_back(WindsRoundPole(ring));
+      reaches.push_back(m_winds.back() ? Bounds{-kAny, -kAny, kAny, kAny} : m_boxes.back());
     }
+    m_tree.emplace(reaches);
   }
 
   /// Numbers of the rings, larger ones first: whatever holds a ring comes before it.
@@ -159,22 +202,20 @@ class Nesting {
 
   /// The smallest of the rings added so far that a ring lies in.
   std::optional<std::size_t> InnermostAbout(std::size_t ring) {
-    std::vector<std::size_t> outer = m_winding;
-    m_index.Find({m_boxes[ring].west, m_boxes[ring].south}, [&](std::size_t place) { outer.push_back(place); });
-    std::sort(outer.begin(), outer.end(), std::greater<>());
-    for (const std::size_t place : outer) {
-      const std::size_t candidate = m_added[place];
-      if (BoxesNest(m_boxes[ring], m_boxes[candidate], m_winds[candidate]) && LiesIn(ring, candidate)) return candidate;
-    }
-    return std::nullopt;
+    const std::size_t last = m_tree->Last(m_boxes[ring], [&](std::size_t place) {
+      const std::size_t outer = m_added[place - 1];
+      return BoxesNest(m_boxes[ring], m_boxes[outer], m_winds[outer]) && LiesIn(ring, outer);
+    });
+    return last > 0 ? std::optional(m_added[last - 1]) : std::nullopt;
   }
 
   void Add(std::size_t ring) {
-    if (m_winds[ring])
-      m_winding.push_back(m_added.size());
-    else
-      m_index.Add(m_added.size(), m_boxes[ring]);
     m_added.push_back(ring);
+    const Points& points = m_rings[ring];
+    const std::string_view bytes(reinterpret_cast<const char*>(points.data()), points.size() * sizeof points[0]);
+    const auto [twin, isNew] = m_twins.try_emplace(bytes, ring);
+    if (!isNew) m_tree->Add(std::exchange(twin->second, ring), 0);  // what lies in one of two equal rings lies in both
+    m_tree->Add(ring, m_added.size());
   }
 
  private:
@@ -193,8 +234,9 @@ class Nesting {
   std::vector<Bounds> m_boxes;
   std::vector<bool> m_winds;
   std::vector<std::unique_ptr<IndexedRing>> m_indexed;
-  BoxIndex m_index;                             ///< of places in m_added
-  std::vector<std::size_t> m_added, m_winding;  ///< rings in their order; places there of those that wind round a pole
+  std::optional<BoxTree> m_tree;
+  std::unordered_map<std::string_view, std::size_t> m_twins;  ///< the last of those whose points are the same
+  std::vector<std::size_t> m_added;                           ///< rings in their order
 };
 
 }  // namespace

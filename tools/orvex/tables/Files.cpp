@@ -8,6 +8,10 @@
 #include <random>
 #include <system_error>
 
+#if !defined(_WIN32)
+#include <fcntl.h>
+#endif
+
 #include "Failure.h"
 
 namespace orvex::tool {
@@ -51,6 +55,17 @@ void RefuseDirectory(const std::string& file) {
 }
 
 }  // namespace
+
+void PrepareForFiles() {
+#if !defined(_WIN32)
+  // A file that got the number of a closed stream would take what is printed there; /dev/null the wrong way round is no
+  // more use than the closed stream.
+  for (int stream = 0; stream <= 2; ++stream) {
+    if (fcntl(stream, F_GETFD) < 0) open("/dev/null", stream == 0 ? O_WRONLY : O_RDONLY);
+  }
+  std::signal(SIGXFSZ, SIG_IGN);  // to write beyond the limit on the size of files fails all the same
+#endif
+}
 
 std::string DisplayName(const std::string& file) {
   return file == "-" ? "standard input" : file;

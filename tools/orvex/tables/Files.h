@@ -9,6 +9,9 @@
 
 namespace orvex::tool {
 
+/// Readies the program, before it opens any file, for closed standard streams and for a limit on the size of files.
+void PrepareForFiles();
+
 /// How a file is called in messages: "-" is standard input.
 std::string DisplayName(const std::string& file);
 
