@@ -310,7 +310,6 @@ TEST_F(Ntv2Step, threadsMayMakeTheFirstCall) {
     SetNtv2Path(m_path.string().c_str());
     std::atomic<int> good{0};
     std::vector<std::thread> threads;
-    threads.reserve(4);
     for (int i = 0; i < 4; ++i) {
       threads.emplace_back([&good] {
         DATUMPOINT p{-100, 50};
