@@ -57,7 +57,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (PROJPOINT& p : points) p = in.Point();
   try {
     CProjector projector(&record);
-    CProjector own(projector);
+    CProjector own(projector);  // NOLINT(performance-unnecessary-copy-initialization): it shares the handle and goes first
     void* const drawing = ProjCreateProjection(&record);
     const std::vector<PROJPOINT> given = points;
     for (const bool polygon : {false, true}) {
