@@ -23,6 +23,7 @@ std::vector<std::string> ReadCorpus(int count, char** directories) {
   }
   std::sort(paths.begin(), paths.end());
   std::vector<std::string> corpus;
+  corpus.reserve(paths.size());
   for (const auto& path : paths) corpus.push_back(orvex::test::ReadWholeFile(path));
   return corpus;
 }

@@ -57,7 +57,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (PROJPOINT& p : points) p = in.Point();
   try {
     CProjector projector(&record);
-    CProjector own(projector);
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): that there is a copy is what may go wrong
+    const CProjector own(projector);
     void* const drawing = ProjCreateProjection(&record);
     const std::vector<PROJPOINT> given = points;
     for (const bool polygon : {false, true}) {

@@ -52,7 +52,7 @@ void ExpectKept(const std::map<std::string, std::string>& before, const std::map
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   fuzz::Input in(data, size);
-  const std::string name = in.Line().c_str();
+  const std::string name = in.Line().c_str();  // NOLINT(readability-redundant-string-cstr): up to the first zero
   const std::string ini = fuzz::Files().Write("host.ini", in.Rest());
   const auto before = ReadAll(ini.c_str());
   DATUM2WGS84 step{};

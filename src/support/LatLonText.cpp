@@ -1,6 +1,7 @@
 // LatLonText - latitudes and longitudes from and to degree-minute-second text, the same in every locale.
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <string_view>
 
@@ -58,6 +59,12 @@ class BoundedText {
   char* m_last;
 };
 
+/// The whole part of a number that is not negative; what is infinite or no number stays. std::trunc is a call of the
+/// runtime where neither the compiler nor the processor has a way of its own.
+double WholePart(double v) {
+  return v < 0x1p53 ? static_cast<double>(static_cast<std::int64_t>(v)) : v;
+}
+
 /// The fields of an angle that is not negative, with their separators.
 void AppendFields(BoundedText& text, double v, int format, char degSep, char minSep, char secSep) {
   const int decimals = format & LLF_DECIMALS;
@@ -69,7 +76,7 @@ void AppendFields(BoundedText& text, double v, int format, char degSep, char min
     appendLast(v, false);
     return;
   }
-  const double degrees = std::trunc(v), minutes = (v - degrees) * 60;
+  const double degrees = WholePart(v), minutes = (v - degrees) * 60;
   text.AppendWhole(degrees);
   text.Append(degSep);
   text.AppendIf(blanks, ' ');
@@ -78,7 +85,7 @@ void AppendFields(BoundedText& text, double v, int format, char degSep, char min
     text.Append(minSep);
     return;
   }
-  const double wholeMinutes = std::trunc(minutes);
+  const double wholeMinutes = WholePart(minutes);
   text.AppendWhole(wholeMinutes, pad ? 2 : 0);
   text.Append(minSep);
   text.AppendIf(blanks, ' ');

@@ -81,6 +81,8 @@ constexpr Writing kWritings[] = {
     {-5.5, LLF_SIGNCOLUMN, "5d30'0s"},
     {5.5, 1, "5300.0", '\0', '\0', '\0'},
     {1234567.5, LLF_DECIMALMINUTES, "1.23457e+06d30'"},  // degrees take six digits
+    {1e20, 1, "1e+20d0'0.0s"},                           // more than the widest integer
+    {4503599627370495.5, 2, "4.5036e+15d30'0.00s"},      // the greatest with a fraction
     {0.1, LLF_DECIMALDEGREES | 15, "0.100000000000000"},
 };
 

@@ -59,10 +59,10 @@ TEST(AzimuthalModules, NothingIsOffset) {
 // The two modules whose centre is Lat0 have always left it in Lat1, Stereographic its meridian in Lon1 as well.
 TEST(AzimuthalModules, CentreIsLeftInTheWorkingRecord) {
   for (const ProjType type : {PT_STEREOGRAPHIC, PT_ORTHOGRAPHIC}) {
-    for (const bool forward : {true, false}) {
+    for (const auto& convert : {FindRow(type)->forward, FindRow(type)->inverse}) {
       PROJDATA work = Record(type, "R=1;K0=1;Lat0=0.5;Lon0=0.25;Lat1=7;Lon1=7");
       PROJPOINT p{0.25, 0.5};
-      EXPECT_TRUE((forward ? FindRow(type)->forward : FindRow(type)->inverse)(&work, &p, 1));
+      EXPECT_TRUE(convert(&work, &p, 1));
       EXPECT_EQ(double{work.Lat1}, 0.5);
       EXPECT_EQ(double{work.Lon1}, type == PT_STEREOGRAPHIC ? 0.25 : 7);
     }

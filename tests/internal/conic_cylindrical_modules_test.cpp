@@ -58,7 +58,8 @@ TEST(ConicCylindricalModules, degenerateRecords) {
   for (const auto& row : rows) {
     SCOPED_TRACE(row.parameters);
     for (const bool inverse : {false, true}) {
-      const ConvertOperation convert = inverse ? FindRow(row.type)->inverse : FindRow(row.type)->forward;
+      const auto direction = inverse ? &ProjectionRow::inverse : &ProjectionRow::forward;
+      const ConvertOperation convert = FindRow(row.type)->*direction;
       PROJDATA rec = Work(row.type, row.parameters);
       PROJPOINT markers[] = {{DBL_MAX, DBL_MAX}, {0.5, DBL_MAX}};
       EXPECT_TRUE(convert(&rec, markers, 2));

@@ -382,6 +382,7 @@ constexpr bool MemoryIsOwn() {
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
   return false;
 #elif defined(__has_feature)
+  // NOLINTNEXTLINE(misc-redundant-expression): two macros that stand for the same number when neither is there
   return !__has_feature(address_sanitizer) && !__has_feature(thread_sanitizer);
 #else
   return true;

@@ -12,8 +12,9 @@ nm, level, *objects = sys.argv[1:]
 inside = f"orvex::detail::{level}::"
 # A reference to the handler of exceptions is data, the same at every level.
 handler = re.compile(r"DW\.ref\.|___?gxx_personality")
-# Besides memory: the table of addresses, and what probes a stack frame (of more than a page on Windows).
-allowed = re.compile(r"_*(memcpy|memcmp|memset|memmove|_GLOBAL_OFFSET_TABLE_|__stack_chk_fail|chkstk(_ms)?)$")
+# Besides memory (bcmp is Clang's memcmp where only equality counts): the table of addresses, and what probes a stack frame
+# (of more than a page on Windows).
+allowed = re.compile(r"_*(memcpy|memcmp|bcmp|memset|memmove|_GLOBAL_OFFSET_TABLE_|__stack_chk_fail|chkstk(_ms)?)$")
 mathematical = re.compile(
     r"(a?(sin|cos|tan)h?|atan2|sincos|exp2?|expm1|log(10|1p|2|b)?|pow|hypot|cbrt|fmod|remainder|remquo|fma|sqrt|"
     r"floor|ceil|trunc|l?l?round|nearbyint|l?l?rint|modf|[lt]gamma|erfc?|nextafter|nexttoward|scalbl?n)[fl]?(@.*)?$")

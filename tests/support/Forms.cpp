@@ -118,7 +118,7 @@ PROJDATA Record(ProjType type, std::string_view parameters) {
     if (const auto number = numbers.find(name); number != numbers.end()) {
       std::memcpy(bytes + number->second, &value, sizeof value);
     } else if (const auto flag = flags.find(name); flag != flags.end()) {
-      bytes[flag->second] = value != 0;
+      bytes[flag->second] = static_cast<char>(value != 0);
     } else if (name == "R" || name == "a") {
       rec.Ellipsoid = ET_USER_DEFINED;
       rec.MajorRadius = value;

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <iterator>
 #include <memory>
+#include <optional>
 
 #include <orvex/orvex.h>
 
@@ -69,19 +70,24 @@ void RequireFinite(const StoreOptions& o) {
   }
 }
 
+/// The one of the datums that a name means, if it means one.
+std::optional<std::size_t> KnownDatum(const std::string& name, const std::vector<std::string>& names) {
+  try {
+    return FindDatum(name, names);
+  } catch (const Failure&) {
+    return std::nullopt;
+  }
+}
+
 /// Under a name that already means something a custom datum would never be found.
 void RefuseTakenName(const std::string& name) {
   if (name.find_first_not_of("0123456789 ") == std::string::npos) {
     throw Failure("\"" + name + "\" cannot name a datum: numbers are those of the list and POSC codes");
   }
   const std::vector<std::string> names = DatumNames("");
-  std::size_t index = names.size();
-  try {
-    index = FindDatum(name, names);
-  } catch (const Failure&) {  // not taken
-  }
-  if (index == names.size()) return;
-  throw Failure("\"" + name + "\" is a built-in datum" + (names[index] == name ? "" : ": " + names[index]));
+  const std::optional<std::size_t> taken = KnownDatum(name, names);
+  if (!taken) return;
+  throw Failure("\"" + name + "\" is a built-in datum" + (names[*taken] == name ? "" : ": " + names[*taken]));
 }
 
 int Add(const StoreOptions& o) {

@@ -30,7 +30,7 @@ class OrderedMembers {
   OrderedMembers() = default;
   ~OrderedMembers() = default;
   OrderedMembers(const OrderedMembers& other) : m_members(other.m_members) { Index(m_members.begin()); }
-  OrderedMembers(OrderedMembers&&) = default;
+  OrderedMembers(OrderedMembers&&) noexcept = default;
   OrderedMembers& operator=(OrderedMembers other) {
     m_members.swap(other.m_members);
     m_index.swap(other.m_index);

@@ -102,7 +102,8 @@ std::optional<ScaleBar> MeasureScale(CProjector& projector, MapPainter& painter,
                                      const Frame& frame, const Spot& size, bool always) {
   double least = DBL_MAX, most = 0, middle = 0;
   for (int i = 0; i < kScaleSamples * kScaleSamples; ++i) {
-    const double u = (i % kScaleSamples + 0.5) / kScaleSamples, v = (i / kScaleSamples + 0.5) / kScaleSamples;
+    const int column = i % kScaleSamples, row = i / kScaleSamples;
+    const double u = (column + 0.5) / kScaleSamples, v = (row + 0.5) / kScaleSamples;
     PROJPOINT place = frame.From({u * size.x, v * size.y});
     ProjectPoint(projector, Direction::Inverse, place);
     if (place.x == DBL_MAX || std::abs(place.y) > 90 || !painter.Locate(place)) continue;

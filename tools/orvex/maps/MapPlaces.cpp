@@ -51,6 +51,7 @@ class PlaceTable {
     std::vector<Field> places;
     if (!Splitter(m_delimiter).Split(line, places)) Fail("a quote is not closed");
     std::vector<std::string> fields;
+    fields.reserve(places.size());
     for (const Field& field : places) fields.push_back(Unquoted(Text(line, field)));
     return fields;
   }

@@ -130,6 +130,11 @@ std::string Or(const std::string& given, const char* usual) {
   return EscapedXml(given.empty() ? usual : given);
 }
 
+/// The thin edge closes the joint at which the two ends of an oblique map of an ellipsoid meet.
+std::string LandStyle(const std::string& color) {
+  return "class=\"land\" fill=\"" + color + "\" stroke=\"" + color + "\" stroke-width=\"3\"";
+}
+
 std::string LineStyle(const FeatureStyle& style, const char* color, const char* width) {
   std::string attributes =
       "stroke=\"" + Or(style.stroke, color) + "\" stroke-width=\"" + Or(style.strokeWidth, width) + "\"";
@@ -283,8 +288,7 @@ class Sheet {
       if (m_shading && feature.style.fill.empty()) {
         svg.AddFills(fills, "class=\"land\" fill=\"#4a3d28\" opacity=\".16\"");
       } else {
-        // The thin edge closes the joint at which the two ends of an oblique map of an ellipsoid meet.
-        svg.AddFills(fills, "class=\"land\" fill=\"" + color + "\" stroke=\"" + color + "\" stroke-width=\"3\"");
+        svg.AddFills(fills, LandStyle(color));
       }
       m_coasts.push_back({Outlines(feature), feature.style});
     }

@@ -88,6 +88,7 @@ class TableConverter {
     std::vector<Field> fields;
     if (!m_layout.splitter.Split(line, fields)) throw Failure(m_place + "a quote is not closed");
     std::vector<std::string> names;
+    names.reserve(fields.size());
     for (const Field& field : fields) names.push_back(Lower(Unquoted(Text(line, field))));
     const Columns columns = ChooseColumns(m_options, m_from, names);
     m_layout.columns = columns.place;
@@ -136,6 +137,7 @@ class TableConverter {
   void ConvertBlocks() {
     std::vector<BlockConverter> converters;
     const int threads = m_reader.AtEnd() ? 1 : ThreadCount(m_options);
+    converters.reserve(static_cast<std::size_t>(threads));
     for (int i = 0; i < threads; ++i) {
       converters.emplace_back(m_options, m_from, m_to, m_layout, m_makeConverter());
     }

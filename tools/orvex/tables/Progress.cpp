@@ -2,6 +2,7 @@
 #include "tables/Progress.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 
 #if defined(_WIN32)
@@ -52,7 +53,7 @@ void Progress::Update(std::uint64_t bytes, std::uint64_t lines) {
   if (m_total > 0 && bytes > 0) {
     const double done = std::min(1.0, static_cast<double>(bytes) / static_cast<double>(m_total));
     const double left = std::chrono::duration<double>(now - m_start).count() * (1 - done) / done;
-    const auto seconds = static_cast<long long>(left + 0.5);
+    const long long seconds = std::llround(left);
     std::fprintf(stderr, ", %.0f %%, %lld:%02lld left\x1b[K", 100 * done, seconds / 60, seconds % 60);
   }
   std::fflush(stderr);

@@ -103,7 +103,7 @@ std::optional<double> NorthingInBand(double withinCycle, std::size_t band) {
 
 std::optional<GridPlace> ReadUtm(std::string_view text) {
   const std::size_t digits = text.find_first_not_of("0123456789");
-  if (digits > 2 || digits == std::string_view::npos) return std::nullopt;
+  if (digits > 2) return std::nullopt;  // as when there are digits alone
   int zone = 0;
   for (const char c : text.substr(0, digits)) zone = zone * 10 + (c - '0');
   const std::size_t band = kBands.find(text[digits]);
