@@ -21,10 +21,6 @@ class ConvertOperation {
   bool operator()(const Conversion& call) const;
   /// Whether the row's projection has an exact form with these parameters.
   bool HasExactForm(const PROJDATA& work) const;
-  /// Radians on the geographic side, unscaled coordinates about the natural origin on the other.
-  bool operator()(PROJDATA* work, PROJPOINT* pts, int nPts) const {
-    return (*this)(Conversion{work, ViewOf(pts), nPts, nullptr});
-  }
 
  private:
   int m_row;

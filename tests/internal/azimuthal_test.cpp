@@ -3,6 +3,7 @@
 
 #include <shr/exception.h>
 
+#include "ModuleCall.h"
 #include "projections/ProjectionTable.h"
 #include "support/Projection.h"
 
@@ -62,7 +63,7 @@ TEST(AzimuthalModules, CentreIsLeftInTheWorkingRecord) {
     for (const auto& convert : {FindRow(type)->forward, FindRow(type)->inverse}) {
       PROJDATA work = Record(type, "R=1;K0=1;Lat0=0.5;Lon0=0.25;Lat1=7;Lon1=7");
       PROJPOINT p{0.25, 0.5};
-      EXPECT_TRUE(convert(&work, &p, 1));
+      EXPECT_TRUE(convert(Call(&work, &p, 1)));
       EXPECT_EQ(double{work.Lat1}, 0.5);
       EXPECT_EQ(double{work.Lon1}, type == PT_STEREOGRAPHIC ? 0.25 : 7);
     }

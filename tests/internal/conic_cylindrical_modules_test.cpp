@@ -4,6 +4,7 @@
 
 #include <functional>
 
+#include "ModuleCall.h"
 #include "math/Angles.h"
 #include "projections/ProjectionTable.h"
 #include "shr/exception.h"
@@ -62,12 +63,12 @@ TEST(ConicCylindricalModules, degenerateRecords) {
       const ConvertOperation convert = FindRow(row.type)->*direction;
       PROJDATA rec = Work(row.type, row.parameters);
       PROJPOINT markers[] = {{DBL_MAX, DBL_MAX}, {0.5, DBL_MAX}};
-      EXPECT_TRUE(convert(&rec, markers, 2));
+      EXPECT_TRUE(convert(test::Call(&rec, markers, 2)));
       EXPECT_EQ(rec.iResult, 0);
       EXPECT_EQ(markers[1].x, 0.5);
       PROJPOINT p{0.25, 0.5};
       const std::string expected = inverse ? row.inverse : row.forward;
-      EXPECT_EQ(Reported([&] { convert(&rec, &p, 1); }), expected == "a place" ? "nothing" : expected);
+      EXPECT_EQ(Reported([&] { convert(test::Call(&rec, &p, 1)); }), expected == "a place" ? "nothing" : expected);
       EXPECT_EQ(rec.iResult, expected == "nothing" ? 1 : 0);
       EXPECT_EQ(test::Unplottable(p), expected == "nothing");
     }
@@ -80,7 +81,7 @@ TEST(ConicCylindricalModules, equidistantConicOnOneParallel) {
   const double quarterTurn =
       kHalfPi / std::sin(rec.Lat1);  // a difference in longitude that turns by 90 degrees on the map
   PROJPOINT pts[] = {{quarterTurn, rec.Lat1}, {quarterTurn, rec.Lat1 + 0.1}};
-  ASSERT_TRUE(FindRow(PT_EQUICONIC)->forward(&rec, pts, 2));
+  ASSERT_TRUE(FindRow(PT_EQUICONIC)->forward(test::Call(&rec, pts, 2)));
   EXPECT_NEAR(pts[0].x, 1.191753592594210, 1e-15);
   EXPECT_NEAR(pts[0].y, 1.191753592594210, 1e-15);
   EXPECT_NEAR(pts[1].x, 1.091753592594210, 1e-15);

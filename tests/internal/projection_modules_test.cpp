@@ -2,6 +2,7 @@
 #include <array>
 #include <set>
 
+#include "ModuleCall.h"
 #include "projections/ProjectionTable.h"
 #include "support/Projection.h"
 
@@ -48,7 +49,7 @@ constexpr Module kModules[] = {
 std::string Reported(detail::ConvertOperation operation, PROJPOINT* pts, int nPts) {
   PROJDATA work{};
   try {
-    operation(&work, pts, nPts);
+    operation(Call(&work, pts, nPts));
   } catch (const shr::Exception& e) {
     EXPECT_EQ(e.MessageId(), 20200);
     return e.Source() + ':' + std::to_string(e.Line());
@@ -65,13 +66,13 @@ TEST(ProjectionModules, ArgumentChecks) {
         return std::string(module.source) + ':' + std::to_string(module.lines[i + (inverse ? 2 : 0)]);
       };
       PROJPOINT pts[] = {{DBL_MAX, 7}, {7, DBL_MAX}};
-      EXPECT_FALSE(operation(nullptr, pts, 1)) << module.source;
-      EXPECT_FALSE(operation(nullptr, nullptr, 0)) << module.source;
+      EXPECT_FALSE(operation(Call(nullptr, pts, 1))) << module.source;
+      EXPECT_FALSE(operation(Call(nullptr, nullptr, 0))) << module.source;
       EXPECT_EQ(Reported(operation, nullptr, 1), expected(0));
       EXPECT_EQ(Reported(operation, pts, 0), expected(1));
       // Markers are passed over, even where the record is good for nothing.
       PROJDATA work{};
-      EXPECT_TRUE(operation(&work, pts, 2)) << module.source;
+      EXPECT_TRUE(operation(Call(&work, pts, 2))) << module.source;
       EXPECT_TRUE(pts[0].x == DBL_MAX && pts[0].y == 7 && pts[1].x == 7 && pts[1].y == DBL_MAX) << module.source;
       EXPECT_EQ(+work.iResult, 0) << module.source;
     }
