@@ -120,6 +120,7 @@ TEST_F(WindowsSave, AKillLeavesTheOldOrTheNewFile) {
   char program[MAX_PATH];
   ASSERT_LT(GetModuleFileNameA(nullptr, program, MAX_PATH), MAX_PATH);
   ASSERT_TRUE(SetEnvironmentVariableA("ORVEX_TEST_INI", m_file.c_str()));
+  for (const char* share : {"GTEST_TOTAL_SHARDS", "GTEST_SHARD_INDEX"}) SetEnvironmentVariableA(share, nullptr);
   std::mt19937 random(9);
   int changes = 0;
   for (int round = 0; round < 12; ++round) {
