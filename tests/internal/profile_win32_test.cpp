@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdlib>
 #include <cstring>
 #include <random>
@@ -61,7 +62,7 @@ class WindowsSave : public testing::Test {
   bool Write(SectionWriter call = WritePrivateProfileSectionA) const {
     return WriteProfileSectionBy(call, m_file.c_str(), "Custom Datums", kEntries);
   }
-  long Files() const { return std::distance(std::filesystem::directory_iterator(m_directory.Path()), {}); }
+  std::ptrdiff_t Files() const { return std::distance(std::filesystem::directory_iterator(m_directory.Path()), {}); }
 
   TemporaryDirectory m_directory;
   const std::string m_file = (m_directory / "host.ini").string();
