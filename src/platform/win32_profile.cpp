@@ -16,23 +16,38 @@ namespace orvex::platform {
 
 namespace {
 
+class Handle {
+ public:
+  explicit Handle(HANDLE value) : m_value(value) {}
+  ~Handle() {
+    if (IsOpen()) CloseHandle(m_value);
+  }
+  Handle(const Handle&) = delete;
+  Handle& operator=(const Handle&) = delete;
+
+  bool IsOpen() const { return m_value != INVALID_HANDLE_VALUE; }
+  HANDLE Value() const { return m_value; }
+
+ private:
+  HANDLE m_value;
+};
+
+HANDLE Open(const std::string& name, DWORD access, DWORD disposition = OPEN_EXISTING) {
+  return CreateFileA(name.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, disposition,
+                     FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
 // Reads a file whole; a missing one gives an empty text. False for any other trouble.
 bool ReadFileText(const char* fileName, std::string& text) {
-  const HANDLE file = CreateFileA(FullProfileName(fileName).c_str(), GENERIC_READ,
-                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
-                                  FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (file == INVALID_HANDLE_VALUE) {
+  const Handle file(Open(FullProfileName(fileName), GENERIC_READ));
+  if (!file.IsOpen()) {
     const DWORD error = GetLastError();
     return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
   }
-  const struct Closer {
-    HANDLE handle;
-    ~Closer() { CloseHandle(handle); }
-  } closer{file};
   char block[16384];
   DWORD count = 0;
   do {
-    if (!ReadFile(file, block, sizeof block, &count, nullptr)) return false;
+    if (!ReadFile(file.Value(), block, sizeof block, &count, nullptr)) return false;
     text.append(block, count);
     if (text.size() > kLargestProfile) return false;
   } while (count > 0);
@@ -57,27 +72,6 @@ bool HoldsEntries(std::string text, std::string_view section) {
 
 // ---- writing ----
 
-class Handle {
- public:
-  explicit Handle(HANDLE value) : m_value(value) {}
-  ~Handle() {
-    if (IsOpen()) CloseHandle(m_value);
-  }
-  Handle(const Handle&) = delete;
-  Handle& operator=(const Handle&) = delete;
-
-  bool IsOpen() const { return m_value != INVALID_HANDLE_VALUE; }
-  HANDLE Value() const { return m_value; }
-
- private:
-  HANDLE m_value;
-};
-
-HANDLE OpenForWriting(const std::string& name, DWORD disposition = OPEN_EXISTING) {
-  return CreateFileA(name.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                     nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
-}
-
 enum class Target { Missing, File, Other, Refused };
 
 // What stands where a file is to be written. A rename would not ask whether the file may be.
@@ -88,7 +82,7 @@ Target Inspect(const std::string& name) {
   }
   if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) return Target::Refused;
   if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) return Target::Other;
-  const Handle file(OpenForWriting(name));
+  const Handle file(Open(name, GENERIC_WRITE));
   LARGE_INTEGER size;
   const bool suits = file.IsOpen() && GetFileSizeEx(file.Value(), &size) != 0 &&
                      size.QuadPart <= static_cast<LONGLONG>(kLargestProfile);
@@ -115,7 +109,7 @@ class Draft {
     for (int i = 0; i < kAttempts && m_error == ERROR_FILE_EXISTS; ++i) {
       m_name = directory + ".orvex-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(counter++) + ".tmp";
       const bool made = exists ? CopyFileA(target.c_str(), m_name.c_str(), TRUE) != 0
-                               : Handle(OpenForWriting(m_name, CREATE_NEW)).IsOpen();
+                               : Handle(Open(m_name, GENERIC_WRITE, CREATE_NEW)).IsOpen();
       m_error = made ? ERROR_SUCCESS : GetLastError();
     }
     m_isThere = m_error == ERROR_SUCCESS;
@@ -134,7 +128,7 @@ class Draft {
 
   /// Has everything written to the disk.
   bool Flush() const {
-    const Handle file(OpenForWriting(m_name));
+    const Handle file(Open(m_name, GENERIC_WRITE));
     return file.IsOpen() && FlushFileBuffers(file.Value()) != 0;
   }
   /// Puts the draft in the target's place. Programs that just read the target can hinder it for a moment.
