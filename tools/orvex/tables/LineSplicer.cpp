@@ -2,7 +2,7 @@
 #include "tables/LineSplicer.h"
 
 #include <algorithm>
-#include <utility>
+#include <span>
 
 namespace orvex::tool {
 
@@ -65,20 +65,14 @@ void LineSplicer::ReplaceEach(std::string& out, std::string_view line, const Poi
   };
   Replacement all[] = {
       {fields[0], results.coordinates.data()}, {fields[1], &results.coordinates[1]}, {fields[2], &results.label}};
-  const int count = m_replacesLabel && fields[2].begin < fields[2].end ? 3 : 2;
-  const auto order = [&all](int i, int j) {
-    if (all[j].field.begin < all[i].field.begin) std::swap(all[i], all[j]);
-  };
-  if (count == 3) {
-    order(0, 2);
-    order(1, 2);
-  }
-  order(0, 1);
+  const std::size_t count = m_replacesLabel && fields[2].begin < fields[2].end ? 3 : 2;
+  const auto replacements = std::span(all).first(count);
+  std::ranges::sort(replacements, {}, [](const Replacement& each) { return each.field.begin; });
   std::size_t written = 0;
-  for (int i = 0; i < count; ++i) {
-    out += line.substr(written, all[i].field.begin - written);
-    AppendValue(out, *all[i].value);
-    written = all[i].field.end;
+  for (const auto& [field, value] : replacements) {
+    out += line.substr(written, field.begin - written);
+    AppendValue(out, *value);
+    written = field.end;
   }
   out += line.substr(written);
 }
